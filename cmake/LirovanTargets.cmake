@@ -1,0 +1,57 @@
+# Everything that all targets share: language level, warnings, and the three kinds of target.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+add_library(lirovan_options INTERFACE)
+target_compile_options(lirovan_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-qual
+  $<$<BOOL:${LIROVAN_WERROR}>:-Werror>)
+# Strings enter Qt only through an explicit encoding; signals and slots are spelled Q_SIGNALS and Q_SLOTS.
+target_compile_definitions(lirovan_options INTERFACE
+  QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+
+# lirovan_library(NAME SOURCES... LINKS...): one static library. LINKS are public, since headers show the types of
+# the layers below.
+function(lirovan_library name)
+  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${name} PRIVATE lirovan_options PUBLIC ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+endfunction()
+
+# lirovan_program(NAME SOURCES... LINKS...): one executable in build/<preset>/bin.
+function(lirovan_program name)
+  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE lirovan_options ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+endfunction()
+
+# lirovan_test(NAME SOURCES... LINKS... [ENVIRONMENT VAR=VALUE...] [TIMEOUT s] [MAIN]): one GoogleTest program,
+# registered with CTest as one test. MAIN: the sources bring their own main() (a test that needs a QApplication).
+function(lirovan_test name)
+  cmake_parse_arguments(ARG "MOC;MAIN" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PRIVATE lirovan_options ${ARG_LINKS} GTest::gtest)
+  if(NOT ARG_MAIN)
+    target_link_libraries(${name} PRIVATE GTest::gtest_main)
+  endif()
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC}
+    RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  target_compile_definitions(${name} PRIVATE LIROVAN_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+    LIROVAN_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+  add_test(NAME ${name} COMMAND ${name})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QTWEBENGINE_DISABLE_SANDBOX=1;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}"
+    LABELS "${ARG_LABELS}")
+endfunction()

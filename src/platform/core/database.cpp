@@ -1,0 +1,244 @@
+#include "platform/core/database.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <sqlite3.h>
+
+#include "text/comparison.h"
+
+namespace lirovan::platform {
+namespace {
+
+QStringView utf16Value(sqlite3_value* value) {
+    const void* data = sqlite3_value_text16(value);
+    return {static_cast<const char16_t*>(data), sqlite3_value_bytes16(value) / 2};
+}
+
+int collate(void*, int leftBytes, const void* left, int rightBytes, const void* right) {
+    return text::order({static_cast<const char16_t*>(left), leftBytes / 2},
+                       {static_cast<const char16_t*>(right), rightBytes / 2});
+}
+
+void len(sqlite3_context* context, int, sqlite3_value** arguments) {
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return;
+    sqlite3_result_int64(context, utf16Value(arguments[0]).size());
+}
+
+// `%` any run, `_` any one unit, everything else by folding.
+bool matchesPattern(QStringView pattern, QStringView text) {
+    qsizetype p = 0, t = 0, star = -1, mark = 0;
+    while (t < text.size()) {
+        if (p < pattern.size() && pattern[p] == u'%') {
+            star = p++;
+            mark = t;
+        } else if (p < pattern.size() &&
+                   (pattern[p] == u'_' || text::fold(pattern[p].unicode()) == text::fold(text[t].unicode()))) {
+            ++p;
+            ++t;
+        } else if (star >= 0) {
+            p = star + 1;
+            t = ++mark;
+        } else {
+            return false;
+        }
+    }
+    while (p < pattern.size() && pattern[p] == u'%') ++p;
+    return p == pattern.size();
+}
+
+// SQLite calls like(pattern, text) for `text LIKE pattern`.
+void like(sqlite3_context* context, int, sqlite3_value** arguments) {
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL) return;
+    sqlite3_result_int(context, matchesPattern(utf16Value(arguments[0]), utf16Value(arguments[1])));
+}
+
+void registerTurkish(sqlite3* handle) {
+    constexpr int flags = SQLITE_UTF16 | SQLITE_DETERMINISTIC;
+    sqlite3_create_collation_v2(handle, "TURKCE", SQLITE_UTF16, nullptr, collate, nullptr);
+    sqlite3_create_function_v2(handle, "LEN", 1, flags, nullptr, len, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(handle, "LIKE", 2, flags, nullptr, like, nullptr, nullptr, nullptr);
+}
+
+Error error(const SQLite::Exception& exception) {
+    switch (exception.getErrorCode()) {
+        case SQLITE_NOTADB:
+            return {QStringLiteral("Dosya bir veritabanı değil.")};
+        case SQLITE_CORRUPT:
+            return {QStringLiteral("Veritabanı dosyası bozuk.")};
+        case SQLITE_FULL:
+            return {QStringLiteral("Diskte yer kalmadı.")};
+        case SQLITE_READONLY:
+            return {QStringLiteral("Veritabanı dosyasına yazılamıyor.")};
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return {QStringLiteral("Veritabanı dosyası başka bir program tarafından kullanılıyor.")};
+        case SQLITE_CANTOPEN:
+            return {QStringLiteral("Veritabanı dosyası açılamadı.")};
+        default:
+            return {QStringLiteral("Veritabanı hatası: %1").arg(QString::fromUtf8(exception.what()))};
+    }
+}
+
+Error closed() { return {QStringLiteral("Veritabanı açık değil.")}; }
+
+// Runs `action` and turns what the wrapper throws into an Error.
+template <class Action>
+auto guarded(Action&& action) -> decltype(action()) {
+    try {
+        return action();
+    } catch (const SQLite::Exception& exception) {
+        return error(exception);
+    }
+}
+
+}  // namespace
+
+Statement::Statement(std::shared_ptr<SQLite::Database> database, std::unique_ptr<SQLite::Statement> statement)
+    : database_(std::move(database)), statement_(std::move(statement)) {}
+Statement::Statement(Statement&&) noexcept = default;
+Statement& Statement::operator=(Statement&&) noexcept = default;
+Statement::~Statement() = default;
+
+Result<void> Statement::bind(int parameter, qint64 value) {
+    return guarded([&]() -> Result<void> {
+        statement_->bind(parameter, static_cast<int64_t>(value));
+        return {};
+    });
+}
+
+Result<void> Statement::bind(int parameter, double value) {
+    return guarded([&]() -> Result<void> {
+        statement_->bind(parameter, value);
+        return {};
+    });
+}
+
+Result<void> Statement::bind(int parameter, QStringView value) {
+    return guarded([&]() -> Result<void> {
+        const QByteArray bytes = value.toUtf8();
+        statement_->bind(parameter, std::string(bytes.constData(), static_cast<size_t>(bytes.size())));
+        return {};
+    });
+}
+
+Result<void> Statement::bindNull(int parameter) {
+    return guarded([&]() -> Result<void> {
+        statement_->bind(parameter);
+        return {};
+    });
+}
+
+Result<Step> Statement::step() {
+    return guarded([&]() -> Result<Step> { return statement_->executeStep() ? Step::Row : Step::Done; });
+}
+
+Result<void> Statement::reset() {
+    return guarded([&]() -> Result<void> {
+        statement_->reset();
+        return {};
+    });
+}
+
+int Statement::columnCount() const { return statement_->getColumnCount(); }
+
+int Statement::column(QStringView name) const {
+    for (int i = 0; i < columnCount(); ++i)
+        if (QString::fromUtf8(statement_->getColumnName(i)).compare(name, Qt::CaseInsensitive) == 0) return i;
+    return -1;
+}
+
+QString Statement::columnName(int column) const { return QString::fromUtf8(statement_->getColumnName(column)); }
+
+namespace {
+bool readable(const SQLite::Statement& statement, int column) {
+    return column >= 0 && column < statement.getColumnCount() && statement.hasRow();
+}
+}  // namespace
+
+bool Statement::isNull(int column) const {
+    return !readable(*statement_, column) || statement_->isColumnNull(column);
+}
+
+QString Statement::text(int column) const {
+    const std::string_view bytes = utf8(column);
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+std::string_view Statement::utf8(int column) const {
+    if (!readable(*statement_, column)) return {};
+    const SQLite::Column value = statement_->getColumn(column);
+    const char* data = value.getText(nullptr);
+    return data ? std::string_view(data, static_cast<size_t>(value.getBytes())) : std::string_view();
+}
+
+qint64 Statement::integer(int column) const {
+    return readable(*statement_, column) ? statement_->getColumn(column).getInt64() : 0;
+}
+
+double Statement::real(int column) const {
+    return readable(*statement_, column) ? statement_->getColumn(column).getDouble() : 0.0;
+}
+
+Result<Database> Database::open(const QString& path, OpenMode mode) {
+    return guarded([&]() -> Result<Database> {
+        int flags = SQLite::OPEN_READONLY;
+        if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;
+        if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+        auto connection = std::make_shared<SQLite::Database>(path.toStdString(), flags);
+        connection->setBusyTimeout(5000);
+        registerTurkish(connection->getHandle());
+        // SQLite opens lazily; a first read tells now whether this is a database at all.
+        connection->execAndGet("SELECT count(*) FROM sqlite_master");
+        return Database(std::move(connection));
+    });
+}
+
+Result<Statement> Database::prepare(QStringView sql) const {
+    if (!connection_) return closed();
+    return guarded([&]() -> Result<Statement> {
+        const QByteArray bytes = sql.toUtf8();
+        return Statement(connection_, std::make_unique<SQLite::Statement>(*connection_, bytes.constData()));
+    });
+}
+
+Result<void> Database::execute(QStringView sql) const {
+    if (!connection_) return closed();
+    return guarded([&]() -> Result<void> {
+        connection_->exec(sql.toUtf8().constData());
+        return {};
+    });
+}
+
+Result<std::optional<qint64>> Database::integer(QStringView sql) const {
+    Result<Statement> statement = prepare(sql);
+    if (!statement) return statement.error();
+    const Result<Step> step = statement->step();
+    if (!step) return step.error();
+    if (*step == Step::Done || statement->isNull(0)) return std::optional<qint64>();
+    return std::optional<qint64>(statement->integer(0));
+}
+
+qint64 Database::lastInsertId() const { return connection_ ? connection_->getLastInsertRowid() : 0; }
+
+sqlite3* Database::handle() const { return connection_ ? connection_->getHandle() : nullptr; }
+
+Result<Transaction> Transaction::begin(const Database& database) {
+    const Result<void> begun = database.execute(u"BEGIN IMMEDIATE");
+    if (!begun) return begun.error();
+    return Transaction(database);
+}
+
+Transaction::Transaction(Transaction&& other) noexcept
+    : database_(std::move(other.database_)), open_(std::exchange(other.open_, false)) {}
+
+Transaction::~Transaction() {
+    // A statement that failed may have ended the transaction already; then there is nothing left to undo.
+    if (open_) (void)static_cast<bool>(database_.execute(u"ROLLBACK"));
+}
+
+Result<void> Transaction::commit() {
+    const Result<void> committed = database_.execute(u"COMMIT");
+    if (committed) open_ = false;
+    return committed;
+}
+
+}  // namespace lirovan::platform

@@ -1,0 +1,68 @@
+// The web view as the program sees it. A port without widgets: the decisions of the windows are written against it
+// and tested with a fake; platform/ui holds the real one.
+//
+// Calls are synchronous. What has to be asked of the page engine is answered within a time limit, and the three
+// ways of getting no answer are told apart.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <optional>
+#include <vector>
+
+namespace lirovan::platform {
+
+enum class Outcome {
+    Answered,
+    TimedOut,  ///< the page is busy or hangs
+    Gone       ///< the view was closed, or its process ended, while waiting
+};
+
+template <class T>
+struct Reply {
+    Outcome outcome = Outcome::Gone;
+    std::optional<T> value;  ///< empty although Answered: the page has no such thing
+
+    explicit operator bool() const { return outcome == Outcome::Answered && value.has_value(); }
+    T valueOr(T otherwise) const { return value.value_or(std::move(otherwise)); }
+};
+
+class PageView {
+  public:
+    virtual ~PageView() = default;
+
+    /// Shows the file at a path text ("<folder>\OKU\oku.html", also behind "file:\"), even if it is shown already:
+    /// it may have changed.
+    virtual void navigate(const QString& pathText) = 0;
+    /// Waits, letting events run, until the page has loaded (ready state "complete").
+    virtual Outcome waitUntilComplete() = 0;
+    /// The path text last navigated to.
+    virtual QString location() const = 0;
+
+    virtual void setShown(bool shown) = 0;
+    virtual bool isShown() const = 0;
+    virtual void setFocus() = 0;
+
+    /// Inner HTML of the root element in the old markup form (docs/ARCHITECTURE.md, "The page view").
+    virtual Reply<QString> innerHtml() = 0;
+    /// Opens the document, clears it, writes `html` and closes it. Relative names resolve against OKU as before.
+    virtual Outcome rewrite(const QString& html) = 0;
+
+    virtual Reply<bool> hasElement(QStringView name) = 0;
+    virtual Outcome focusElement(QStringView name) = 0;
+    /// Distances in pixels from the top of the document of the elements named `prefix`0, `prefix`1, ... up to the
+    /// first number that is missing.
+    virtual Reply<std::vector<double>> offsets(QStringView prefix) = 0;
+    virtual Outcome setScrollTop(int pixels) = 0;
+    virtual Reply<double> scrollTop() = 0;
+    /// Presses of the scroll bar's lower arrow.
+    virtual Outcome scrollLinesDown(int lines) = 0;
+
+    virtual void setZoom(double factor) = 0;
+    virtual bool hasSelection() const = 0;
+    virtual QString selectedText() const = 0;
+    /// Puts the selection on the clipboard as plain text, HTML and RTF.
+    virtual void copy() = 0;
+};
+
+}  // namespace lirovan::platform

@@ -1,0 +1,51 @@
+#include "text/comparison.h"
+
+#include <gtest/gtest.h>
+
+using namespace lirovan::text;
+
+TEST(Comparison, FoldsDottedAndDotlessIAsTurkishDoes) {
+    struct Case {
+        const char16_t* a;
+        const char16_t* b;
+        bool equal;
+    };
+    const Case cases[] = {
+        {u"İNSAN", u"insan", true},  {u"IŞIK", u"ışık", true},   {u"I", u"i", false},
+        {u"ı", u"i", false},         {u"ÂLİM", u"âlim", true},   {u"ğüşöç", u"ĞÜŞÖÇ", true},
+        {u"ß", u"ss", false},        {u"ilim", u"ilimi", false}, {u"", u"", true},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(equal(QStringView(c.a), QStringView(c.b), Comparison::CaseInsensitive), c.equal)
+            << QString::fromUtf16(c.a).toStdString() << " / " << QString::fromUtf16(c.b).toStdString();
+    }
+    EXPECT_FALSE(equal(u"İNSAN", u"insan", Comparison::Exact));
+}
+
+TEST(Comparison, FoldingKeepsEveryLengthSoThatPositionsHold) {
+    for (char32_t c = 0; c < 0x10000; ++c)
+        EXPECT_EQ(folded(QString(QChar(static_cast<char16_t>(c)))).size(), 1);
+}
+
+TEST(Comparison, FindsWithEitherComparison) {
+    const QStringView text = u"bir İLİM, iki ilim";
+    EXPECT_EQ(find(text, u"ilim", 0, Comparison::CaseInsensitive), 4);
+    EXPECT_EQ(find(text, u"ilim", 5, Comparison::CaseInsensitive), 14);
+    EXPECT_EQ(find(text, u"ilim", 0, Comparison::Exact), 14);
+    EXPECT_EQ(find(text, u"ilim", 15, Comparison::CaseInsensitive), -1);
+    EXPECT_EQ(find(text, u"", 0, Comparison::Exact), -1);
+    EXPECT_EQ(find(text, u"bir", 99, Comparison::CaseInsensitive), -1);
+}
+
+TEST(Comparison, OrdersByTheTurkishAlphabet) {
+    EXPECT_LT(order(u"cam", u"çam"), 0);
+    EXPECT_LT(order(u"çam", u"dam"), 0);
+    EXPECT_LT(order(u"Isı", u"ilk"), 0);
+    EXPECT_EQ(order(u"KİTAP", u"kitap"), 0);
+    EXPECT_NE(order(u"kar", u"kâr"), 0);
+}
+
+TEST(Comparison, ChangesCaseAsTurkishDoes) {
+    EXPECT_EQ(lower(u"IŞIK İÇİN"), u"ışık için");
+    EXPECT_EQ(upper(u"Sabri ışık"), u"SABRİ IŞIK");
+}
