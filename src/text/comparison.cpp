@@ -38,11 +38,15 @@ const icu::Collator& turkishCollator() {
     return *collator;
 }
 
-const UChar* units(QStringView text) { return reinterpret_cast<const UChar*>(text.utf16()); }
+const UChar* units(QStringView text) {
+    return reinterpret_cast<const UChar*>(text.utf16());
+}
 
 }  // namespace
 
-char16_t fold(char16_t unit) noexcept { return foldTable()[unit]; }
+char16_t fold(char16_t unit) noexcept {
+    return foldTable()[unit];
+}
 
 QString folded(QStringView text) {
     const FoldTable& table = foldTable();
@@ -80,8 +84,9 @@ int order(QStringView a, QStringView b) {
     const QString left = folded(a);
     const QString right = folded(b);
     UErrorCode status = U_ZERO_ERROR;
-    const int byCollator = turkishCollator().compare(units(left), static_cast<int32_t>(left.size()),
-                                                     units(right), static_cast<int32_t>(right.size()), status);
+    const int byCollator =
+        turkishCollator().compare(units(left), static_cast<int32_t>(left.size()), units(right),
+                                  static_cast<int32_t>(right.size()), status);
     // Texts that the collator takes for equal but that are not the same need an order of their own, or a
     // database index would lose one of them.
     return byCollator != 0 ? byCollator : QStringView(left).compare(right);

@@ -1,8 +1,8 @@
 // Comparison, search, ordering and case of Turkish text. No other module changes case or compares without it.
 //
-// Text is a sequence of UTF-16 code units. Case-insensitive comparison is Turkish simple folding, one unit to one
-// unit (i with İ, ı with I; otherwise ICU's simple case folding), so a position found in folded text is the
-// position in the text itself. Units of surrogate pairs fold to themselves.
+// Text is a sequence of UTF-16 code units. Case-insensitive comparison is Turkish simple folding, one unit to
+// one unit (i with İ, ı with I; otherwise ICU's simple case folding), so a position found in folded text is
+// the position in the text itself. Units of surrogate pairs fold to themselves.
 #pragma once
 
 #include <QString>
@@ -27,8 +27,8 @@ bool equal(QStringView a, QStringView b, Comparison comparison) noexcept;
 /// An empty needle is found nowhere: callers never search for nothing.
 qsizetype find(QStringView haystack, QStringView needle, qsizetype from, Comparison comparison) noexcept;
 
-/// Order of two texts in a Turkish list: negative, zero or positive. Texts that differ only in case (as fold()
-/// sees it) compare equal, so that the same rule serves `=` and `ORDER BY` in the database.
+/// Order of two texts in a Turkish list: negative, zero or positive. Texts that differ only in case (as
+/// fold() sees it) compare equal, so that the same rule serves `=` and `ORDER BY` in the database.
 int order(QStringView a, QStringView b);
 
 /// Lower and upper case by the Turkish rules (I to ı, i to İ); the length may change.

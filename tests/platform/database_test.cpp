@@ -15,8 +15,9 @@ class DatabaseTest : public testing::Test {
         Result<Database> opened = Database::open(folder_.filePath(QStringLiteral("a.db")), OpenMode::Create);
         ASSERT_TRUE(opened) << opened.error().message.toStdString();
         database_ = *opened;
-        ASSERT_TRUE(database_.execute(u"CREATE TABLE t (id INTEGER PRIMARY KEY, ad TEXT COLLATE TURKCE);"
-                                      u"INSERT INTO t (ad) VALUES ('çam'), ('IŞIK'), ('cam'), ('İnsan')"));
+        ASSERT_TRUE(
+            database_.execute(u"CREATE TABLE t (id INTEGER PRIMARY KEY, ad TEXT COLLATE TURKCE);"
+                              u"INSERT INTO t (ad) VALUES ('çam'), ('IŞIK'), ('cam'), ('İnsan')"));
     }
 
     QStringList column(QStringView sql) {

@@ -30,8 +30,8 @@ bool matchesPattern(QStringView pattern, QStringView text) {
         if (p < pattern.size() && pattern[p] == u'%') {
             star = p++;
             mark = t;
-        } else if (p < pattern.size() &&
-                   (pattern[p] == u'_' || text::fold(pattern[p].unicode()) == text::fold(text[t].unicode()))) {
+        } else if (p < pattern.size() && (pattern[p] == u'_' || text::fold(pattern[p].unicode()) ==
+                                                                    text::fold(text[t].unicode()))) {
             ++p;
             ++t;
         } else if (star >= 0) {
@@ -47,7 +47,8 @@ bool matchesPattern(QStringView pattern, QStringView text) {
 
 // SQLite calls like(pattern, text) for `text LIKE pattern`.
 void like(sqlite3_context* context, int, sqlite3_value** arguments) {
-    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL) return;
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL)
+        return;
     sqlite3_result_int(context, matchesPattern(utf16Value(arguments[0]), utf16Value(arguments[1])));
 }
 
@@ -78,7 +79,9 @@ Error error(const SQLite::Exception& exception) {
     }
 }
 
-Error closed() { return {QStringLiteral("Veritabanı açık değil.")}; }
+Error closed() {
+    return {QStringLiteral("Veritabanı açık değil.")};
+}
 
 // Runs `action` and turns what the wrapper throws into an Error.
 template <class Action>
@@ -138,7 +141,9 @@ Result<void> Statement::reset() {
     });
 }
 
-int Statement::columnCount() const { return statement_->getColumnCount(); }
+int Statement::columnCount() const {
+    return statement_->getColumnCount();
+}
 
 int Statement::column(QStringView name) const {
     for (int i = 0; i < columnCount(); ++i)
@@ -146,7 +151,9 @@ int Statement::column(QStringView name) const {
     return -1;
 }
 
-QString Statement::columnName(int column) const { return QString::fromUtf8(statement_->getColumnName(column)); }
+QString Statement::columnName(int column) const {
+    return QString::fromUtf8(statement_->getColumnName(column));
+}
 
 namespace {
 bool readable(const SQLite::Statement& statement, int column) {
@@ -217,9 +224,13 @@ Result<std::optional<qint64>> Database::integer(QStringView sql) const {
     return std::optional<qint64>(statement->integer(0));
 }
 
-qint64 Database::lastInsertId() const { return connection_ ? connection_->getLastInsertRowid() : 0; }
+qint64 Database::lastInsertId() const {
+    return connection_ ? connection_->getLastInsertRowid() : 0;
+}
 
-sqlite3* Database::handle() const { return connection_ ? connection_->getHandle() : nullptr; }
+sqlite3* Database::handle() const {
+    return connection_ ? connection_->getHandle() : nullptr;
+}
 
 Result<Transaction> Transaction::begin(const Database& database) {
     const Result<void> begun = database.execute(u"BEGIN IMMEDIATE");

@@ -1,8 +1,8 @@
 // SQLite connections and statements that speak Turkish.
 //
-// Every connection has the collation TURKCE (equality by Turkish simple folding, order by the Turkish alphabet),
-// a LIKE that compares by the same folding, and LEN(text) in UTF-16 units, so that statements written for another
-// engine run as they stand.
+// Every connection has the collation TURKCE (equality by Turkish simple folding, order by the Turkish
+// alphabet), a LIKE that compares by the same folding, and LEN(text) in UTF-16 units, so that statements
+// written for another engine run as they stand.
 //
 // A step has three outcomes that must not be mixed up: a row, the end, an error.
 #pragma once

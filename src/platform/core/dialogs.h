@@ -1,4 +1,5 @@
-// What the program asks and tells the user in modal windows. A port: the real one shows boxes, a test answers them.
+// What the program asks and tells the user in modal windows. A port: the real one shows boxes, a test answers
+// them.
 #pragma once
 
 #include <QString>

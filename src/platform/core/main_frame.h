@@ -1,5 +1,5 @@
-// What the child windows may do to the main window. KitaplarMDI implements it; tests fake it. Nothing below the
-// shell knows the main window itself.
+// What the child windows may do to the main window. KitaplarMDI implements it; tests fake it. Nothing below
+// the shell knows the main window itself.
 #pragma once
 
 #include <QString>
@@ -11,10 +11,11 @@ namespace lirovan::platform {
 
 /// Keys of the main toolbar's buttons. Sep1 to Sep4 and the spacer "bosluk" are addressed like buttons.
 namespace button {
-inline constexpr QStringView Kitap = u"tlbtn_Kitap", Arama = u"tlbtn_Arama", Icerik = u"tlbtn_Icerik", Cut = u"cut",
-                             Copy = u"copy", Paste = u"paste", Sep1 = u"Sep1", Not = u"not", Sep2 = u"Sep2",
-                             Print = u"print", Bosluk = u"bosluk", Buyult = u"buyult", Kucult = u"kucult",
-                             Sep3 = u"Sep3", New = u"New", Sep4 = u"Sep4", Up = u"Up", Down = u"Down";
+inline constexpr QStringView Kitap = u"tlbtn_Kitap", Arama = u"tlbtn_Arama", Icerik = u"tlbtn_Icerik",
+                             Cut = u"cut", Copy = u"copy", Paste = u"paste", Sep1 = u"Sep1", Not = u"not",
+                             Sep2 = u"Sep2", Print = u"print", Bosluk = u"bosluk", Buyult = u"buyult",
+                             Kucult = u"kucult", Sep3 = u"Sep3", New = u"New", Sep4 = u"Sep4", Up = u"Up",
+                             Down = u"Down";
 }  // namespace button
 
 /// Menu items that other windows check, enable or show, by item name without regard to case.
@@ -26,9 +27,9 @@ inline constexpr QStringView Arama = u"mnu_Arama", Icerik = u"mnu_Icerik", Kes =
 
 /// What the book selector cmb_Kitaplar says to search.
 struct BookSelection {
-    QString text;        ///< the row's text, "<Lirovan>" for all books
-    qint64 authorId = 0; ///< 0: all authors
-    qint64 bookId = 0;   ///< 0: all books of the author
+    QString text;         ///< the row's text, "<Lirovan>" for all books
+    qint64 authorId = 0;  ///< 0: all authors
+    qint64 bookId = 0;    ///< 0: all books of the author
 };
 
 class MainFrame {
@@ -52,7 +53,8 @@ class MainFrame {
     virtual void setPanelText(int panel, const QString& text) = 0;
     virtual void setPanelVisible(int panel, bool visible) = 0;
 
-    // prg_gosterge and lbl_tool beside it. The main window places them; a width of lbl_tool is its least width.
+    // prg_gosterge and lbl_tool beside it. The main window places them; a width of lbl_tool is its least
+    // width.
     virtual void setProgressVisible(bool visible) = 0;
     virtual void setProgressMaximum(int maximum) = 0;
     virtual void setProgressValue(int value) = 0;  ///< cut to the maximum

@@ -1,8 +1,8 @@
-// The web view as the program sees it. A port without widgets: the decisions of the windows are written against it
-// and tested with a fake; platform/ui holds the real one.
+// The web view as the program sees it. A port without widgets: the decisions of the windows are written
+// against it and tested with a fake; platform/ui holds the real one.
 //
-// Calls are synchronous. What has to be asked of the page engine is answered within a time limit, and the three
-// ways of getting no answer are told apart.
+// Calls are synchronous. What has to be asked of the page engine is answered within a time limit, and the
+// three ways of getting no answer are told apart.
 #pragma once
 
 #include <QString>
@@ -31,8 +31,8 @@ class PageView {
   public:
     virtual ~PageView() = default;
 
-    /// Shows the file at a path text ("<folder>\OKU\oku.html", also behind "file:\"), even if it is shown already:
-    /// it may have changed.
+    /// Shows the file at a path text ("<folder>\OKU\oku.html", also behind "file:\"), even if it is shown
+    /// already: it may have changed.
     virtual void navigate(const QString& pathText) = 0;
     /// Waits, letting events run, until the page has loaded (ready state "complete").
     virtual Outcome waitUntilComplete() = 0;
@@ -45,13 +45,14 @@ class PageView {
 
     /// Inner HTML of the root element in the old markup form (docs/ARCHITECTURE.md, "The page view").
     virtual Reply<QString> innerHtml() = 0;
-    /// Opens the document, clears it, writes `html` and closes it. Relative names resolve against OKU as before.
+    /// Opens the document, clears it, writes `html` and closes it. Relative names resolve against OKU as
+    /// before.
     virtual Outcome rewrite(const QString& html) = 0;
 
     virtual Reply<bool> hasElement(QStringView name) = 0;
     virtual Outcome focusElement(QStringView name) = 0;
-    /// Distances in pixels from the top of the document of the elements named `prefix`0, `prefix`1, ... up to the
-    /// first number that is missing.
+    /// Distances in pixels from the top of the document of the elements named `prefix`0, `prefix`1, ... up to
+    /// the first number that is missing.
     virtual Reply<std::vector<double>> offsets(QStringView prefix) = 0;
     virtual Outcome setScrollTop(int pixels) = 0;
     virtual Reply<double> scrollTop() = 0;

@@ -6,7 +6,8 @@
 namespace lirovan::platform {
 namespace {
 
-// One step down from `folder` (which ends in "/"): the entry as written, or the one that differs in case only.
+// One step down from `folder` (which ends in "/"): the entry as written, or the one that differs in case
+// only.
 QString matchEntry(const QString& folder, const QString& name) {
     if (QFileInfo::exists(folder + name)) return name;
     const QStringList entries = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
@@ -35,6 +36,8 @@ AppFolder::AppFolder(QString folder) : folder_(std::move(folder)) {
     while (folder_.size() > 1 && (folder_.endsWith(u'/') || folder_.endsWith(u'\\'))) folder_.chop(1);
 }
 
-QString AppFolder::path(QStringView relative) const { return existingPath(pageText(relative)); }
+QString AppFolder::path(QStringView relative) const {
+    return existingPath(pageText(relative));
+}
 
 }  // namespace lirovan::platform

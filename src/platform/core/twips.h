@@ -15,7 +15,9 @@ struct Twips {
     friend constexpr auto operator<=>(Twips a, Twips b) = default;
 };
 
-constexpr Twips operator""_tw(unsigned long long value) { return {static_cast<double>(value)}; }
+constexpr Twips operator""_tw(unsigned long long value) {
+    return {static_cast<double>(value)};
+}
 
 /// Place and size of a child window inside the main window's work area, or of a window on the screen.
 struct TwipsRect {
