@@ -38,6 +38,11 @@ const icu::Collator& turkishCollator() {
     return *collator;
 }
 
+const icu::Locale& turkish() {
+    static const icu::Locale locale("tr");
+    return locale;
+}
+
 const UChar* units(QStringView text) {
     return reinterpret_cast<const UChar*>(text.utf16());
 }
@@ -94,13 +99,13 @@ int order(QStringView a, QStringView b) {
 
 QString lower(QStringView text) {
     icu::UnicodeString result(units(text), static_cast<int32_t>(text.size()));
-    result.toLower(icu::Locale("tr"));
+    result.toLower(turkish());
     return QString(reinterpret_cast<const QChar*>(result.getBuffer()), result.length());
 }
 
 QString upper(QStringView text) {
     icu::UnicodeString result(units(text), static_cast<int32_t>(text.size()));
-    result.toUpper(icu::Locale("tr"));
+    result.toUpper(turkish());
     return QString(reinterpret_cast<const QChar*>(result.getBuffer()), result.length());
 }
 

@@ -1,0 +1,55 @@
+#include "text/alphabet.h"
+
+#include <gtest/gtest.h>
+
+using namespace lirovan::text;
+
+TEST(KontTumKelime, AsksForABoundaryOnBothSides) {
+    struct Case {
+        QStringView text;
+        qsizetype position;
+        qsizetype length;
+        bool whole;
+    };
+    const Case cases[] = {
+        {u"ilim ve irfan", 1, 4, false},  // its own first letter counts as the character before
+        {u"ilim ve irfan", 6, 2, true},
+        {u"ilim ve irfan", 9, 5, false},  // nothing follows
+        {u"<p>ilim</p>", 4, 4, true},
+        {u"5ilim.", 2, 4, true},
+        {u"Xilim.", 2, 4, false},
+        {u" ilimÎ", 2, 4, false},
+        {u" ilimß", 2, 4, true},  // not in the alphabet
+        {u"-a-", 1, 1, false},    // a boundary before, but a letter after
+        {u"--", 1, 1, true},
+        {u"", 1, 1, false},
+        {u"ab", 9, 1, false},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(KontTumKelime(c.position, c.text, c.length), c.whole)
+            << c.text.toString().toStdString() << " at " << c.position;
+}
+
+TEST(KontTumKelime, KnowsTheAlphabetInBothCases) {
+    EXPECT_EQ(KelimeHarfleri.size(), 48);
+    for (const QChar letter : QStringView(u"QWXÇçIıİiÂâÔôÊêjJ")) EXPECT_TRUE(isWordLetter(letter.unicode()));
+    for (const QChar other : QStringView(u"0 .<>&;'’_ñé\u00A0")) EXPECT_FALSE(isWordLetter(other.unicode()));
+}
+
+TEST(SapkasizYaz, ReplacesTheTenLetters) {
+    EXPECT_EQ(SapkasizYaz(u"hakîkat"), u"hakikat");
+    EXPECT_EQ(SapkasizYaz(u"Kur'ân"), u"Kur'an");
+    EXPECT_EQ(SapkasizYaz(u"rôl"), u"röl");
+    EXPECT_EQ(SapkasizYaz(u"ÂÛÎÔÊâûîôê"), u"AUİÖEauiöe");
+}
+
+TEST(IVaryanti, LetsTheFirstRowDecide) {
+    struct Case {
+        QStringView word;
+        QStringView variant;
+    };
+    const Case cases[] = {{u"İnsan", u"insan"}, {u"Işık", u"ışık"},   {u"ışık", u"IşIk"},
+                          {u"bilgi", u"bİlgİ"}, {u"İlmıİ", u"ilmıi"}, {u"Iıi", u"ııi"}};
+    for (const Case& c : cases) EXPECT_EQ(IVaryanti(c.word), c.variant.toString());
+    EXPECT_EQ(IVaryanti(u"ruh"), std::nullopt);
+}
