@@ -7,8 +7,11 @@
 
 #include <QString>
 #include <QStringView>
+#include <functional>
 #include <optional>
 #include <vector>
+
+#include "platform/core/printing.h"
 
 namespace lirovan::platform {
 
@@ -56,14 +59,19 @@ class PageView {
     virtual Reply<std::vector<double>> offsets(QStringView prefix) = 0;
     virtual Outcome setScrollTop(int pixels) = 0;
     virtual Reply<double> scrollTop() = 0;
-    /// Presses of the scroll bar's lower arrow.
+    /// Presses of the scroll bar's lower arrow, a text line each.
     virtual Outcome scrollLinesDown(int lines) = 0;
 
+    /// 1.0: as the page says. Kept over navigation.
     virtual void setZoom(double factor) = 0;
+    /// Both are known without asking the page.
     virtual bool hasSelection() const = 0;
     virtual QString selectedText() const = 0;
-    /// Puts the selection on the clipboard as plain text, HTML and RTF.
+    /// Puts the selection on the clipboard as plain text, HTML and RTF. Without a selection the clipboard is kept.
     virtual void copy() = 0;
+    /// Prints the page or its selection as shown, and calls `finished` with whether it was printed; it is called
+    /// once, later, unless the view goes first.
+    virtual void print(const PrintTarget& target, std::function<void(bool printed)> finished) = 0;
 };
 
 }  // namespace lirovan::platform

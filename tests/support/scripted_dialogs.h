@@ -1,0 +1,75 @@
+// Dialogs that a test answers in advance. Whatever is shown is recorded; an answer that was not scripted is the one
+// that closing the box gives, so that a forgotten answer shows as a wrong outcome and never as a hang.
+//
+//     ScriptedDialogs dialogs;
+//     dialogs.answer(Answer::Ok).answerText(u"Başlık"_s);
+//     ...
+//     EXPECT_EQ(dialogs.messages.at(0).text, u"..."_s);
+#pragma once
+
+#include <QString>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/core/dialogs.h"
+
+namespace lirovan::test {
+
+class ScriptedDialogs : public platform::Dialogs {
+  public:
+    struct SavePathQuestion {
+        QString title, suggestion, filter;
+    };
+
+    std::vector<platform::Message> messages;
+    std::vector<platform::Question> questions;
+    std::vector<SavePathQuestion> savePathQuestions;
+    /// Runs while a message "is open": what the user might see or do meanwhile.
+    std::function<void(const platform::Message&)> whileShown;
+
+    /// The answer to the next message box that has none yet; likewise below.
+    ScriptedDialogs& answer(platform::Answer answer) { return answers_.push_back(answer), *this; }
+    ScriptedDialogs& answerText(std::optional<QString> text) { return texts_.push_back(std::move(text)), *this; }
+    ScriptedDialogs& answerSavePath(QString path) { return paths_.push_back(std::move(path)), *this; }
+    bool allAnswersUsed() const { return answers_.empty() && texts_.empty() && paths_.empty(); }
+
+    platform::Answer show(const platform::Message& message) override {
+        messages.push_back(message);
+        if (whileShown) whileShown(message);
+        return take(answers_, closing(message.buttons));
+    }
+    std::optional<QString> ask(const platform::Question& question) override {
+        questions.push_back(question);
+        return take(texts_, std::optional<QString>());
+    }
+    QString askSavePath(const QString& title, const QString& suggestion, const QString& filter) override {
+        savePathQuestions.push_back({title, suggestion, filter});
+        return take(paths_, QString());
+    }
+
+  private:
+    static platform::Answer closing(platform::Buttons buttons) {
+        switch (buttons) {
+            case platform::Buttons::OkCancel: return platform::Answer::Cancel;
+            case platform::Buttons::YesNo: return platform::Answer::No;
+            case platform::Buttons::Ok: break;
+        }
+        return platform::Answer::Ok;
+    }
+
+    template <class T>
+    static T take(std::deque<T>& queue, T otherwise) {
+        if (queue.empty()) return otherwise;
+        T front = std::move(queue.front());
+        queue.pop_front();
+        return front;
+    }
+
+    std::deque<platform::Answer> answers_;
+    std::deque<std::optional<QString>> texts_;
+    std::deque<QString> paths_;
+};
+
+}  // namespace lirovan::test
