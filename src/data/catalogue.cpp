@@ -1,0 +1,143 @@
+#include "data/catalogue.h"
+
+namespace lirovan::data::catalogue {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class Tag>
+QString number(Id<Tag> id) {
+    return QString::number(id.value);
+}
+
+// A text between single quotes. The engine takes the statement as a C string, so nothing may follow a NUL.
+QString quoted(QStringView text) {
+    QString safe = text.toString();
+    safe.remove(QChar(u'\0'));
+    safe.replace(u'\'', u"''"_s);
+    return u'\'' + safe + u'\'';
+}
+
+const QString BookOrderEnding =
+    u" and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_Kitaplar.KitapSiraID, tbl_KonuBaslik.Konu_Sira"_s;
+const QString HeadingOrderEnding = u"  and tbl_KonuBaslik.KitapID<>35  ORDER BY tbl_KonuBaslik.KonuBaslik"_s;
+const QString OneAuthorBookOrderEnding =
+    u"  and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_Kitaplar.KitapSiraID, tbl_KonuBaslik.Konu_Sira"_s;
+const QString OneAuthorHeadingOrderEnding =
+    u"  and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_KonuBaslik.KonuBaslik"_s;
+
+}  // namespace
+
+QString authors() {
+    return u"select * from tbl_Yazar order by YazarID"_s;
+}
+
+QString author(AuthorId author) {
+    return u"select * from tbl_Yazar where YazarID="_s + number(author);
+}
+
+QString authorInOrder(AuthorId author) {
+    return u"select * from tbl_Yazar Where YazarID= "_s + number(author) + u" order by YazarID"_s;
+}
+
+QString selectorBooks(AuthorId author) {
+    return u"select * from tbl_Kitaplar where YazarID="_s + number(author) +
+           u" and KitapID<>35 order by KitapAdi"_s;
+}
+
+QString treeBooks(AuthorId author) {
+    return u"select * from tbl_Kitaplar Where YazarID="_s + number(author) + u" order by KitapSiraID"_s;
+}
+
+QString bookByTitle(QStringView title) {
+    return u"select * from tbl_Kitaplar where KitapAdi="_s + quoted(title);
+}
+
+QString bookById(BookId book) {
+    return u"select KitapID, KitapAdi from tbl_Kitaplar where KitapID="_s + number(book);
+}
+
+QString headings(BookId book) {
+    return u"select * from tbl_KonuBaslik where KitapID="_s + number(book) + u" ORDER BY Konu_sira"_s;
+}
+
+QString heading(BookId book, TopicId topic) {
+    return u"select * from tbl_KonuBaslik where KitapID="_s + number(book) + u" and KonuID="_s +
+           number(topic);
+}
+
+QString headingById(TopicId topic) {
+    return u"select * from tbl_KonuBaslik where KonuID="_s + number(topic);
+}
+
+QString headingWithBook(TopicId topic) {
+    return u"SELECT tbl_Kitaplar.KitapID, tbl_Kitaplar.KitapAdi, tbl_KonuBaslik.KonuBaslik "
+           u",tbl_Kitaplar.YazarID FROM "
+           "tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = tbl_Kitaplar.KitapID where KonuID="_s +
+           number(topic);
+}
+
+QString scripts() {
+    return u"select * from tbl_scripts"_s;
+}
+
+QString topic(TopicId topic) {
+    return u"select * from tbl_Konu where KonuID="_s + number(topic);
+}
+
+QString topicWithHeading(TopicId topic) {
+    return u"select * from (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
+           u"tbl_Kitaplar.KitapID) "
+           "INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID where tbl_Konu.KonuID="_s +
+           number(topic) + u" ORDER BY tbl_KonuBaslik.KonuBaslik"_s;
+}
+
+QString topics() {
+    return u"select * from tbl_Konu "_s;
+}
+
+QString topicsOfAuthor(AuthorId author, AuthorScope scope, TopicOrder order) {
+    const bool byBook = order == TopicOrder::Book;
+    if (scope == AuthorScope::All)
+        return u"SELECT  tbl_Konu.* FROM (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
+               "tbl_Kitaplar.KitapID) INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID Where "
+               "tbl_Kitaplar.YazarID="_s +
+               number(author) + (byBook ? BookOrderEnding : HeadingOrderEnding);
+    return u"SELECT tbl_Konu.* FROM (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
+           "tbl_Kitaplar.KitapID) INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID WHERE "
+           "tbl_Kitaplar.YazarID="_s +
+           number(author) + (byBook ? OneAuthorBookOrderEnding : OneAuthorHeadingOrderEnding);
+}
+
+QString topicsOfBook(BookId book, TopicOrder order) {
+    if (order == TopicOrder::Book)
+        return u"select * from tbl_Konu INNER JOIN tbl_KonuBaslik ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID "
+               u"where "
+               "tbl_Konu.KonuID IN (select KonuID from tbl_KonuBaslik where KitapID="_s +
+               number(book) + u")  and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_KonuBaslik.Konu_Sira"_s;
+    return u"SELECT tbl_Konu.* FROM (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
+           "tbl_Kitaplar.KitapID) INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID where "
+           "tbl_KonuBaslik.KitapID="_s +
+           number(book) + OneAuthorHeadingOrderEnding;
+}
+
+QString variants(QStringView word) {
+    return u"SELECT KelimeKontYazili, KelimeKontAra FROM tbl_KelimeKont WHERE KelimeKontYazili Like "_s +
+           quoted(word) + u" ORDER BY LEN(KelimeKontAra) DESC "_s;
+}
+
+QString variantExists(QStringView searchForm) {
+    return u"SELECT KelimeKontID FROM tbl_KelimeKont WHERE KelimeKontAra="_s + quoted(searchForm);
+}
+
+QString insertVariant(QStringView written, QStringView searchForm) {
+    return u"INSERT INTO tbl_KelimeKont (KelimeKontYazili, KelimeKontAra ) Values ("_s + quoted(written) +
+           u',' + quoted(searchForm) + u')';
+}
+
+QString deleteVariants() {
+    return u"Delete FROM tbl_KelimeKont"_s;
+}
+
+}  // namespace lirovan::data::catalogue

@@ -1,0 +1,60 @@
+// The statements that the program puts to the library, as texts. Nothing else in the program holds SQL for
+// it.
+//
+// The texts are fixed to the character, doubled blanks included, so that a log or a test can name them.
+// Values go in as plain decimal numbers or as text; a text is made safe where it goes in (apostrophes
+// doubled), so `bookByTitle(u"Ali'nin Kitabı")` is a valid statement that finds that title.
+//
+// The comment above each function says which columns are read, by position or by name (see library.h for
+// rows).
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include "data/ids.h"
+
+namespace lirovan::data::catalogue {
+
+/// Column positions of tbl_Konu, for scans that read the stored text without converting it.
+inline constexpr int TopicIdColumn = 1, TopicTextColumn = 2, PartNumberColumn = 3;
+/// Column position of the fragment in tbl_scripts.
+inline constexpr int ScriptColumn = 1;
+
+/// How the topics of a search scope are ordered.
+enum class TopicOrder {
+    Book,    ///< by the books' reading order, then by the headings' order
+    Heading  ///< by heading text
+};
+
+/// The two spellings of the statements over an author's topics. They read the same rows; the first serves a
+/// search through all authors, the second a search through one.
+enum class AuthorScope { All, One };
+
+QString authors();                            ///< 0 YazarID, 1 Yazar; ascending YazarID
+QString author(AuthorId author);              ///< Yazar
+QString authorInOrder(AuthorId author);       ///< 0 YazarID, 1 Yazar; one author in the shape of authors()
+QString selectorBooks(AuthorId author);       ///< 0 KitapID, 1 KitapAdi; by title, without HiddenBook
+QString treeBooks(AuthorId author);           ///< 0 KitapID, 1 KitapAdi; in reading order
+QString bookByTitle(QStringView title);       ///< 0 KitapID, YazarID; compared without regard to case
+QString bookById(BookId book);                ///< KitapID, KitapAdi
+QString headings(BookId book);                ///< 0 KonuID, 2 KonuBaslik; in the book's order
+QString heading(BookId book, TopicId topic);  ///< 0 KonuID, 2 KonuBaslik
+QString headingById(TopicId topic);           ///< 0 KonuID, KitapID, 2 KonuBaslik
+QString headingWithBook(TopicId topic);       ///< KonuBaslik, KitapID, KitapAdi, YazarID
+QString scripts();                            ///< 1 fragment; only the first row counts
+QString topic(TopicId topic);                 ///< 2 Konu, 3 part number
+QString topicWithHeading(TopicId topic);      ///< KonuBaslik, KitapAdi, Konu
+QString topics();                             ///< every topic: 1 KonuID, 2 Konu
+QString topicsOfAuthor(AuthorId author, AuthorScope scope,
+                       TopicOrder order);             ///< 1 KonuID, 2 Konu; no HiddenBook
+QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no HiddenBook
+
+/// KelimeKontYazili, KelimeKontAra of the rows whose written form equals `word` without regard to case,
+/// longest search form first. The word goes into a LIKE pattern: the caller passes it without quote marks.
+QString variants(QStringView word);
+QString variantExists(QStringView searchForm);  ///< KelimeKontID
+QString insertVariant(QStringView written, QStringView searchForm);
+QString deleteVariants();
+
+}  // namespace lirovan::data::catalogue

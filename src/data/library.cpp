@@ -1,0 +1,169 @@
+#include "data/library.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace lirovan::data {
+
+using namespace Qt::StringLiterals;
+using platform::Database;
+using platform::Error;
+using platform::OpenMode;
+using platform::Result;
+using platform::Statement;
+
+namespace {
+
+struct Table {
+    QStringView name;
+    std::initializer_list<QStringView> columns;  // by position; empty: any name
+};
+
+// What the program reads, in the order in which it is read by position.
+constexpr QStringView Any;
+const Table Tables[] = {
+    {u"tbl_Yazar", {u"YazarID", u"Yazar"}},
+    {u"tbl_Kitaplar", {u"KitapID", u"KitapAdi"}},
+    {u"tbl_KonuBaslik", {u"KonuID", Any, u"KonuBaslik"}},
+    {u"tbl_Konu", {Any, u"KonuID", u"Konu", Any}},
+    {u"tbl_scripts", {Any, Any}},
+    {u"tbl_KelimeKont", {}},
+};
+
+Result<void> checkTable(const Database& database, const Table& table) {
+    const Result<Statement> statement = database.prepare(u"select * from "_s + table.name.toString());
+    if (!statement)
+        return Error{u"Dosya bir kitaplık değil: “%1” tablosu yok ya da okunamıyor."_s.arg(table.name)};
+    int position = 0;
+    for (const QStringView column : table.columns) {
+        const bool there =
+            position < statement->columnCount() &&
+            (column.isEmpty() || statement->columnName(position).compare(column, Qt::CaseInsensitive) == 0);
+        if (!there)
+            return Error{
+                u"Dosya bir kitaplık değil: “%1” tablosunun %2. sütunu “%3” olmalı."_s.arg(table.name)
+                    .arg(position + 1)
+                    .arg(column.isEmpty() ? u"…"_s : column.toString())};
+        ++position;
+    }
+    return {};
+}
+
+template <class Row>
+Result<Rows<Row>> rows(const Database& database, const QString& sql) {
+    Result<Statement> statement = database.prepare(sql);
+    if (!statement) return statement.error();
+    return Rows<Row>(std::move(*statement));
+}
+
+template <class Row>
+Result<std::optional<Row>> first(const Database& database, const QString& sql) {
+    Result<Rows<Row>> all = rows<Row>(database, sql);
+    if (!all) return all.error();
+    Row row;
+    const Result<bool> found = all->next(row);
+    if (!found) return found.error();
+    return *found ? std::optional<Row>(std::move(row)) : std::nullopt;
+}
+
+bool readable(const QString& path) {
+    return QFile(path).open(QIODevice::ReadOnly);
+}
+
+}  // namespace
+
+QString missingLibraryMessage() {
+    return u"kitaplar.vq dosyası bulunamadı. Kitaplar okunamıyor..."_s;
+}
+
+QString Library::connectionString(const platform::AppFolder& folder) {
+    return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + folder.pageText(LibraryFile) +
+           u";Persist Security Info=False;"_s;
+}
+
+Result<Library> Library::open(const platform::AppFolder& folder, OpenMode mode) {
+    const QString path = folder.path(LibraryFile);
+    const QFileInfo info(path);
+    if (!info.exists() || (!info.isDir() && !readable(path))) return Error{missingLibraryMessage()};
+    Result<Library> library = openFile(path, mode);
+    if (library) library->connectionString_ = connectionString(folder);
+    return library;
+}
+
+Result<Library> Library::openFile(const QString& path, OpenMode mode) {
+    const QFileInfo info(path);
+    if (!info.exists()) return Error{u"Dosya bulunamadı: %1"_s.arg(path)};
+    if (info.isDir()) return Error{u"Bu bir klasör, kitaplık dosyası değil: %1"_s.arg(path)};
+    if (!readable(path)) return Error{u"Dosya okunamıyor: %1"_s.arg(path)};
+    if (info.size() == 0) return Error{u"Kitaplık dosyası boş: %1"_s.arg(path)};
+
+    Result<Database> database = Database::open(path, mode);
+    if (!database) return Error{u"%1 (%2)"_s.arg(database.error().message, path)};
+    for (const Table& table : Tables) {
+        const Result<void> checked = checkTable(*database, table);
+        if (!checked) return checked.error();
+    }
+    Library library;
+    library.database_ = std::move(*database);
+    library.connectionString_ =
+        u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False;"_s;
+    return library;
+}
+
+Result<Rows<Author>> Library::authors() const {
+    return rows<Author>(database_, catalogue::authors());
+}
+
+Result<Rows<Book>> Library::selectorBooks(AuthorId author) const {
+    return rows<Book>(database_, catalogue::selectorBooks(author));
+}
+
+Result<Rows<Book>> Library::treeBooks(AuthorId author) const {
+    return rows<Book>(database_, catalogue::treeBooks(author));
+}
+
+Result<Rows<Heading>> Library::headings(BookId book) const {
+    return rows<Heading>(database_, catalogue::headings(book));
+}
+
+Result<Rows<Variant>> Library::variants(QStringView word) const {
+    return rows<Variant>(database_, catalogue::variants(word));
+}
+
+Result<std::optional<Author>> Library::author(AuthorId author) const {
+    return first<Author>(database_, catalogue::author(author));
+}
+
+Result<std::optional<Book>> Library::bookByTitle(QStringView title) const {
+    return first<Book>(database_, catalogue::bookByTitle(title));
+}
+
+Result<std::optional<Book>> Library::bookById(BookId book) const {
+    return first<Book>(database_, catalogue::bookById(book));
+}
+
+Result<std::optional<Heading>> Library::heading(BookId book, TopicId topic) const {
+    return first<Heading>(database_, catalogue::heading(book, topic));
+}
+
+Result<std::optional<Heading>> Library::heading(TopicId topic) const {
+    return first<Heading>(database_, catalogue::headingById(topic));
+}
+
+Result<std::optional<BookHeading>> Library::headingWithBook(TopicId topic) const {
+    return first<BookHeading>(database_, catalogue::headingWithBook(topic));
+}
+
+Result<std::optional<TopicText>> Library::topic(TopicId topic) const {
+    return first<TopicText>(database_, catalogue::topic(topic));
+}
+
+Result<QString> Library::script() const {
+    Result<Statement> statement = database_.prepare(catalogue::scripts());
+    if (!statement) return statement.error();
+    const Result<platform::Step> step = statement->step();
+    if (!step) return step.error();
+    return *step == platform::Step::Row ? statement->text(catalogue::ScriptColumn) : QString();
+}
+
+}  // namespace lirovan::data

@@ -1,0 +1,111 @@
+#include "data/library.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "support/library_file.h"
+
+using namespace lirovan;
+using namespace lirovan::data;
+using platform::OpenMode;
+
+TEST(Library, KeepsTheConnectionString) {
+    const tests::LibraryFile file;
+    const Library library = file.open();
+    EXPECT_EQ(library.connectionString(), Library::connectionString(file.appFolder()));
+    EXPECT_EQ(Library::connectionString(platform::AppFolder(QStringLiteral("C:\\Lirovan\\"))),
+              u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\Lirovan\\kitaplar.vq;Persist Security "
+              u"Info=False;");
+}
+
+TEST(Library, ReadsTypedRows) {
+    tests::LibraryFile file = tests::smallLibrary();
+    file.topic(700000, 5, u"BÜYÜK NUMARA", u"x", 7);
+    const Library library = file.open(OpenMode::ReadOnly);
+
+    const auto book = library.bookByTitle(u"ağaçlar");
+    ASSERT_TRUE(book && *book);
+    EXPECT_EQ((**book).id, BookId{40});
+    EXPECT_EQ((**book).author, AuthorId{2});
+
+    const auto topic = library.topic(TopicId{700000});
+    ASSERT_TRUE(topic && *topic);
+    EXPECT_EQ((**topic).text, u"x");
+    EXPECT_EQ((**topic).partNumber, 7);
+
+    const auto context = library.headingWithBook(TopicId{700000});
+    ASSERT_TRUE(context && *context);
+    EXPECT_EQ((**context).title, u"BÜYÜK NUMARA");
+    EXPECT_EQ((**context).bookTitle, u"<B>SÖYLEV</B>");
+    EXPECT_EQ((**context).author, AuthorId{1});
+
+    EXPECT_FALSE(*library.topic(TopicId{1}));
+    EXPECT_EQ(*library.script(), u"<script>/**/</script>");
+}
+
+TEST(Library, NestsCursorsOverOneConnection) {
+    const Library library = tests::smallLibrary().open();
+    QStringList books;
+    auto authors = library.authors();
+    ASSERT_TRUE(authors);
+    for (Author author; *authors->next(author);) {
+        auto inner = library.treeBooks(author.id);
+        ASSERT_TRUE(inner);
+        for (Book book; *inner->next(book);) books += QString::number(book.id.value);
+    }
+    EXPECT_EQ(books.join(u' '), u"2 1 5 32 35 40");
+}
+
+TEST(Library, SaysWhatIsWrongWithAFileAndLeavesItAlone) {
+    const tests::LibraryFile good = tests::smallLibrary();
+    QFile goodFile(good.path());
+    ASSERT_TRUE(goodFile.open(QIODevice::ReadOnly));
+    const QByteArray bytes = goodFile.readAll();
+
+    tests::LibraryFile withoutTable;
+    withoutTable.execute(u"DROP TABLE tbl_Konu");
+    QFile foreign(withoutTable.path());
+    ASSERT_TRUE(foreign.open(QIODevice::ReadOnly));
+
+    tests::LibraryFile wrongOrder;
+    wrongOrder.execute(u"DROP TABLE tbl_Yazar; CREATE TABLE tbl_Yazar (Yazar TEXT, YazarID INTEGER)");
+    QFile disordered(wrongOrder.path());
+    ASSERT_TRUE(disordered.open(QIODevice::ReadOnly));
+
+    struct {
+        const char* what;
+        QByteArray content;
+        QStringView message;
+    } const cases[] = {
+        {"zero bytes", QByteArray(), u"boş"},
+        {"text", QByteArray(5000, 'x'), u"veritabanı değil"},
+        {"overwritten header", QByteArray(100, '\0') + bytes.mid(100), u"veritabanı değil"},
+        {"missing table", foreign.readAll(), u"tbl_Konu"},
+        {"columns in another order", disordered.readAll(), u"YazarID"},
+    };
+    for (const auto& test : cases) {
+        const QTemporaryDir folder;
+        const platform::AppFolder app(folder.path());
+        QFile file(folder.filePath(QStringLiteral("kitaplar.vq")));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.write(test.content);
+        file.flush();
+        const auto library = Library::open(app);
+        ASSERT_FALSE(library) << test.what;
+        EXPECT_TRUE(library.error().message.contains(test.message)) << library.error().message.toStdString();
+        file.seek(0);
+        EXPECT_EQ(file.readAll(), test.content) << test.what;
+    }
+}
+
+TEST(Library, AnswersTheFixedMessageWhereThereIsNoFile) {
+    const QTemporaryDir folder;
+    const platform::AppFolder app(folder.path());
+    ASSERT_FALSE(Library::open(app));
+    EXPECT_EQ(Library::open(app).error().message, u"kitaplar.vq dosyası bulunamadı. Kitaplar okunamıyor...");
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("kitaplar.vq")));
+    EXPECT_TRUE(Library::open(app).error().message.contains(u"klasör"));
+    EXPECT_FALSE(Library().authors());
+}
