@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "platform/core/library_layout.h"
+
 namespace lirovan::data {
 
 using namespace Qt::StringLiterals;
@@ -13,41 +15,6 @@ using platform::Result;
 using platform::Statement;
 
 namespace {
-
-struct Table {
-    QStringView name;
-    std::initializer_list<QStringView> columns;  // by position; empty: any name
-};
-
-// What the program reads, in the order in which it is read by position.
-constexpr QStringView Any;
-const Table Tables[] = {
-    {u"tbl_Yazar", {u"YazarID", u"Yazar"}},
-    {u"tbl_Kitaplar", {u"KitapID", u"KitapAdi"}},
-    {u"tbl_KonuBaslik", {u"KonuID", Any, u"KonuBaslik"}},
-    {u"tbl_Konu", {Any, u"KonuID", u"Konu", Any}},
-    {u"tbl_scripts", {Any, Any}},
-    {u"tbl_KelimeKont", {}},
-};
-
-Result<void> checkTable(const Database& database, const Table& table) {
-    const Result<Statement> statement = database.prepare(u"select * from "_s + table.name.toString());
-    if (!statement)
-        return Error{u"Dosya bir kitaplık değil: “%1” tablosu yok ya da okunamıyor."_s.arg(table.name)};
-    int position = 0;
-    for (const QStringView column : table.columns) {
-        const bool there =
-            position < statement->columnCount() &&
-            (column.isEmpty() || statement->columnName(position).compare(column, Qt::CaseInsensitive) == 0);
-        if (!there)
-            return Error{
-                u"Dosya bir kitaplık değil: “%1” tablosunun %2. sütunu “%3” olmalı."_s.arg(table.name)
-                    .arg(position + 1)
-                    .arg(column.isEmpty() ? u"…"_s : column.toString())};
-        ++position;
-    }
-    return {};
-}
 
 template <class Row>
 Result<Rows<Row>> rows(const Database& database, const QString& sql) {
@@ -99,10 +66,8 @@ Result<Library> Library::openFile(const QString& path, OpenMode mode) {
 
     Result<Database> database = Database::open(path, mode);
     if (!database) return Error{u"%1 (%2)"_s.arg(database.error().message, path)};
-    for (const Table& table : Tables) {
-        const Result<void> checked = checkTable(*database, table);
-        if (!checked) return checked.error();
-    }
+    const Result<void> checked = platform::checkLayout(*database, platform::LayoutKind::Library);
+    if (!checked) return Error{u"%1 (%2)"_s.arg(checked.error().message, path)};
     Library library;
     library.database_ = std::move(*database);
     library.connectionString_ =

@@ -28,7 +28,7 @@ QString values(const Library& library, const QString& sql, QStringView column) {
 }  // namespace
 
 TEST(Catalogue, EveryStatementFindsItsRows) {
-    tests::LibraryFile file = tests::smallLibrary();
+    test::LibraryFile file = test::smallLibrary();
     file.variant(u"KUR'AN", u"Kuran").variant(u"kur'an", u"Kur`an").variant(u"su", u"su");
     const Library library = file.open();
     const AuthorId first{1}, second{2};
@@ -72,12 +72,13 @@ TEST(Catalogue, EveryStatementFindsItsRows) {
         {catalogue::variants(u"' OR 1=1 --"), u"KelimeKontAra", u""},
         {catalogue::variantExists(u"Kuran"), u"KelimeKontID", u"1"},
     };
-    for (const auto& test : cases)
-        EXPECT_EQ(values(library, test.sql, test.column), test.expected) << test.sql.toStdString();
+    for (const auto& one : cases)
+        EXPECT_EQ(values(library, one.sql, one.column), one.expected) << one.sql.toStdString();
 }
 
 TEST(Catalogue, ReadsByTheFixedPositions) {
-    const Library library = tests::smallLibrary().open();
+    const test::LibraryFile file = test::smallLibrary();
+    const Library library = file.open();
     for (const QString& sql :
          {catalogue::topics(), catalogue::topicsOfBook(BookId{1}, TopicOrder::Book),
           catalogue::topicsOfAuthor(AuthorId{1}, AuthorScope::All, TopicOrder::Heading)}) {
@@ -90,7 +91,8 @@ TEST(Catalogue, ReadsByTheFixedPositions) {
 }
 
 TEST(Catalogue, RewritesTheVariantTable) {
-    const Library library = tests::LibraryFile().open();
+    const test::LibraryFile file;
+    const Library library = file.open();
     ASSERT_TRUE(library.execute(catalogue::insertVariant(u"kur'ân'ın", u"kur`ân`ın")));
     EXPECT_EQ(values(library, catalogue::variants(u"KUR'ÂN'IN"), u"KelimeKontYazili"), u"kur'ân'ın");
     ASSERT_TRUE(library.execute(catalogue::deleteVariants()));

@@ -11,8 +11,17 @@ using namespace lirovan;
 using namespace lirovan::data;
 using platform::OpenMode;
 
+namespace {
+
+// Bytes 68 to 71 of a SQLite file hold its application id.
+QByteArray withoutId(QByteArray bytes) {
+    return bytes.replace(68, 4, QByteArray(4, '\0'));
+}
+
+}  // namespace
+
 TEST(Library, KeepsTheConnectionString) {
-    const tests::LibraryFile file;
+    const test::LibraryFile file;
     const Library library = file.open();
     EXPECT_EQ(library.connectionString(), Library::connectionString(file.appFolder()));
     EXPECT_EQ(Library::connectionString(platform::AppFolder(QStringLiteral("C:\\Lirovan\\"))),
@@ -21,7 +30,7 @@ TEST(Library, KeepsTheConnectionString) {
 }
 
 TEST(Library, ReadsTypedRows) {
-    tests::LibraryFile file = tests::smallLibrary();
+    test::LibraryFile file = test::smallLibrary();
     file.topic(700000, 5, u"BÜYÜK NUMARA", u"x", 7);
     const Library library = file.open(OpenMode::ReadOnly);
 
@@ -46,7 +55,8 @@ TEST(Library, ReadsTypedRows) {
 }
 
 TEST(Library, NestsCursorsOverOneConnection) {
-    const Library library = tests::smallLibrary().open();
+    const test::LibraryFile file = test::smallLibrary();
+    const Library library = file.open();
     QStringList books;
     auto authors = library.authors();
     ASSERT_TRUE(authors);
@@ -59,17 +69,17 @@ TEST(Library, NestsCursorsOverOneConnection) {
 }
 
 TEST(Library, SaysWhatIsWrongWithAFileAndLeavesItAlone) {
-    const tests::LibraryFile good = tests::smallLibrary();
+    const test::LibraryFile good = test::smallLibrary();
     QFile goodFile(good.path());
     ASSERT_TRUE(goodFile.open(QIODevice::ReadOnly));
     const QByteArray bytes = goodFile.readAll();
 
-    tests::LibraryFile withoutTable;
+    test::LibraryFile withoutTable;
     withoutTable.execute(u"DROP TABLE tbl_Konu");
     QFile foreign(withoutTable.path());
     ASSERT_TRUE(foreign.open(QIODevice::ReadOnly));
 
-    tests::LibraryFile wrongOrder;
+    test::LibraryFile wrongOrder;
     wrongOrder.execute(u"DROP TABLE tbl_Yazar; CREATE TABLE tbl_Yazar (Yazar TEXT, YazarID INTEGER)");
     QFile disordered(wrongOrder.path());
     ASSERT_TRUE(disordered.open(QIODevice::ReadOnly));
@@ -84,19 +94,20 @@ TEST(Library, SaysWhatIsWrongWithAFileAndLeavesItAlone) {
         {"overwritten header", QByteArray(100, '\0') + bytes.mid(100), u"veritabanı değil"},
         {"missing table", foreign.readAll(), u"tbl_Konu"},
         {"columns in another order", disordered.readAll(), u"YazarID"},
+        {"no application id", withoutId(bytes), u"kitaplık dosyası değil"},
     };
-    for (const auto& test : cases) {
+    for (const auto& one : cases) {
         const QTemporaryDir folder;
         const platform::AppFolder app(folder.path());
         QFile file(folder.filePath(QStringLiteral("kitaplar.vq")));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        file.write(test.content);
+        file.write(one.content);
         file.flush();
         const auto library = Library::open(app);
-        ASSERT_FALSE(library) << test.what;
-        EXPECT_TRUE(library.error().message.contains(test.message)) << library.error().message.toStdString();
+        ASSERT_FALSE(library) << one.what;
+        EXPECT_TRUE(library.error().message.contains(one.message)) << library.error().message.toStdString();
         file.seek(0);
-        EXPECT_EQ(file.readAll(), test.content) << test.what;
+        EXPECT_EQ(file.readAll(), one.content) << one.what;
     }
 }
 

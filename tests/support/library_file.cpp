@@ -4,7 +4,9 @@
 #include <QVariant>
 #include <stdexcept>
 
-namespace lirovan::tests {
+#include "platform/core/library_layout.h"
+
+namespace lirovan::test {
 
 using platform::Database;
 using platform::OpenMode;
@@ -33,20 +35,7 @@ LibraryFile::LibraryFile() : folder_(std::make_unique<QTemporaryDir>()) {
     if (!folder_->isValid() || !QDir(folder_->path()).mkdir(QStringLiteral("OKU")))
         throw std::runtime_error("no temporary folder");
     database_ = must(Database::open(path(), OpenMode::Create));
-    execute(
-        u"CREATE TABLE tbl_Yazar (YazarID INTEGER PRIMARY KEY, Yazar TEXT COLLATE TURKCE);"
-        "CREATE TABLE tbl_Kitaplar (KitapID INTEGER PRIMARY KEY, KitapAdi TEXT COLLATE TURKCE, YazarID "
-        "INTEGER, "
-        "KitapSiraID REAL);"
-        "CREATE TABLE tbl_KonuBaslik (KonuID INTEGER PRIMARY KEY, KitapID INTEGER, KonuBaslik TEXT COLLATE "
-        "TURKCE, "
-        "Konu_Sira REAL);"
-        "CREATE TABLE tbl_Konu (ID INTEGER PRIMARY KEY, KonuID INTEGER, Konu TEXT COLLATE TURKCE, ParcaNo "
-        "REAL);"
-        "CREATE TABLE tbl_scripts (ID INTEGER PRIMARY KEY, Script TEXT COLLATE TURKCE);"
-        "CREATE TABLE tbl_KelimeKont (KelimeKontID INTEGER PRIMARY KEY, KelimeKontYazili TEXT COLLATE "
-        "TURKCE, "
-        "KelimeKontAra TEXT COLLATE TURKCE);");
+    must(platform::createLayout(database_, platform::LayoutKind::Library));
 }
 
 LibraryFile& LibraryFile::insert(QStringView sql, std::initializer_list<QVariant> values) {
@@ -71,7 +60,7 @@ LibraryFile& LibraryFile::topic(qint64 id, qint64 book, QStringView heading, QSt
     ++topics_;
     insert(u"INSERT INTO tbl_KonuBaslik (KonuID, KitapID, KonuBaslik, Konu_Sira) VALUES (?, ?, ?, ?)",
            {id, book, heading.toString(), order == 0 ? double(topics_) : order});
-    return insert(u"INSERT INTO tbl_Konu (KonuID, Konu, ParcaNo) VALUES (?, ?, ?)",
+    return insert(u"INSERT INTO tbl_Konu (KonuID, Konu, PartNumber) VALUES (?, ?, ?)",
                   {id, text.toString(), part});
 }
 
@@ -115,4 +104,4 @@ LibraryFile smallLibrary() {
     return file;
 }
 
-}  // namespace lirovan::tests
+}  // namespace lirovan::test

@@ -7,7 +7,7 @@
 
 #include "data/library.h"
 
-namespace lirovan::tests {
+namespace lirovan::test {
 
 /// An application folder that holds `kitaplar.vq` and an empty `OKU`. A failing step throws
 /// std::runtime_error with the message, which ends the test.
@@ -46,4 +46,4 @@ class LibraryFile {
 /// "Zeynep Ersoy" has books 32, 35 (the hidden one) and 40. Topic ids are book × 100 + 1 and + 2.
 LibraryFile smallLibrary();
 
-}  // namespace lirovan::tests
+}  // namespace lirovan::test
