@@ -1,0 +1,86 @@
+#include "search/hit_positions.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/core/main_frame.h"
+#include "search/highlighter.h"
+
+namespace lirovan::search {
+
+using platform::button::Down;
+using platform::button::Up;
+
+namespace {
+// Hits on one line would be one stop; so many pixels apart each of them is a step that can be seen.
+constexpr qint32 Spread = 33;
+}  // namespace
+
+std::vector<qint32> hitStops(const std::vector<double>& offsets) {
+    std::vector<qint32> stops;
+    for (const double offset : offsets) stops.push_back(static_cast<qint32>(std::nearbyint(offset)));
+    if (stops.empty()) stops.push_back(0);
+    std::sort(stops.begin(), stops.end());
+    for (size_t k = 0; k + 1 < stops.size(); ++k)
+        if (stops[k] >= stops[k + 1]) stops[k + 1] += Spread;
+    stops.back() += Spread;
+    return stops;
+}
+
+HitPositions::HitPositions(platform::PageView& view, EnableButton enableButton)
+    : view_(view), enableButton_(std::move(enableButton)) {}
+
+void HitPositions::ReOrderPos() {
+    stops_ = hitStops(view_.offsets(HitAnchor).valueOr({}));
+}
+
+void HitPositions::SetPosZero() {
+    current_ = 0;
+    ReOrderPos();
+    scrollToCurrent();
+}
+
+void HitPositions::UpperPos() {
+    enableButton_(Down, true);
+    if (current_ > 0) {
+        --current_;
+        scrollToCurrent();
+    }
+    if (current_ == 0) enableButton_(Up, false);
+}
+
+void HitPositions::DownerPos() {
+    enableButton_(Up, true);
+    if (current_ < lastIndex()) {
+        ++current_;
+        scrollToCurrent();
+    }
+    // The page may have got shorter since the last step.
+    current_ = std::min(current_, lastIndex());
+    if (current_ == lastIndex()) enableButton_(Down, false);
+    if (lastIndex() == 0) {
+        // The one stop can be gone back to at any time.
+        scrollToCurrent();
+        enableButton_(Down, true);
+        enableButton_(Up, false);
+    }
+}
+
+void HitPositions::firstActivation() {
+    if (activated_) return;
+    enableButton_(Up, false);
+    const size_t hits = view_.offsets(HitAnchor).valueOr({}).size();
+    if (hits == 0) enableButton_(Down, false);
+    if (hits < 2) current_ = 0;
+    ReOrderPos();
+    current_ = std::min(current_, lastIndex());
+    scrollToCurrent();
+    activated_ = true;
+}
+
+void HitPositions::scrollToCurrent() {
+    const qint32 index = std::clamp(current_, 0, lastIndex());
+    view_.setScrollTop(stops_[static_cast<size_t>(index)]);
+}
+
+}  // namespace lirovan::search

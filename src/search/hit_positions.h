@@ -1,0 +1,50 @@
+// Stepping through the hits of a highlighted page. The main window has one of these for the shared content
+// window, every extra content window one of its own.
+#pragma once
+
+#include <QStringView>
+#include <functional>
+#include <vector>
+
+#include "platform/core/page_view.h"
+
+namespace lirovan::search {
+
+/// The stops for hits at `offsets` (pixels from the top of the document, in any order): ascending, equal ones
+/// spread by 33 pixels, the last one 33 lower in any case. Never empty: a page without hits has the one
+/// stop 33. {300, 120} gives {120, 333}; {100, 100, 250} gives {100, 133, 283}.
+std::vector<qint32> hitStops(const std::vector<double>& offsets);
+
+class HitPositions {
+  public:
+    /// Enables or disables "Up" or "Down" on the owner's toolbar.
+    using EnableButton = std::function<void(QStringView key, bool enabled)>;
+
+    /// `view` outlives this object.
+    HitPositions(platform::PageView& view, EnableButton enableButton);
+
+    /// Collects the stops of the page now shown; neither scrolls nor changes the current stop.
+    void ReOrderPos();
+    /// Goes to the first hit of a new page.
+    void SetPosZero();
+    void UpperPos();   ///< to the hit before
+    void DownerPos();  ///< to the next hit
+    /// What an extra content window does when it is first activated: sets its buttons and goes to the current
+    /// stop. Later calls do nothing.
+    void firstActivation();
+
+    qint32 current() const { return current_; }
+    const std::vector<qint32>& stops() const { return stops_; }
+
+  private:
+    void scrollToCurrent();
+    qint32 lastIndex() const { return static_cast<qint32>(stops_.size()) - 1; }
+
+    platform::PageView& view_;
+    EnableButton enableButton_;
+    std::vector<qint32> stops_ = {0};
+    qint32 current_ = 0;
+    bool activated_ = false;
+};
+
+}  // namespace lirovan::search

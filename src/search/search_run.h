@@ -1,0 +1,55 @@
+// One search run: what was asked, the words it came to, and the record of its hits.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <vector>
+
+#include "text/comparison.h"
+
+namespace lirovan::search {
+
+/// The check boxes of the frame "Arama Seçenekleri".
+struct SearchOptions {
+    bool caseSensitive = false;  ///< chk_BKD
+    bool wholeWord = false;      ///< chk_TMK
+    bool allWords = false;       ///< chk_HPI
+    bool together = false;       ///< chk_FindWith
+    bool clearResult = false;    ///< chk_ClearResult
+};
+
+struct SearchRun {
+    int AramaNo = 0;
+    /// What is searched: the words, their I variants and, unless all words are asked for, the table variants.
+    QStringList AramaKelimeleri;
+    text::Comparison KarsilastirmaKipi = text::Comparison::CaseInsensitive;
+    /// Table variants by entry of the word list as it was before the table variants joined it.
+    std::vector<QStringList> KelimeVaryantlari;
+    QStringList TumVaryantlar;  ///< all table variants in the order read
+    /// "$" for every author, "#" and KonuID for every topic with hits, ";" and a 1-based UTF-16 position for
+    /// every hit: «$#12;45;310#17;9$».
+    QString IsabetKaydi;
+
+    qsizetype AramaSonIndis() const { return AramaKelimeleri.size() - 1; }
+    qsizetype ToplamVaryant() const { return TumVaryantlar.size(); }
+};
+
+/// The runs of one search window by number, kept as long as the window lives, since a click on a node of an
+/// older run has to mark what that run searched.
+class RunStores {
+  public:
+    SearchRun& add(SearchRun run) {
+        return runs_.insert_or_assign(run.AramaNo, std::move(run)).first->second;
+    }
+    /// Null when no such run was stored.
+    const SearchRun* find(int number) const {
+        const auto found = runs_.find(number);
+        return found == runs_.end() ? nullptr : &found->second;
+    }
+
+  private:
+    std::map<int, SearchRun> runs_;
+};
+
+}  // namespace lirovan::search
