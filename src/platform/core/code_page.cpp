@@ -67,6 +67,13 @@ QByteArray toWindows1254(QStringView text) {
     return out;
 }
 
+std::optional<unsigned char> windows1254Byte(char16_t unit) {
+    if (unit < 128) return static_cast<unsigned char>(unit);
+    const auto found = encodeTable().find(unit);
+    if (found == encodeTable().end()) return std::nullopt;
+    return static_cast<unsigned char>(found->second);
+}
+
 QString fromWindows1254(QByteArrayView bytes) {
     QString text(bytes.size(), Qt::Uninitialized);
     for (qsizetype i = 0; i < bytes.size(); ++i)

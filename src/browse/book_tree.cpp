@@ -1,0 +1,140 @@
+#include "browse/book_tree.h"
+
+#include "text/blanks.h"
+#include "text/title.h"
+
+namespace lirovan::browse {
+
+using namespace Qt::StringLiterals;
+using platform::Result;
+
+namespace {
+
+// One pass over the library. The counters run through the whole tree, so that no key comes twice.
+class Reader {
+  public:
+    Reader(const data::Library& library, const TreeProgress& progress)
+        : library_(library), progress_(progress) {}
+
+    BookTree read() {
+        if (const Result<void> done = readAuthors(); !done) tree_.failure = done.error();
+        return std::move(tree_);
+    }
+
+  private:
+    Result<void> readAuthors() {
+        auto rows = library_.authors();
+        if (!rows) return rows.error();
+        data::Author author;
+        while (true) {
+            const Result<bool> more = rows->next(author);
+            if (!more) return more.error();
+            if (!*more) return {};
+            const bool first = authors_ == 0;
+            TreeNode node;
+            node.kind = TreeNode::Kind::Author;
+            node.key = u'T' + QString::number(authors_++);
+            node.text = author.name;
+            node.image = first ? image::FirstAuthor : image::ClosedBook;
+            node.author = author.id;
+            const qsizetype at = add(std::move(node));
+            if (const Result<void> done = readBooks(at); !done) return done;
+        }
+    }
+
+    Result<void> readBooks(qsizetype authorNode) {
+        const data::AuthorId author = tree_.nodes[static_cast<size_t>(authorNode)].author;
+        auto rows = library_.treeBooks(author);
+        if (!rows) return rows.error();
+        data::Book book;
+        while (true) {
+            const Result<bool> more = rows->next(book);
+            if (!more) return more.error();
+            if (!*more) return {};
+            TreeNode node;
+            node.kind = TreeNode::Kind::Book;
+            node.text = text::ClearTitle(book.title);
+            if (progress_.bookStarted) progress_.bookStarted(node.text);
+            node.key = u'P' + QString::number(++books_);
+            node.image = image::ClosedBook;
+            node.parent = authorNode;
+            node.author = author;
+            node.book = book.id;
+            const qsizetype at = add(std::move(node));
+            if (const Result<void> done = readTopics(at); !done) return done;
+        }
+    }
+
+    Result<void> readTopics(qsizetype bookNode) {
+        const data::BookId book = tree_.nodes[static_cast<size_t>(bookNode)].book;
+        const data::AuthorId author = tree_.nodes[static_cast<size_t>(bookNode)].author;
+        auto rows = library_.headings(book);
+        if (!rows) return rows.error();
+        data::Heading heading;
+        while (true) {
+            const Result<bool> more = rows->next(heading);
+            if (!more) return more.error();
+            if (!*more) return {};
+            TreeNode node;
+            node.kind = TreeNode::Kind::Topic;
+            node.key = u'C' + QString::number(++topics_);
+            node.text = text::ClearTitle(text::trimBlanks(heading.title).toString());
+            node.image = image::UnreadTopic;
+            node.parent = bookNode;
+            node.author = author;
+            node.book = book;
+            node.topic = heading.topic;
+            const qsizetype at = add(std::move(node));
+            if (progress_.topicAdded) progress_.topicAdded(tree_.nodes[static_cast<size_t>(at)].text);
+        }
+    }
+
+    qsizetype add(TreeNode node) {
+        if (node.parent >= 0) ++tree_.nodes[static_cast<size_t>(node.parent)].children;
+        tree_.nodes.push_back(std::move(node));
+        return static_cast<qsizetype>(tree_.nodes.size()) - 1;
+    }
+
+    const data::Library& library_;
+    const TreeProgress& progress_;
+    BookTree tree_;
+    qint64 authors_ = 0, books_ = 0, topics_ = 0;
+};
+
+}  // namespace
+
+QString loadingText() {
+    return u"Program bilgileri yükleniyor."_s;
+}
+
+QString bookLoadingText(const QString& book) {
+    return u"Kitap Adı: "_s + book + u" kitabı yükleniyor."_s;
+}
+
+QString topicLoadedText(const QString& topic) {
+    return u"Konu: "_s + topic + u" yüklendi."_s;
+}
+
+BookTree readBookTree(const data::Library& library, const TreeProgress& progress) {
+    return Reader(library, progress).read();
+}
+
+ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node) {
+    if (node <= 0) return ClickTarget::StartPage;
+    const bool isBook = nodes[static_cast<size_t>(node)].kind == TreeNode::Kind::Book;
+    return isBook ? ClickTarget::StartPage : ClickTarget::Topic;
+}
+
+QStringView expandedImage(QStringView image) {
+    return image == image::ClosedBook ? image::OpenBook : image;
+}
+
+QStringView collapsedImage(QStringView image) {
+    return image == image::OpenBook ? image::ClosedBook : image;
+}
+
+QStringView openedImage(QStringView image) {
+    return image == image::UnreadTopic ? image::ReadTopic : image;
+}
+
+}  // namespace lirovan::browse

@@ -1,0 +1,69 @@
+// The outline of the library as the book tree shows it: authors, their books, the books' topic headings.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "data/library.h"
+#include "platform/core/result.h"
+
+namespace lirovan::browse {
+
+/// Image keys of tree nodes.
+namespace image {
+inline constexpr QStringView FirstAuthor = u"vq", ClosedBook = u"Lirovan", OpenBook = u"Ac",
+                             UnreadTopic = u"Acik", ReadTopic = u"Incele";
+}
+
+struct TreeNode {
+    enum class Kind { Author, Book, Topic };
+
+    Kind kind = Kind::Author;
+    QString key;            ///< "T0", "P1", "C1", ...: unique in the tree
+    QString text;           ///< author's name; ClearTitle of a book's title or heading, with its last blank
+    QStringView image;      ///< one of the image keys
+    qsizetype parent = -1;  ///< index of the parent among the nodes; -1: a root
+    qsizetype children = 0;
+    data::AuthorId author;  ///< of the author, or of the book's author
+    data::BookId book;      ///< none for an author
+    data::TopicId topic;    ///< a topic's tag; none for others
+};
+
+/// Nodes in tree order: an author, its first book, that book's topics, its second book, ...
+struct BookTree {
+    std::vector<TreeNode> nodes;
+    /// Why the filling ended early; the nodes read so far stand.
+    std::optional<platform::Error> failure;
+};
+
+/// Told while the tree is filled, with titles as the tree shows them. May be empty.
+struct TreeProgress {
+    std::function<void(const QString& book)> bookStarted;
+    std::function<void(const QString& topic)> topicAdded;
+};
+
+/// Lines of the splash window.
+QString loadingText();                          ///< before the fill
+QString bookLoadingText(const QString& book);   ///< "Kitap Adı: … kitabı yükleniyor."
+QString topicLoadedText(const QString& topic);  ///< "Konu: … yüklendi."
+
+/// Reads the whole outline once. Progress is called for every book and topic; a caller that paints does so at
+/// frame rate.
+BookTree readBookTree(const data::Library& library, const TreeProgress& progress = {});
+
+/// What a click on a node shows.
+enum class ClickTarget {
+    StartPage,  ///< the first author, and every book
+    Topic       ///< a topic; also an author behind the first, which then has no page
+};
+ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node);
+
+/// A node's image after it was expanded, collapsed or, for a topic, opened.
+QStringView expandedImage(QStringView image);
+QStringView collapsedImage(QStringView image);
+QStringView openedImage(QStringView image);
+
+}  // namespace lirovan::browse

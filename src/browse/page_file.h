@@ -1,0 +1,19 @@
+// The page file that the content window shows: one file, overwritten by every page.
+#pragma once
+
+#include <QStringView>
+
+#include "platform/core/paths.h"
+#include "platform/core/result.h"
+
+namespace lirovan::browse {
+
+/// Texts relative to the application folder.
+inline constexpr QStringView PageFile = u"\\OKU\\oku.html";
+inline constexpr QStringView StartPage = u"\\OKU\\VQ.htm";
+
+/// Writes `page` (without the final line end) to PageFile in windows-1254. When that fails (folder missing or
+/// not writable, disk full) the old page stays as it was.
+platform::Result<void> writePage(const platform::AppFolder& folder, QStringView page);
+
+}  // namespace lirovan::browse

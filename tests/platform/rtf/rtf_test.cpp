@@ -1,0 +1,241 @@
+// What rich text means, and that writing it is canonical.
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QStringList>
+#include <random>
+
+#include "platform/core/rtf/html_writer.h"
+#include "platform/core/rtf/reader.h"
+#include "platform/core/rtf/writer.h"
+
+using namespace lirovan::platform::rtf;
+
+namespace {
+
+// Paragraphs between "|", each run as its marks and its text: "a[b:x]|" ; marks: b i u s ^ _ ,
+// size/font/colours when they are not those that every run of the text shares.
+QString sketch(const Document& document) {
+    QStringList paragraphs;
+    for (const Paragraph& paragraph : document.paragraphs) {
+        QString text;
+        constexpr QStringView alignments[] = {u"", u"<center>", u"<right>", u"<justify>"};
+        text += alignments[static_cast<int>(paragraph.format.alignment)];
+        for (const Run& run : paragraph.runs) {
+            const CharFormat& f = run.format;
+            QString marks;
+            if (f.bold) marks += u'b';
+            if (f.italic) marks += u'i';
+            if (f.underline) marks += u'u';
+            if (f.strike) marks += u's';
+            if (f.script == Script::Super) marks += u'^';
+            if (f.script == Script::Sub) marks += u'_';
+            if (f.color)
+                marks += QStringLiteral("c%1.%2.%3").arg(f.color->red).arg(f.color->green).arg(f.color->blue);
+            if (f.background) marks += QStringLiteral("h%1").arg(f.background->red);
+            QString shown = run.text;
+            shown.replace(u'\t', QStringLiteral("→"))
+                .replace(QChar(QChar::LineSeparator), QStringLiteral("↵"));
+            text += marks.isEmpty() ? shown : u'[' + marks + u':' + shown + u']';
+        }
+        paragraphs += text;
+    }
+    return paragraphs.join(u'|');
+}
+
+QByteArray again(const QByteArray& rtf) {
+    return write(read(QByteArrayView(rtf)));
+}
+
+struct Case {
+    const char* rtf;
+    QStringView expected;
+};
+
+void check(std::initializer_list<Case> cases) {
+    for (const Case& c : cases) {
+        const Document document = read(QByteArrayView(c.rtf));
+        EXPECT_EQ(sketch(document), c.expected.toString()) << c.rtf;
+        const QByteArray written = write(document);
+        EXPECT_EQ(read(QByteArrayView(written)), document) << written.toStdString();
+        EXPECT_EQ(again(written), written) << c.rtf;
+    }
+}
+
+}  // namespace
+
+TEST(RtfReader, ReadsFormats) {
+    check({
+        {"{\\rtf1 a\\b b\\b0  c\\par}", u"a[b:b] c"},
+        {"{\\rtf1 a{\\b\\i b}{\\ul c}{\\ul\\ulnone d}\\par}", u"a[bi:b][u:c]d"},
+        {"{\\rtf1{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue0;}\\cf1 a\\cf2 b\\cf0 c\\cf9 d}",
+         u"[c255.0.0:a]bcd"},
+        {"{\\rtf1{\\colortbl;\\red255\\green255\\blue0;}x\\highlight1 a\\highlight0 b\\chcbpat1 c\\plain d}",
+         u"x[h255:a]b[h255:c]d"},
+        {"{\\rtf1\\b a\\plain b\\super 2\\nosupersub c{\\sub i}\\strike s}", u"[b:a]b[^:2]c[_:i][s:s]"},
+        {"{\\rtf1\\pard\\qc a\\par b\\par\\pard c\\par\\pard\\qr d\\par\\pard\\qj e}",
+         u"<center>a|<center>b|c|<right>d|<justify>e"},
+        {"{\\rtf1 a\\v gizli\\v0 b}", u"ab"},
+    });
+    const Document sizes =
+        read(QByteArrayView("{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f7\\fmodern Courier New;}}\\deff0"
+                            "a\\f7\\fs20 b\\fs}"));
+    const auto& runs = sizes.paragraphs.front().runs;
+    ASSERT_EQ(runs.size(), 2U);
+    EXPECT_EQ(runs[0].format.halfPoints, 24);
+    EXPECT_EQ(runs[1].format.halfPoints, 20);
+    EXPECT_EQ(runs[1].format.font, u"Courier New");
+}
+
+TEST(RtfReader, ReadsTextOfManyCodePages) {
+    check({
+        {"{\\rtf1\\ansi\\ansicpg1254 \\'f0\\'fc\\'fe\\'fd\\'dd\xE7}", u"ğüşıİç"},
+        {"{\\rtf1\\ansi\\ansicpg1252 \\'f0\\'e9}", u"ðé"},
+        {"{\\rtf1\\ansi \\'fe}", u"ş"},  // none named: Turkish
+        {"{\\rtf1\\ansi\\ansicpg4242 \\'e9}", u"é"},
+        {"{\\rtf1\\mac \\'8e}", u"é"},
+        {"{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0\\fcharset0 A;}{\\f1\\fcharset162 B;}{\\f2\\fcharset204 "
+         "C;}"
+         "{\\f3\\fcharset128 D;}{\\f4\\fcharset2 Symbol;}{\\f5\\fcharset0\\cpg1250 E;}}"
+         "\\f0\\'fe\\f1\\'fe\\f2\\'ff\\f3\\'93\\'fa\\f4\\'b7\\f5\\'b3}",
+         u"þşя日•ł"},
+        {"{\\rtf1\\u287?\\u304\\'dd\\u-10179?\\u-8704?!}", u"ğİ😀!"},
+        {"{\\rtf1\\uc0\\u287 a\\uc2\\u287??b{\\uc1\\u287?c}\\u287\\'f0\\'f0d}", u"ğağbğcğd"},
+        {"{\\rtf1\\uc1\\u287 \\par a\\u8220\\ldblquote b{\\u287}c\\u287\\b d}", u"ğ|a“bğcğ[b:d]"},
+        {"{\\rtf1\\u128512?\\u55357?x\\u0?y\\u99999999999?}", u"😀xy\xFFFD"},
+        {"{\\rtf1 a\\~b\\_c\\-d\\emdash\\lquote\\bullet\\tab e\\line f}", u"a\u00A0b\u2011c\u00ADd—‘•→e↵f"},
+        {"{\\rtf1 \\{\\\\\\}\r\n a\\\nb}", u"{\\} a|b"},
+        {"{\\rtf1{\\upr{G\\'f0L}{\\*\\ud{G\\u286?L}}} x}", u"GĞL x"},
+    });
+}
+
+TEST(RtfReader, PassesOverWhatIsNoText) {
+    check({
+        {"{\\rtf1{\\info{\\title T}}{\\*\\generator X;}{\\stylesheet{\\s1 heading;}}{\\header "
+         "H\\par}a{\\*\\x{\\b y}}b}",
+         u"ab"},
+        {"{\\rtf1 a{\\pict\\pngblip 89504e47}b{\\*\\shppict{\\pict 00}}c{\\pict\\bin5 }}}}}d}e}", u"abce"},
+        {"{\\rtf1 a\\bin3 {{{b\\bin99999999 c}", u"ab"},
+        {"{\\rtf1 {\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt{\\ul link}}}.}", u"[u:link]."},
+        {"{\\rtf1{\\shp{\\*\\shpinst{\\sp{\\sn a}{\\sv 1}}{\\shptxt kutu\\par}}{\\shprslt x}}son}",
+         u"kutu|son"},
+        {"{\\rtf1 a{\\footnote\\pard not\\par devam\\par}b}", u"a [not devam ]b"},
+        {"{\\rtf1{\\*\\bkmkstart x}a{\\*\\unknown{\\fldrslt b}{\\*\\ud c}}d}", u"ad"},
+        {"{\\rtf1 a}son", u"a"},
+    });
+}
+
+TEST(RtfReader, ReadsListsAndTablesAsText) {
+    check({
+        {"{\\rtf1{\\listtext\\'95\\tab}bir\\par{\\pntext 2.\\tab}{\\*\\pn\\pnlvlbody}iki\\par}",
+         u"•→bir|2.→iki"},
+        {"{\\rtf1\\trowd\\cellx1\\intbl a\\cell b\\cell\\cell\\row\\trowd\\intbl c\\cell\\row\\pard d\\par}",
+         u"a→b→|c|d"},
+        {"{\\rtf1\\intbl\\itap2 x\\nestcell "
+         "y\\nestcell{\\*\\nesttableprops\\trowd\\nestrow}{\\nonesttables\\par}"
+         "\\intbl z\\cell\\row}",
+         u"x→y|z"},
+        {"{\\rtf1 a\\par\\page b\\par\\sect c}", u"a|b|c"},
+    });
+}
+
+TEST(RtfReader, TakesWhatIsNoRichTextAsPlainText) {
+    EXPECT_EQ(sketch(read(QByteArrayView("bir\r\niki {x}\\b"))), u"bir|iki {x}\\b");
+    EXPECT_EQ(sketch(read(QByteArrayView("\xFE"))), u"ş");
+    EXPECT_EQ(sketch(read(QStringView(u" {\\rtf1\\ansi ğ\\b ∞}"))), u"ğ[b:∞]");
+    EXPECT_EQ(sketch(read(QByteArrayView())), u"");
+    EXPECT_TRUE(read(QByteArrayView("{\\rtf1}")).isEmpty());
+}
+
+TEST(RtfReader, EndsWhereItsInputEnds) {
+    const QByteArray whole(
+        "{\\rtf1\\ansi\\ansicpg1254{\\fonttbl{\\f0\\fcharset162 Arial;}}{\\colortbl;\\red255\\green0\\blue0;}"
+        "\\pard\\qc\\f0\\fs20\\b Ba\\'fel\\u287\\'f0\\b0\\par{\\*\\x y}\\trowd a\\cell\\row{\\pict\\bin3 "
+        "abc}son\\par}");
+    for (qsizetype length = 0; length <= whole.size(); ++length) {
+        const QByteArray part = whole.first(length);
+        const QByteArray written = again(part);
+        EXPECT_EQ(again(written), written) << part.toStdString();
+    }
+    EXPECT_EQ(read(QByteArrayView(whole), {3}).plainText().left(3), u"Baş");
+}
+
+TEST(RtfReader, BearsDeepAndLongInput) {
+    const auto repeated = [](const char* piece, int times) { return QByteArray(piece).repeated(times); };
+    const QByteArray inputs[] = {
+        "{\\rtf1 a" + repeated("{", 100'000) + "b",
+        "{\\rtf1 a" + repeated("{\\b", 100'000) + " b" + repeated("}", 100'000) + "c}",
+        "{\\rtf1 a" + repeated("{", 1'000'000) + repeated("}", 1'000'000) + "b}",
+        "{\\rtf1 a\\fs" + repeated("9", 1'000'000) + " b}",
+        "{\\rtf1 a\\" + repeated("x", 1'000'000) + " b}",
+        "{\\rtf1 a" + repeated("\\'", 500'000) + "b}",
+        "{\\rtf1{\\colortbl" + repeated(";", 1'000'000) + "}a\\cf900000 b}",
+        "{\\rtf1{\\fonttbl" + repeated("{\\f-1\\fcharset77 x;}", 50'000) + "}a\\f-1 b}",
+        "{\\rtf1 a" + repeated("{\\upr{}{\\*\\ud ", 50'000) + "b",
+        "{\\rtf1 a\\uc2000000000\\u1 b}",
+    };
+    QElapsedTimer timer;
+    timer.start();
+    for (const QByteArray& input : inputs) {
+        const Document document = read(QByteArrayView(input));
+        EXPECT_TRUE(document.plainText().startsWith(u'a')) << input.left(40).toStdString();
+    }
+    EXPECT_LT(timer.elapsed(), 10'000);
+}
+
+TEST(RtfWriter, IsCanonicalForAnyDocument) {
+    const unsigned seed = std::random_device()();
+    RecordProperty("seed", static_cast<int>(seed));
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    const QString letters =
+        QStringLiteral("abc 019-\\{};'?ğİşâ€\u00A0\u00AD\u2011∞日😀\t\u2028\n\uFFFC\x1") + QChar(0xD83D);
+    for (int round = 0; round < 500; ++round) {
+        Builder builder;
+        for (int paragraphs = below(4); paragraphs >= 0; --paragraphs) {
+            for (int runs = below(5); runs > 0; --runs) {
+                CharFormat format;
+                format.font = below(2) ? QStringLiteral("Yazı;{1}") : DefaultFont.toString();
+                format.halfPoints = below(3) * 7 - 1;
+                format.bold = below(2);
+                format.underline = below(2);
+                format.script = static_cast<Script>(below(3));
+                if (below(2)) format.color = Rgb{static_cast<std::uint8_t>(below(2) * 255), 0, 0};
+                if (below(3) == 0) format.background = Rgb{255, 255, 0};
+                QString text;
+                for (int n = below(8); n > 0; --n) text += letters[below(static_cast<int>(letters.size()))];
+                builder.append(text, format);
+            }
+            builder.endParagraph({static_cast<Alignment>(below(4)), below(3) * 360, below(3) * 360 - 360});
+        }
+        const Document document = builder.take();
+        const QByteArray written = write(document);
+        ASSERT_EQ(read(QByteArrayView(written)), document) << written.toStdString();
+        const QByteArray inLine = write(document, Ending::Inline);
+        ASSERT_EQ(read(QByteArrayView(inLine)), document) << inLine.toStdString();
+    }
+}
+
+TEST(RtfWriter, WritesWhatOtherProgramsExpect) {
+    Builder builder;
+    CharFormat red;
+    red.bold = true;
+    red.color = Rgb{255, 0, 0};
+    builder.append(u"Işık", {});
+    builder.append(u" ∞", red);
+    builder.endParagraph({Alignment::Center, 0, 0});
+    EXPECT_EQ(write(builder.take()).toStdString(),
+              "{\\rtf1\\ansi\\ansicpg1254\\uc1\\deff0{\\fonttbl{\\f0\\fnil\\fcharset162 Arial;}}\n"
+              "{\\colortbl ;\\red255\\green0\\blue0;}\n"
+              "\\pard\\qc\\f0\\fs20 I\\'fe\\'fdk\\b\\cf1  \\u8734?\\par\n}");
+    EXPECT_EQ(write({}), again(write({})));
+}
+
+TEST(RtfHtml, KeepsTextAndFormat) {
+    const QString html =
+        toHtml(read(QByteArrayView("{\\rtf1\\pard\\qc{\\b a<\\line b}\\par c}")), QStringLiteral("B&"));
+    EXPECT_TRUE(html.contains(u"<title>B&amp;</title>"));
+    EXPECT_TRUE(html.contains(u"text-align:center;"));
+    EXPECT_TRUE(html.contains(u"<b>a&lt;<br>b</b>"));
+}
