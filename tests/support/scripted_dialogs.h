@@ -1,5 +1,6 @@
-// Dialogs that a test answers in advance. Whatever is shown is recorded; an answer that was not scripted is the one
-// that closing the box gives, so that a forgotten answer shows as a wrong outcome and never as a hang.
+// Dialogs that a test answers in advance. Whatever is shown is recorded; an answer that was not scripted is
+// the one that closing the box gives, so that a forgotten answer shows as a wrong outcome and never as a
+// hang.
 //
 //     ScriptedDialogs dialogs;
 //     dialogs.answer(Answer::Ok).answerText(u"Başlık"_s);
@@ -31,7 +32,10 @@ class ScriptedDialogs : public platform::Dialogs {
 
     /// The answer to the next message box that has none yet; likewise below.
     ScriptedDialogs& answer(platform::Answer answer) { return answers_.push_back(answer), *this; }
-    ScriptedDialogs& answerText(std::optional<QString> text) { return texts_.push_back(std::move(text)), *this; }
+    /// No text: the input box is cancelled.
+    ScriptedDialogs& answerText(const std::optional<QString>& text) {
+        return texts_.push_back({text.has_value(), text.value_or(QString())}), *this;
+    }
     ScriptedDialogs& answerSavePath(QString path) { return paths_.push_back(std::move(path)), *this; }
     bool allAnswersUsed() const { return answers_.empty() && texts_.empty() && paths_.empty(); }
 
@@ -42,7 +46,8 @@ class ScriptedDialogs : public platform::Dialogs {
     }
     std::optional<QString> ask(const platform::Question& question) override {
         questions.push_back(question);
-        return take(texts_, std::optional<QString>());
+        const Text text = take(texts_, Text());
+        return text.given ? std::optional(text.text) : std::nullopt;
     }
     QString askSavePath(const QString& title, const QString& suggestion, const QString& filter) override {
         savePathQuestions.push_back({title, suggestion, filter});
@@ -50,11 +55,19 @@ class ScriptedDialogs : public platform::Dialogs {
     }
 
   private:
+    struct Text {
+        bool given = false;
+        QString text;
+    };
+
     static platform::Answer closing(platform::Buttons buttons) {
         switch (buttons) {
-            case platform::Buttons::OkCancel: return platform::Answer::Cancel;
-            case platform::Buttons::YesNo: return platform::Answer::No;
-            case platform::Buttons::Ok: break;
+            case platform::Buttons::OkCancel:
+                return platform::Answer::Cancel;
+            case platform::Buttons::YesNo:
+                return platform::Answer::No;
+            case platform::Buttons::Ok:
+                break;
         }
         return platform::Answer::Ok;
     }
@@ -68,7 +81,7 @@ class ScriptedDialogs : public platform::Dialogs {
     }
 
     std::deque<platform::Answer> answers_;
-    std::deque<std::optional<QString>> texts_;
+    std::deque<Text> texts_;
     std::deque<QString> paths_;
 };
 

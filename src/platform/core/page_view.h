@@ -67,10 +67,11 @@ class PageView {
     /// Both are known without asking the page.
     virtual bool hasSelection() const = 0;
     virtual QString selectedText() const = 0;
-    /// Puts the selection on the clipboard as plain text, HTML and RTF. Without a selection the clipboard is kept.
+    /// Puts the selection on the clipboard as plain text, HTML and RTF. Without a selection the clipboard is
+    /// kept.
     virtual void copy() = 0;
-    /// Prints the page or its selection as shown, and calls `finished` with whether it was printed; it is called
-    /// once, later, unless the view goes first.
+    /// Prints the page or its selection as shown, and calls `finished` with whether it was printed; it is
+    /// called once, later, unless the view goes first.
     virtual void print(const PrintTarget& target, std::function<void(bool printed)> finished) = 0;
 };
 

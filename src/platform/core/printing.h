@@ -1,5 +1,5 @@
-// Choosing a printer. A port: the real one asks the system and shows its dialog, a test answers at once. What is
-// printed is the page view's matter (PageView::print).
+// Choosing a printer. A port: the real one asks the system and shows its dialog, a test answers at once. What
+// is printed is the page view's matter (PageView::print).
 #pragma once
 
 #include <QString>
@@ -24,8 +24,8 @@ class Printing {
     virtual ~Printing() = default;
     /// The system's printer, for printing without a dialog; nothing where there is none.
     virtual std::optional<PrintTarget> defaultPrinter() = 0;
-    /// The print dialog, printing to a PDF file included; it offers printing the selection where `hasSelection`.
-    /// Nothing when it was cancelled.
+    /// The print dialog, printing to a PDF file included; it offers printing the selection where
+    /// `hasSelection`. Nothing when it was cancelled.
     virtual std::optional<PrintTarget> ask(bool hasSelection) = 0;
 };
 

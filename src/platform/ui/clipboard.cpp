@@ -1,0 +1,52 @@
+#include "platform/ui/clipboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+namespace lirovan::platform {
+
+namespace {
+
+const QStringList& rtfFormats() {
+    static const QStringList formats{
+        QStringLiteral("text/rtf"), QStringLiteral("application/rtf"), QStringLiteral("Rich Text Format"),
+        QStringLiteral("text/richtext"),
+        QStringLiteral("application/x-qt-windows-mime;value=\"Rich Text Format\"")};
+    return formats;
+}
+
+}  // namespace
+
+void putOnClipboard(const FormattedText& text) {
+    auto* data = new QMimeData;
+    if (!text.plain.isEmpty()) data->setText(text.plain);
+    if (!text.html.isEmpty()) data->setHtml(text.html);
+    if (!text.rtf.isEmpty()) {
+        // Two names are in use; the third is the one of Windows.
+        data->setData(rtfFormats().at(0), text.rtf);
+        data->setData(rtfFormats().at(1), text.rtf);
+        data->setData(rtfFormats().at(2), text.rtf);
+    }
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+std::optional<QByteArray> rtfIn(const QMimeData& data) {
+    for (const QString& format : rtfFormats()) {
+        if (!data.hasFormat(format)) continue;
+        if (QByteArray rtf = data.data(format); rtf.trimmed().startsWith("{\\rtf")) return rtf;
+    }
+    return std::nullopt;
+}
+
+std::optional<QByteArray> rtfFromClipboard() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data ? rtfIn(*data) : std::nullopt;
+}
+
+bool clipboardHasText() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data && (data->hasText() || data->hasHtml() || rtfIn(*data));
+}
+
+}  // namespace lirovan::platform

@@ -1,0 +1,28 @@
+// Formatted text on the clipboard, in the formats that programs look for.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+class QMimeData;
+
+namespace lirovan::platform {
+
+struct FormattedText {
+    QString plain;
+    QString html;
+    QByteArray rtf;
+};
+
+/// Puts the formats that are not empty on the clipboard.
+void putOnClipboard(const FormattedText& text);
+
+/// The RTF on the clipboard, under whichever name it was put there; nothing when there is none.
+std::optional<QByteArray> rtfFromClipboard();
+std::optional<QByteArray> rtfIn(const QMimeData& data);
+
+/// Whether the clipboard holds text in any form.
+bool clipboardHasText();
+
+}  // namespace lirovan::platform

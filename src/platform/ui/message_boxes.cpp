@@ -1,0 +1,105 @@
+#include "platform/ui/message_boxes.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTranslator>
+
+namespace lirovan::platform {
+
+namespace {
+
+QMessageBox::Icon boxIcon(Icon icon) {
+    switch (icon) {
+        case Icon::Critical:
+            return QMessageBox::Critical;
+        case Icon::Information:
+            return QMessageBox::Information;
+        case Icon::Question:
+            return QMessageBox::Question;
+        case Icon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+struct Choice {
+    QString text;
+    QMessageBox::ButtonRole role;
+    Answer answer;
+};
+
+std::vector<Choice> choices(Buttons buttons) {
+    const Choice ok{QStringLiteral("Tamam"), QMessageBox::AcceptRole, Answer::Ok};
+    switch (buttons) {
+        case Buttons::OkCancel:
+            return {ok, {QStringLiteral("İptal"), QMessageBox::RejectRole, Answer::Cancel}};
+        case Buttons::YesNo:
+            return {{QStringLiteral("Evet"), QMessageBox::YesRole, Answer::Yes},
+                    {QStringLiteral("Hayır"), QMessageBox::NoRole, Answer::No}};
+        case Buttons::Ok:
+            break;
+    }
+    return {ok};
+}
+
+/// The window that the user looks at; a splash screen or a menu that is closing is none.
+QWidget* owner() {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return QApplication::activeWindow();
+}
+
+}  // namespace
+
+Answer MessageBoxes::show(const Message& message) {
+    QMessageBox box(owner());
+    box.setObjectName(QStringLiteral("messageBox"));
+    box.setWindowTitle(message.title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(message.text);
+    box.setIcon(boxIcon(message.icon));
+    const std::vector<Choice> offered = choices(message.buttons);
+    std::vector<QAbstractButton*> buttons;
+    for (const Choice& choice : offered) buttons.push_back(box.addButton(choice.text, choice.role));
+    box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
+    box.setEscapeButton(buttons.back());  // closing the box: Cancel, No, or the one button
+    box.exec();
+    const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
+    const auto index = clicked == buttons.end() ? offered.size() - 1 : std::size_t(clicked - buttons.begin());
+    return offered[index].answer;
+}
+
+std::optional<QString> MessageBoxes::ask(const Question& question) {
+    QInputDialog dialog(owner());
+    dialog.setObjectName(QStringLiteral("inputDialog"));
+    dialog.setWindowTitle(question.title);
+    dialog.setLabelText(question.prompt);
+    dialog.setTextValue(question.initial);
+    dialog.setOkButtonText(QStringLiteral("Tamam"));
+    dialog.setCancelButtonText(QStringLiteral("İptal"));
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.textValue();
+}
+
+QString MessageBoxes::askSavePath(const QString& title, const QString& suggestion, const QString& filter) {
+    return QFileDialog::getSaveFileName(owner(), title, suggestion, filter);
+}
+
+bool installTranslations(QCoreApplication& application) {
+    const QLocale turkish(QLocale::Turkish, QLocale::Turkey);
+    QLocale::setDefault(turkish);
+    auto* translator = new QTranslator(&application);
+    if (!translator->load(turkish, QStringLiteral("qtbase"), QStringLiteral("_"),
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        delete translator;
+        return false;
+    }
+    return QCoreApplication::installTranslator(translator);
+}
+
+}  // namespace lirovan::platform

@@ -1,0 +1,39 @@
+#include "platform/ui/script_text.h"
+
+#include <QUrl>
+
+namespace lirovan::platform {
+
+QString scriptText(QStringView text) {
+    QString literal;
+    literal.reserve(text.size() + text.size() / 8 + 2);
+    literal += u'"';
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        const bool pair = c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (pair) {
+            literal += c;
+            literal += text[++i];
+        } else if (c == u'"' || c == u'\\') {
+            literal += u'\\';
+            literal += c;
+        } else if (c < u' ' || c == QChar(0x2028) || c == QChar(0x2029) || c.isSurrogate()) {
+            literal += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+        } else {
+            literal += c;
+        }
+    }
+    literal += u'"';
+    return literal;
+}
+
+QString readableAddresses(QString html, const AppFolder& folder) {
+    constexpr QStringView Special = u"#?%";
+    const QString& text = folder.text();
+    if (std::none_of(text.cbegin(), text.cend(), [&](QChar c) { return Special.contains(c); })) return html;
+    const QString written = QStringLiteral("src=\"") + text + u'\\';
+    const QString address = QUrl::fromLocalFile(text).toString(QUrl::FullyEncoded);
+    return html.replace(written, QStringLiteral("src=\"") + address + u'\\');
+}
+
+}  // namespace lirovan::platform

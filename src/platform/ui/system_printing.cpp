@@ -1,0 +1,35 @@
+#include "platform/ui/system_printing.h"
+
+#include <QApplication>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+
+namespace lirovan::platform {
+
+std::optional<PrintTarget> SystemPrinting::defaultPrinter() {
+    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    if (info.isNull()) return std::nullopt;
+    PrintTarget target;
+    target.printer = std::make_shared<QPrinter>(info, QPrinter::HighResolution);
+    if (!target.printer->isValid()) return std::nullopt;
+    return target;
+}
+
+std::optional<PrintTarget> SystemPrinting::ask(bool hasSelection) {
+    PrintTarget target;
+    target.printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    QPrintDialog dialog(target.printer.get(), QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("printDialog"));
+    dialog.setWindowTitle(QStringLiteral("Yazdır"));
+    // A page of the reader is one stream: page numbers are known only when it has been printed.
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
+    dialog.setOption(QAbstractPrintDialog::PrintSelection, hasSelection);
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, true);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    if (target.printer->printRange() == QPrinter::Selection) target.range = PrintRange::Selection;
+    return target;
+}
+
+}  // namespace lirovan::platform

@@ -1,0 +1,40 @@
+// What all page views share: the engine's off-the-record profile, with everything shut that could lead out of
+// the application folder. Nothing is kept on the disk, and no request reaches the network.
+#pragma once
+
+#include <QUrl>
+#include <memory>
+
+#include "platform/core/page_access.h"
+
+class QWebEngineProfile;
+
+namespace lirovan::platform {
+
+class WebEngine {
+  public:
+    /// Settles what the engine reads once at its start. Call before the QApplication is made.
+    static void prepare();
+
+    /// Make it after the QApplication; views keep it alive. `installer`: the address up to and including the
+    /// path of the installer on the update server; empty: there is none.
+    static std::shared_ptr<WebEngine> create(const AppFolder& folder, const QUrl& installer = {});
+    ~WebEngine();
+    WebEngine(const WebEngine&) = delete;
+    WebEngine& operator=(const WebEngine&) = delete;
+
+    QWebEngineProfile& profile() { return *profile_; }
+    const PageAccess& access() const { return access_; }
+    bool isInstaller(const QUrl& url) const;
+
+  private:
+    class Gate;
+    WebEngine(const AppFolder& folder, QUrl installer);
+
+    PageAccess access_;
+    QUrl installer_;
+    std::unique_ptr<Gate> gate_;
+    std::unique_ptr<QWebEngineProfile> profile_;
+};
+
+}  // namespace lirovan::platform

@@ -1,0 +1,323 @@
+#include "platform/ui/web_view.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWebEngineLoadingInfo>
+#include <QWebEngineScript>
+#include <QWebEngineView>
+
+#include "platform/ui/content_page.h"
+#include "platform/ui/script_text.h"
+
+namespace lirovan::platform {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// One line of the scroll bar: a line of page text.
+constexpr int LineStep = 20;
+
+// Between two looks at a page that is being written.
+constexpr auto LookInterval = 5ms;
+
+}  // namespace
+
+WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* parent)
+    : QWidget(parent), engine_(std::move(engine)), dialogs_(dialogs) {
+    stack_ = new QStackedLayout(this);
+    view_ = new QWebEngineView(&engine_->profile(), this);
+    stack_->addWidget(view_);
+    setFocusProxy(view_);
+    view_->installEventFilter(this);
+
+    notice_ = new QWidget(this);
+    auto* rows = new QVBoxLayout(notice_);
+    noticeText_ = new QLabel(notice_);
+    noticeText_->setAlignment(Qt::AlignCenter);
+    noticeText_->setWordWrap(true);
+    reload_ = new QPushButton(QStringLiteral("Yeniden Yükle"), notice_);
+    rows->addStretch();
+    rows->addWidget(noticeText_);
+    rows->addWidget(reload_, 0, Qt::AlignCenter);
+    rows->addStretch();
+    stack_->addWidget(notice_);
+    connect(reload_, &QPushButton::clicked, this, [this] { navigate(location_); });
+
+    makePage();
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now && (now == view_ || view_->isAncestorOf(now))) Q_EMIT gotFocus();
+    });
+}
+
+WebView::~WebView() {
+    Q_EMIT gone();
+    delete view_;  // with its page, before the engine's profile
+}
+
+void WebView::makePage() {
+    ContentPage* old = page_;
+    page_ = new ContentPage(engine_, dialogs_, view_);
+    view_->setPage(page_);
+    delete old;
+    processEnded_ = hangs_ = false;
+    page_->setZoomFactor(zoom_);
+
+    connect(page_, &QWebEnginePage::loadingChanged, this, [this](const QWebEngineLoadingInfo& info) {
+        if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus) loadEnded(false);
+        if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus) loadEnded(true);
+    });
+    connect(page_, &ContentPage::leaving, this, [this](const QString& file) {
+        // The text that was navigated to stays where the page is the same file.
+        if (engine_->access().file(location_) != file) location_ = file;
+    });
+    connect(page_, &QWebEnginePage::renderProcessTerminated, this,
+            [this](QWebEnginePage::RenderProcessTerminationStatus status) {
+                if (status == QWebEnginePage::NormalTerminationStatus) return;
+                processEnded_ = true;
+                load_ = Load::Idle;
+                showNotice(QStringLiteral(
+                               "Sayfa gösterilemiyor: sayfayı gösteren işlem beklenmedik biçimde sona erdi."),
+                           true);
+                Q_EMIT gone();
+            });
+    connect(page_, &QWebEnginePage::selectionChanged, this, &WebView::selectionChanged);
+    connect(page_, &QWebEnginePage::printRequested, this, &WebView::printRequested);
+}
+
+void WebView::loadEnded(bool failed) {
+    load_ = failed ? Load::Failed : Load::Idle;
+    page_->setZoomFactor(zoom_);
+    Q_EMIT loaded();
+}
+
+void WebView::showPage() {
+    stack_->setCurrentWidget(view_);
+}
+
+void WebView::showNotice(const QString& text, bool offerReload) {
+    noticeText_->setText(text);
+    reload_->setVisible(offerReload);
+    stack_->setCurrentWidget(notice_);
+}
+
+// ---- Navigation ----
+
+void WebView::navigate(const QString& pathText) {
+    if (const QUrl url(pathText); engine_->isInstaller(url)) {
+        Q_EMIT installerRequested(url);
+        return;
+    }
+    const auto file = engine_->access().file(pathText);
+    if (!file) return;
+    location_ = pathText;
+    if (!QFileInfo(*file).isFile()) {
+        load_ = Load::Failed;
+        showNotice(QStringLiteral("Sayfa bulunamadı:\n%1").arg(QDir::toNativeSeparators(*file)), true);
+        return;
+    }
+    // A page that does not answer cannot be left either; it is given up together with its process.
+    if (processEnded_ || hangs_) makePage();
+    showPage();
+    load_ = Load::Running;
+    page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
+    page_->setUrl(QUrl::fromLocalFile(QFileInfo(*file).absoluteFilePath()));
+}
+
+Outcome WebView::waitUntilComplete() {
+    const QPointer self(this);
+    const QDeadlineTimer deadline(loadLimit_);
+    for (;;) {
+        if (load_ == Load::Failed) return Outcome::Answered;
+        if (load_ == Load::Idle) {
+            const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"));
+            if (state.outcome != Outcome::Answered) return state.outcome;
+            // No value: nothing has ever been loaded.
+            if (!state.value || state.value->toString() == u"complete") return Outcome::Answered;
+        }
+        if (deadline.hasExpired()) return Outcome::TimedOut;
+        if (const Outcome paused = pause(LookInterval); paused == Outcome::Gone) return paused;
+    }
+}
+
+void WebView::setFocus() {
+    view_->setFocus(Qt::OtherFocusReason);
+}
+
+void WebView::setZoom(double factor) {
+    zoom_ = factor;
+    page_->setZoomFactor(factor);
+}
+
+// ---- Asking the page ----
+
+struct WebView::Question {
+    QEventLoop loop;
+    Outcome outcome = Outcome::Gone;
+    std::optional<QVariant> value;
+    bool closed = false;  ///< answered, or no longer waited for
+
+    void close(Outcome how) {
+        if (closed) return;
+        closed = true;
+        outcome = how;
+        loop.quit();
+    }
+};
+
+Outcome WebView::waitFor(Question& question, std::chrono::milliseconds limit) {
+    if (question.closed) return question.outcome;
+    QTimer timer;
+    timer.setSingleShot(true);
+    connect(&timer, &QTimer::timeout, &timer, [&] {
+        if (page_->isAsking()) return timer.start(limit);  // the user is reading
+        question.close(Outcome::TimedOut);
+    });
+    connect(this, &WebView::gone, &question.loop, [&] { question.close(Outcome::Gone); });
+    timer.start(limit);
+    question.loop.exec(QEventLoop::ExcludeUserInputEvents);
+    question.closed = true;  // also when the program is quitting
+    return question.outcome;
+}
+
+Outcome WebView::pause(std::chrono::milliseconds time) {
+    Question question;
+    QTimer::singleShot(time, &question.loop, [&] { question.close(Outcome::Answered); });
+    return waitFor(question, time + answerLimit_);
+}
+
+Reply<QVariant> WebView::ask(const QString& expression) {
+    if (processEnded_) return {Outcome::Gone, {}};
+    const auto question = std::make_shared<Question>();
+    const QPointer self(this);
+    // The answer is wrapped: what comes back bare is the engine's excuse for a page that went away.
+    const QString script =
+        QStringLiteral("(function(){try{const v=%1;return v==null?[]:[v]}catch(e){return []}})()")
+            .arg(expression);
+    page_->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                         [question, self](const QVariant& answer) {
+                             if (question->closed) {
+                                 if (self) self->hangs_ = false;
+                                 return;
+                             }
+                             if (answer.typeId() != QMetaType::QVariantList)
+                                 return question->close(Outcome::Gone);
+                             const QVariantList values = answer.toList();
+                             if (!values.isEmpty()) question->value = values.first();
+                             question->close(Outcome::Answered);
+                         });
+    const Outcome outcome = waitFor(*question, answerLimit_);
+    if (outcome == Outcome::TimedOut) hangs_ = true;
+    return {outcome, std::move(question->value)};
+}
+
+namespace {
+
+template <class T>
+Reply<T> as(const Reply<QVariant>& reply) {
+    if (!reply) return {reply.outcome, {}};
+    return {reply.outcome, reply.value->value<T>()};
+}
+
+}  // namespace
+
+Reply<QString> WebView::innerHtml() {
+    return as<QString>(ask(QStringLiteral("lirovan.innerHtml()")));
+}
+
+Outcome WebView::rewrite(const QString& html) {
+    const Outcome written = tell(QStringLiteral("lirovan.rewrite(%1)")
+                                     .arg(scriptText(readableAddresses(html, engine_->access().folder()))));
+    return written == Outcome::Answered ? waitUntilComplete() : written;
+}
+
+Reply<bool> WebView::hasElement(QStringView name) {
+    return as<bool>(ask(QStringLiteral("lirovan.hasElement(%1)").arg(scriptText(name))));
+}
+
+Outcome WebView::focusElement(QStringView name) {
+    setFocus();
+    return tell(QStringLiteral("lirovan.focusElement(%1)").arg(scriptText(name)));
+}
+
+Reply<std::vector<double>> WebView::offsets(QStringView prefix) {
+    const Reply<QString> reply =
+        as<QString>(ask(QStringLiteral("lirovan.offsets(%1)").arg(scriptText(prefix))));
+    if (!reply) return {reply.outcome, {}};
+    std::vector<double> result;
+    for (const QStringView number : QStringView(*reply.value).split(u' ', Qt::SkipEmptyParts))
+        result.push_back(number.toDouble());
+    return {reply.outcome, std::move(result)};
+}
+
+Outcome WebView::setScrollTop(int pixels) {
+    return tell(QStringLiteral("lirovan.setScrollTop(%1)").arg(pixels));
+}
+
+Reply<double> WebView::scrollTop() {
+    return as<double>(ask(QStringLiteral("lirovan.scrollTop()")));
+}
+
+Outcome WebView::scrollLinesDown(int lines) {
+    return tell(QStringLiteral("lirovan.scrollBy(%1)").arg(lines * LineStep));
+}
+
+// ---- Selection, keys and menu ----
+
+bool WebView::hasSelection() const {
+    return page_->hasSelection();
+}
+
+QString WebView::selectedText() const {
+    return page_->selectedText();
+}
+
+Reply<QString> WebView::selectionHtml() {
+    return as<QString>(ask(QStringLiteral("lirovan.selectionHtml()")));
+}
+
+void WebView::selectAll() {
+    page_->triggerAction(QWebEnginePage::SelectAll);
+}
+
+bool WebView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == view_) {
+        // The view asks for a menu only where the page's script shows none of its own.
+        if (event->type() == QEvent::ContextMenu) {
+            showContextMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
+            return true;
+        }
+        // The widget that takes the keys comes and goes with the page's process.
+        if (event->type() == QEvent::ChildPolished)
+            static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
+        return false;
+    }
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        copy();
+        return true;
+    }
+    return false;
+}
+
+void WebView::showContextMenu(const QPoint& place) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("&Kopyala"), this, &WebView::copy)->setEnabled(hasSelection());
+    menu->addAction(QStringLiteral("&Tümünü Seç"), this, &WebView::selectAll);
+    menu->addSeparator();
+    menu->addAction(QStringLiteral("&Yazdır..."), this, &WebView::printRequested);
+    menu->popup(place);
+}
+
+}  // namespace lirovan::platform

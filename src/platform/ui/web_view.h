@@ -1,0 +1,117 @@
+// The page view: the one class that talks to the web engine and the only one that runs script in a page.
+//
+// What has to be asked of the page is answered while events run, user input excepted, within a time limit. An
+// answer that comes after its limit is dropped. The view may be closed while it waits; the call then returns
+// Gone and nothing of the view may be touched.
+#pragma once
+
+#include <QPointer>
+#include <QVariant>
+#include <QWidget>
+#include <chrono>
+#include <memory>
+
+#include "platform/core/dialogs.h"
+#include "platform/core/page_view.h"
+#include "platform/ui/web_engine.h"
+
+class QLabel;
+class QPushButton;
+class QStackedLayout;
+class QWebEngineView;
+
+namespace lirovan::platform {
+
+class ContentPage;
+
+class WebView : public QWidget, public PageView {
+    Q_OBJECT
+
+  public:
+    /// `dialogs` answers the page's own message boxes and must outlive the view. The owner sets the object
+    /// name and the accessible name.
+    WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~WebView() override;
+
+    /// How long a question and how long loading may take.
+    void setTimeLimits(std::chrono::milliseconds answer, std::chrono::milliseconds load);
+
+    void navigate(const QString& pathText) override;
+    Outcome waitUntilComplete() override;
+    QString location() const override { return location_; }
+
+    void setShown(bool shown) override { setVisible(shown); }
+    bool isShown() const override { return !isHidden(); }
+    void setFocus() override;
+
+    Reply<QString> innerHtml() override;
+    Outcome rewrite(const QString& html) override;
+
+    Reply<bool> hasElement(QStringView name) override;
+    Outcome focusElement(QStringView name) override;
+    Reply<std::vector<double>> offsets(QStringView prefix) override;
+    Outcome setScrollTop(int pixels) override;
+    Reply<double> scrollTop() override;
+    Outcome scrollLinesDown(int lines) override;
+
+    void setZoom(double factor) override;
+    bool hasSelection() const override;
+    QString selectedText() const override;
+    void copy() override;
+    void print(const PrintTarget& target, std::function<void(bool printed)> finished) override;
+
+  Q_SIGNALS:
+    /// The page got the input focus.
+    void gotFocus();
+    void selectionChanged();
+    /// Another page has been loaded.
+    void loaded();
+    /// The page (its print link) or the view's own menu wants to be printed.
+    void printRequested();
+    /// navigate() was given the installer on the update server.
+    void installerRequested(const QUrl& url);
+    /// The page's process ended, or the view is about to go: whoever waits gets no answer.
+    void gone();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    struct Question;
+    enum class Load { Idle, Running, Failed };
+
+    void makePage();
+    void showPage();
+    void showNotice(const QString& text, bool offerReload);
+    void showContextMenu(const QPoint& place);
+    void selectAll();
+    void loadEnded(bool failed);
+    /// Evaluates an expression over `lirovan`, the page tools (page_tools.js). An expression that fails has
+    /// no value.
+    Reply<QVariant> ask(const QString& expression);
+    Outcome tell(const QString& expression) { return ask(expression).outcome; }
+    /// Runs `loop` until it ends, the limit is over (TimedOut) or the view is gone.
+    Outcome waitFor(Question& question, std::chrono::milliseconds limit);
+    Outcome pause(std::chrono::milliseconds time);
+    Reply<QString> selectionHtml();
+    void printSelection(const PrintTarget& target, std::function<void(bool)> finished);
+    void printWhole(const PrintTarget& target, std::function<void(bool)> finished);
+
+    std::shared_ptr<WebEngine> engine_;
+    Dialogs& dialogs_;
+    QStackedLayout* stack_;
+    QWebEngineView* view_;
+    QWidget* notice_;
+    QLabel* noticeText_;
+    QPushButton* reload_;
+    QPointer<ContentPage> page_;
+    QString location_;
+    double zoom_ = 1.0;
+    Load load_ = Load::Idle;
+    bool processEnded_ = false;
+    bool hangs_ = false;  ///< a question is unanswered beyond its limit
+    std::chrono::milliseconds answerLimit_{10'000};
+    std::chrono::milliseconds loadLimit_{30'000};
+};
+
+}  // namespace lirovan::platform

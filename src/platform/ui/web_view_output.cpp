@@ -1,0 +1,95 @@
+// The page view's ways out: clipboard and printer.
+#include <QEventLoop>
+#include <QPageLayout>
+#include <QPointer>
+#include <QPrinter>
+#include <QWebEngineView>
+
+#include "platform/ui/clipboard.h"
+#include "platform/ui/content_page.h"
+#include "platform/ui/rtf_document.h"
+#include "platform/ui/web_view.h"
+
+namespace lirovan::platform {
+
+namespace {
+
+QString selectionPage(const QString& html) {
+    return QStringLiteral("<HTML><HEAD><TITLE></TITLE></HEAD><BODY>%1</BODY></HTML>").arg(html);
+}
+
+}  // namespace
+
+void WebView::copy() {
+    if (!hasSelection()) return;
+    FormattedText text;
+    text.plain = selectedText();
+    // A page that does not answer still gives its plain text.
+    if (const Reply<QString> html = selectionHtml()) {
+        text.html = selectionPage(*html.value);
+        text.rtf = rtf::htmlToRtf(text.html);
+    }
+    putOnClipboard(text);
+}
+
+void WebView::print(const PrintTarget& target, std::function<void(bool)> finished) {
+    if (target.range == PrintRange::Selection && hasSelection())
+        printSelection(target, std::move(finished));
+    else
+        printWhole(target, std::move(finished));
+}
+
+void WebView::printSelection(const PrintTarget& target, std::function<void(bool)> finished) {
+    const QPointer self(this);
+    const Reply<QString> html = selectionHtml();
+    if (!self) return;
+    if (!html) return finished(false);
+    // The selection becomes a page of its own in the same place, so that its pictures are found.
+    auto* sheet = new WebView(engine_, dialogs_);
+    sheet->resize(size());
+    connect(this, &WebView::gone, sheet, &QObject::deleteLater);
+    const QPointer sheetAlive(sheet);
+    sheet->navigate(location_);
+    bool ready = sheet->waitUntilComplete() == Outcome::Answered && sheetAlive;
+    ready = ready && sheet->rewrite(selectionPage(*html.value)) == Outcome::Answered && sheetAlive;
+    if (!ready) {
+        if (sheetAlive) sheet->deleteLater();
+        if (self) finished(false);
+        return;
+    }
+    sheet->printWhole(target, [sheetAlive, finished = std::move(finished)](bool printed) {
+        if (sheetAlive) sheetAlive->deleteLater();
+        finished(printed);
+    });
+}
+
+void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> finished) {
+    if (processEnded_ || (!target.printer && target.pdfPath.isEmpty())) return finished(false);
+    QString pdf = target.pdfPath;
+    QPageLayout layout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
+                       QPageLayout::Millimeter);
+    if (target.printer) {
+        layout = target.printer->pageLayout();
+        if (target.printer->outputFormat() == QPrinter::PdfFormat) pdf = target.printer->outputFileName();
+    }
+    // Each run has its own receiver, which goes with the answer or with the view.
+    auto* run = new QObject(this);
+    const auto end = [run, finished = std::move(finished), printer = target.printer](bool printed) {
+        run->deleteLater();
+        run->disconnect();
+        finished(printed);
+    };
+    if (pdf.isEmpty()) {
+        connect(view_, &QWebEngineView::printFinished, run, [end](bool printed) { end(printed); });
+        view_->print(target.printer.get());
+    } else {
+        connect(page_, &QWebEnginePage::pdfPrintingFinished, run,
+                [end, pdf](const QString& path, bool printed) {
+                    if (path == pdf) end(printed);
+                });
+        page_->printToPdf(pdf, layout);
+    }
+    connect(this, &WebView::gone, run, [end] { end(false); });
+}
+
+}  // namespace lirovan::platform
