@@ -19,8 +19,9 @@ using platform::Error;
 using platform::JetTextDecoder;
 using platform::Result;
 
-constexpr int RowMoved = 0x4000;  // this slot only points elsewhere, or the row was deleted
-constexpr int RowOffset = 0x1FFF;
+// The upper bits of a row's place on its page. A row that outgrew its page leaves a pointer in its slot and
+// is hidden at its new place, so that it is read once and in its order; a deleted row has both bits.
+constexpr int RowHidden = 0x8000, RowPointer = 0x4000, RowOffset = 0x1FFF;
 
 Error damaged() {
     return {QStringLiteral("Dosya bozuk ya da eksik: bir kayıt okunamadı.")};
@@ -110,6 +111,7 @@ class JetTable : public TableReader {
     std::shared_ptr<const File> file_;
     TableDef table_;
     std::array<MdbField, MDB_MAX_COLS> fields_{};  // of the current row, by column
+    bool awayFromPage_ = false;                    // the page of a moved row is in the buffer
     int row_ = -1, rowsOnPage_ = 0;                // the current row of the current page
     qint64 read_ = 0;
 };
@@ -126,12 +128,20 @@ bool JetTable::isComplete() const {
     }
 }
 
-// False for a slot without a row: deleted, or moved to a page that is read by itself.
+// False for a slot without a row of its own.
 bool JetTable::readRow(int row) {
+    MdbHandle* mdb = file_->handle.get();
     int start = 0;
     size_t size = 0;
-    if (mdb_find_row(file_->handle.get(), row, &start, &size) != 0 || start & RowMoved || size == 0)
-        return false;
+    if (mdb_find_row(mdb, row, &start, &size) != 0 || start & RowHidden) return false;
+    if (start & RowPointer) {
+        if (size < 4) return false;
+        const auto place = static_cast<guint32>(mdb_get_int32(mdb->pg_buf, start & RowOffset));
+        awayFromPage_ = true;
+        if (mdb_read_pg(mdb, place >> 8) != mdb->fmt->pg_size) return false;
+        if (mdb_find_row(mdb, static_cast<int>(place & 0xFF), &start, &size) != 0 || start & RowPointer)
+            return false;
+    }
     return mdb_crack_row(table_.get(), start & RowOffset, size, fields_.data()) > 0;
 }
 
@@ -141,6 +151,8 @@ Result<bool> JetTable::next() {
     // Each row takes two bytes at least; more rows than that means that the pages go round in a circle.
     if (read_ > file_->size / 2) return damaged();
     for (;;) {
+        if (awayFromPage_) mdb_read_pg(mdb, table_->cur_phys_pg);
+        awayFromPage_ = false;
         if (++row_ >= rowsOnPage_) {
             if (!mdb_read_next_dpg(table_.get())) {
                 if (read_ >= rowCount()) return false;

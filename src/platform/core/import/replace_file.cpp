@@ -1,0 +1,73 @@
+#include "platform/core/import/replace_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <filesystem>
+#include <system_error>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace lirovan::platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path native(const QString& path) {
+    return fs::path(path.toStdU16String());
+}
+
+// Forces a file, or the names in a folder, to disk.
+bool forceToDisk(const QString& path) {
+#ifdef Q_OS_UNIX
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return false;
+    const bool done = ::fsync(descriptor) == 0;
+    ::close(descriptor);
+    return done;
+#else
+    Q_UNUSED(path)
+    return true;
+#endif
+}
+
+// A second name for the same bytes; where the file system has no such thing, a copy. Neither overwrites
+// anything.
+bool keep(const QString& path, const QString& kept) {
+    std::error_code error;
+    fs::create_hard_link(native(path), native(kept), error);
+    if (!error) return true;
+    if (error == std::errc::file_exists) return false;
+    if (QFile::copy(path, kept) && forceToDisk(kept)) return true;
+    QFile::remove(kept);
+    return false;
+}
+
+QString keptName(const QString& path, const QString& suffix) {
+    for (int number = 1;; ++number) {
+        const QString name =
+            number == 1 ? path + suffix : QStringLiteral("%1.%2%3").arg(path).arg(number).arg(suffix);
+        const QFileInfo info(name);
+        if (!info.exists() && !info.isSymLink()) return name;
+    }
+}
+
+}  // namespace
+
+Result<QString> replaceFile(const QString& path, const QString& replacement, const QString& suffix) {
+    const QString kept = keptName(path, suffix);
+    if (!keep(path, kept)) return Error{QStringLiteral("Eski dosyanın yedeği oluşturulamadı.")};
+    std::error_code error;
+    fs::rename(native(replacement), native(path), error);
+    if (error) {
+        QFile::remove(kept);
+        return Error{QStringLiteral("Yeni dosya eskisinin yerine konamadı.")};
+    }
+    // The change is done; a folder that cannot be forced to disk is no reason to take it back.
+    (void)forceToDisk(QFileInfo(path).absolutePath());
+    return kept;
+}
+
+}  // namespace lirovan::platform

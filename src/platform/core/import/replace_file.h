@@ -1,0 +1,13 @@
+// Puts a finished file in the place of another one without a moment in which neither is there.
+#pragma once
+
+#include "platform/core/result.h"
+
+namespace lirovan::platform {
+
+/// Keeps `path` beside itself as `path` + `suffix` (".jet"; where that is taken ".2.jet", ".3.jet", ...) and
+/// renames `replacement`, which lies in the same folder, to `path`. Answers the name of the kept file. On
+/// failure `path` is what it was and no kept file is left.
+Result<QString> replaceFile(const QString& path, const QString& replacement, const QString& suffix);
+
+}  // namespace lirovan::platform

@@ -1,0 +1,257 @@
+// Imports with the real import program, and with programs that misbehave in its place.
+#include "platform/core/import/importer.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "platform/core/import/replace_file.h"
+
+namespace lirovan::platform {
+namespace {
+
+using std::chrono_literals::operator""ms;
+
+const QString Program = QStringLiteral(LIROVAN_BIN_DIR "/lirovan-jet-aktar");
+
+constexpr QStringView PlainLibrary =
+    u"CREATE TABLE tbl_Yazar (YazarID INTEGER PRIMARY KEY, Yazar TEXT);"
+    u"CREATE TABLE TBL_KITAPLAR (KitapID, KitapAdi TEXT, YazarID, KitapSiraID, Fazla);"
+    u"CREATE TABLE tbl_KonuBaslik (KonuID, KitapID, KonuBaslik, Konu_Sira);"
+    u"CREATE TABLE tbl_Konu (Kayit, KonuID, Konu, Parca);"
+    u"INSERT INTO tbl_Yazar VALUES (1,'Şükrü İnan');"
+    u"INSERT INTO tbl_Kitaplar VALUES ('70000','Birinci',1,2.5,'x'),(35,'Saklı',1,'3',NULL);"
+    u"INSERT INTO tbl_KonuBaslik VALUES (9,70000,'GİRİŞ',1),(9,35,NULL,NULL);"
+    u"INSERT INTO tbl_Konu VALUES (4,9,'<P>ağaç</P>','7');";
+
+constexpr QStringView PlainNotes =
+    u"CREATE TABLE tbl_Notlar (NotID INTEGER, NotTarihi, NotBaslik TEXT, NotRTF TEXT);"
+    u"INSERT INTO tbl_Notlar VALUES (3,'2008-03-14','bir','a'),(3,39521.5,'iki','b'),(NULL,NULL,NULL,'c');";
+
+class ImportTest : public testing::Test {
+  protected:
+    QString path(const QString& name) const { return folder.filePath(name); }
+
+    QString write(const QString& name, const QByteArray& content) const {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+    QByteArray read(const QString& name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QString sqlite(const QString& name, QStringView sql) const {
+        const Database database = Database::open(path(name), OpenMode::Create).value();
+        EXPECT_TRUE(database.execute(sql));
+        return path(name);
+    }
+    QString script(const QByteArray& lines) const {
+        const QString name = write(QStringLiteral("program"), "#!/bin/sh\n" + lines + '\n');
+        QFile::setPermissions(name, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return name;
+    }
+    QStringList names() const {
+        QStringList all = QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        all.removeAll(QStringLiteral("program"));
+        return all;
+    }
+
+    // Every row of a query, values joined by "|", rows by "/".
+    static QString rows(const Database& database, QStringView sql) {
+        Result<Statement> statement = database.prepare(sql);
+        if (!statement) return statement.error().message;
+        QStringList lines;
+        while (*statement->step() == Step::Row) {
+            QStringList values;
+            for (int i = 0; i < statement->columnCount(); ++i)
+                values += statement->isNull(i) ? QStringLiteral("-") : statement->text(i);
+            lines += values.join(u'|');
+        }
+        return lines.join(u'/');
+    }
+
+    QTemporaryDir folder;
+    const Importer importer{{Program, 60000ms}};
+};
+
+TEST_F(ImportTest, ReplacesAPlainLibraryAndKeepsTheOriginal) {
+    const QString library = sqlite(QStringLiteral("kitaplar.vq"), PlainLibrary);
+    const QByteArray original = read(QStringLiteral("kitaplar.vq"));
+    write(QStringLiteral("kitaplar.vq.sqlite"), "mine");
+
+    const auto ensured = importer.ensureLayout(library, LayoutKind::Library);
+    ASSERT_TRUE(ensured) << ensured.error().message.toUtf8().constData();
+    EXPECT_TRUE(ensured->imported);
+    EXPECT_EQ(ensured->backup, path(QStringLiteral("kitaplar.vq.2.sqlite")));
+    EXPECT_EQ(read(QStringLiteral("kitaplar.vq.2.sqlite")), original);
+    EXPECT_EQ(read(QStringLiteral("kitaplar.vq.sqlite")), "mine");
+    EXPECT_EQ(names().size(), 3);
+
+    const Database database = Database::open(library, OpenMode::ReadOnly).value();
+    EXPECT_EQ(rows(database, u"select * from tbl_Yazar"), QStringLiteral("1|Şükrü İnan"));
+    EXPECT_EQ(rows(database, u"select * from tbl_Kitaplar"),
+              QStringLiteral("70000|Birinci|1|2.5/35|Saklı|1|3"));
+    EXPECT_EQ(rows(database, u"select * from tbl_KonuBaslik"), QStringLiteral("9|70000|GİRİŞ|1/9|35|-|-"));
+    EXPECT_EQ(rows(database, u"select * from tbl_Konu"), QStringLiteral("4|9|<P>ağaç</P>|7"));
+    EXPECT_EQ(rows(database, u"select * from tbl_scripts"), QString());
+
+    const auto again = importer.ensureLayout(library, LayoutKind::Library);
+    ASSERT_TRUE(again);
+    EXPECT_FALSE(again->imported);
+}
+
+TEST_F(ImportTest, LosesNoNoteToADoubledOrMissingKey) {
+    const QString notes = sqlite(QStringLiteral("notlar.vq"), PlainNotes);
+    ASSERT_TRUE(importer.ensureLayout(notes, LayoutKind::Notes));
+    const Database database = Database::open(notes, OpenMode::ReadOnly).value();
+    EXPECT_EQ(rows(database, u"select * from tbl_Notlar"),
+              QStringLiteral("3|2008-03-14|bir|a/4|2008-03-14T12:00:00|iki|b/5|-|-|c"));
+}
+
+TEST_F(ImportTest, ReadsAnOldFileWithoutTouchingIt) {
+    const QString library = sqlite(QStringLiteral("eski.vq"), PlainLibrary);
+    const QByteArray original = read(QStringLiteral("eski.vq"));
+    const auto opened = importer.openForReading(library, LayoutKind::Library);
+    ASSERT_TRUE(opened) << opened.error().message.toUtf8().constData();
+    EXPECT_EQ(rows(opened->database, u"select KitapID from tbl_Kitaplar order by KitapSiraID"),
+              QStringLiteral("70000/35"));
+    EXPECT_EQ(read(QStringLiteral("eski.vq")), original);
+    EXPECT_EQ(names(), QStringList{QStringLiteral("eski.vq")});
+}
+
+TEST_F(ImportTest, NeverOverwritesTheTargetOfAnImportByHand) {
+    const QString library = sqlite(QStringLiteral("eski.vq"), PlainLibrary);
+    const QString target = write(QStringLiteral("yeni.vq"), "mine");
+    EXPECT_FALSE(importer.import(library, target, std::nullopt));
+    EXPECT_EQ(read(QStringLiteral("yeni.vq")), "mine");
+    EXPECT_EQ(*importer.import(library, path(QStringLiteral("b.vq")), std::nullopt), LayoutKind::Library);
+}
+
+TEST_F(ImportTest, SaysWhatIsWrongAndLeavesTheFileAlone) {
+    const QString whole = sqlite(QStringLiteral("tam.vq"), PlainLibrary);
+    const QByteArray bytes = read(QStringLiteral("tam.vq"));
+    QFile::remove(whole);
+    QByteArray overwritten = bytes;
+    overwritten.replace(4096, overwritten.size() - 4096, QByteArray(overwritten.size() - 4096, 'x'));
+    sqlite(QStringLiteral("a"), u"CREATE TABLE baska (a)");
+    const QByteArray foreign = read(QStringLiteral("a"));
+    QFile::remove(path(QStringLiteral("a")));
+    sqlite(QStringLiteral("a"),
+           PlainLibrary.toString().replace(QStringLiteral("KonuBaslik,"), QStringLiteral("Baslik,")));
+    const QByteArray renamed = read(QStringLiteral("a"));
+    QFile::remove(path(QStringLiteral("a")));
+    const QByteArray jet = QByteArray("\0\1\0\0Standard Jet DB\0\1", 21).leftJustified(40960, '\0');
+
+    const struct {
+        QByteArray content;
+        QString message;
+    } cases[] = {
+        {"", QStringLiteral("kitaplar.vq: Dosya boş (0 bayt).")},
+        {"<html>", QStringLiteral("kitaplar.vq: Dosya bir veritabanı değil.")},
+        {bytes.first(6000), QStringLiteral("kitaplar.vq: Dosya eksik: sonu kesilmiş.")},
+        {overwritten, QStringLiteral("kitaplar.vq: Veritabanı dosyası bozuk.")},
+        {foreign,
+         QStringLiteral("kitaplar.vq: Dosyada tbl_Yazar tablosu yok; bu bir kitaplık dosyası değil.")},
+        {renamed, QStringLiteral("kitaplar.vq: Dosyadaki tbl_KonuBaslik tablosunda KonuBaslik sütunu yok.")},
+        {jet.first(5000), QStringLiteral("kitaplar.vq: Dosya eksik: sonu kesilmiş.")},
+        // The mask alone, in the place of a password: a header that was never written properly has one.
+        {jet,
+         QStringLiteral("kitaplar.vq: Dosya parola ile korunuyor. Parolayı dosyayı yapan programda kaldırıp "
+                        "yeniden deneyin.")},
+    };
+    for (const auto& [content, message] : cases) {
+        const QString library = write(QStringLiteral("kitaplar.vq"), content);
+        const auto ensured = importer.ensureLayout(library, LayoutKind::Library);
+        ASSERT_FALSE(ensured) << message.toUtf8().constData();
+        EXPECT_EQ(ensured.error().message, message);
+        EXPECT_EQ(read(QStringLiteral("kitaplar.vq")), content);
+        EXPECT_EQ(names(), QStringList{QStringLiteral("kitaplar.vq")});
+    }
+    EXPECT_EQ(importer.ensureLayout(path(QStringLiteral("yok.vq")), LayoutKind::Library).error().message,
+              QStringLiteral("yok.vq: Dosya bulunamadı."));
+    EXPECT_EQ(importer.ensureLayout(QDir(folder.path()).absolutePath(), LayoutKind::Library).error().message,
+              QStringLiteral("%1: Bu bir klasör, dosya değil.").arg(QDir(folder.path()).dirName()));
+}
+
+TEST_F(ImportTest, ChangesThatWaitBesideTheFileAreNotForgotten) {
+    const QString library = sqlite(QStringLiteral("kitaplar.vq"), PlainLibrary);
+    write(QStringLiteral("kitaplar.vq-wal"), "waiting");
+    const auto ensured = importer.ensureLayout(library, LayoutKind::Library);
+    ASSERT_FALSE(ensured);
+    EXPECT_TRUE(ensured.error().message.contains(u"kitaplar.vq-wal"));
+}
+
+TEST_F(ImportTest, OutlivesAProgramThatMisbehaves) {
+    const struct {
+        QByteArray lines;
+        QString message;
+    } cases[] = {
+        {"echo x >\"$4\"; kill -9 $$", QStringLiteral("Dosya bozuk: aktarma programı onu okurken çöktü.")},
+        {"echo x >\"$4\"; kill -ABRT $$", QStringLiteral("Dosya bozuk: aktarma programı onu okurken çöktü.")},
+        {"echo bir >&2; echo iki >&2; exit 1", QStringLiteral("iki")},
+        {"exit 3", QStringLiteral("Aktarma başarısız oldu (durum 3).")},
+        {"echo ilerleme 1 2", QStringLiteral("Aktarma programı işini bitirmeden kapandı.")},
+        {"head -c 100000 /dev/zero; head -c 100000 /dev/zero >&2",
+         QStringLiteral("Aktarma programı işini bitirmeden kapandı.")},
+        {"echo bitti kitaplik", QStringLiteral("Veritabanı dosyası açılamadı.")},
+        {"echo x >\"$4\"; exec sleep 100", QStringLiteral("Aktarma durdu: 1 saniyedir ilerleme yok.")},
+        // Wrote everything, but not what it said.
+        {'"' + Program.toUtf8() + "\" \"$@\"; echo tablo tbl_Konu 2",
+         QStringLiteral("Yazılan dosyada tbl_Konu tablosu eksik.")},
+    };
+    const QString library = sqlite(QStringLiteral("kitaplar.vq"), PlainLibrary);
+    const QByteArray original = read(QStringLiteral("kitaplar.vq"));
+    for (const auto& [lines, message] : cases) {
+        const Importer broken({script(lines), 300ms});
+        const auto ensured = broken.ensureLayout(library, LayoutKind::Library);
+        ASSERT_FALSE(ensured) << lines.constData();
+        EXPECT_EQ(ensured.error().message, QStringLiteral("kitaplar.vq: ") + message);
+        EXPECT_EQ(read(QStringLiteral("kitaplar.vq")), original);
+        EXPECT_EQ(names(), QStringList{QStringLiteral("kitaplar.vq")}) << lines.constData();
+    }
+    const Importer missing({path(QStringLiteral("yok")), 300ms});
+    EXPECT_TRUE(
+        missing.ensureLayout(library, LayoutKind::Library).error().message.contains(u"başlatılamadı"));
+}
+
+TEST_F(ImportTest, CancelsWhenTheCallerSaysSo) {
+    const QString library = sqlite(QStringLiteral("kitaplar.vq"), PlainLibrary);
+    const Importer slow({script("echo ilerleme 5 10; echo x >\"$4\"; exec sleep 100"), 60000ms});
+    const auto ensured = slow.ensureLayout(
+        library, LayoutKind::Library, [](qint64 done, qint64 total) { return !(done == 5 && total == 10); });
+    ASSERT_FALSE(ensured);
+    EXPECT_EQ(ensured.error().message, QStringLiteral("kitaplar.vq: Aktarma iptal edildi."));
+    EXPECT_EQ(names(), QStringList{QStringLiteral("kitaplar.vq")});
+}
+
+TEST_F(ImportTest, TakesAwayWhatAnInterruptedImportLeft) {
+    const QString library = sqlite(QStringLiteral("kitaplar.vq"), PlainLibrary);
+    write(QStringLiteral("kitaplar.vq.aktarma"), "half");
+    ASSERT_TRUE(importer.ensureLayout(library, LayoutKind::Library));
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("kitaplar.vq"), QStringLiteral("kitaplar.vq.sqlite")}));
+}
+
+TEST_F(ImportTest, TellsWhenTheFolderCannotBeWritten) {
+    const QString library = sqlite(QStringLiteral("kitaplar.vq"), PlainLibrary);
+    // A folder in the place of the lock or of the new file: nothing can be written there, whoever tries.
+    for (const QString& name : {QStringLiteral("kitaplar.vq.kilit"), QStringLiteral("kitaplar.vq.aktarma")}) {
+        ASSERT_TRUE(QDir(folder.path()).mkpath(name + QStringLiteral("/a")));
+        EXPECT_FALSE(importer.ensureLayout(library, LayoutKind::Library,
+                                           [calls = 0](qint64, qint64) mutable { return ++calls < 3; }));
+        ASSERT_TRUE(QDir(path(name)).removeRecursively());
+    }
+    EXPECT_TRUE(importer.ensureLayout(library, LayoutKind::Library));
+}
+
+TEST_F(ImportTest, AFailedReplacementLeavesNoBackup) {
+    const QString file = write(QStringLiteral("a"), "old");
+    EXPECT_FALSE(replaceFile(file, path(QStringLiteral("yok")), QStringLiteral(".jet")));
+    EXPECT_EQ(names(), QStringList{QStringLiteral("a")});
+}
+
+}  // namespace
+}  // namespace lirovan::platform
