@@ -41,6 +41,7 @@ struct BookTree {
 
 /// Told while the tree is filled, with titles as the tree shows them. May be empty.
 struct TreeProgress {
+    std::function<void()> started;
     std::function<void(const QString& book)> bookStarted;
     std::function<void(const QString& topic)> topicAdded;
 };

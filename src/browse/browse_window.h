@@ -1,0 +1,62 @@
+// The decisions of frm_Arama, the window with the book tree: life, place, tabs, and clicks on the tree.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "browse/book_tree.h"
+#include "browse/search_tab_state.h"
+#include "browse/window_ports.h"
+#include "data/library.h"
+#include "platform/core/main_frame.h"
+#include "platform/core/paths.h"
+
+namespace lirovan::browse {
+
+/// The pixel size that a topic's page starts with.
+inline constexpr int TopicFontSize = 16;
+
+class BrowseWindow {
+  public:
+    struct Parts {
+        platform::MainFrame& frame;
+        BrowseView& view;
+        ContentView& content;  ///< frm_Icerik
+        const data::Library& library;
+        platform::AppFolder folder;
+        SearchTabState& search;
+        std::function<bool()> isHelpShown;  ///< frm_yardim is loaded
+    };
+    explicit BrowseWindow(Parts parts) : parts_(std::move(parts)) {}
+
+    /// Form_Load — menu, place, first tab, and the tree's nodes. A failure in it is in the result; then the
+    /// splash window is not the caller's to replace by the main window.
+    const BookTree& load(const TreeProgress& progress);
+    const std::vector<TreeNode>& nodes() const { return tree_.nodes; }
+
+    /// Form_Activate
+    void activate();
+    /// Form_Resize — also called when the main window's size changed.
+    void resize();
+    /// Form_Unload — false: a search runs, the window must stay open.
+    bool unload();
+
+    void selectTab(Tab tab);
+
+    // The tree's handlers; `node` is an index among nodes().
+    void expanded(qsizetype node);
+    void collapsed(qsizetype node);
+    /// tvw_Kitaplar_NodeClick — shows the start page or the topic's page.
+    void NodeClick(qsizetype node);
+
+  private:
+    TreeNode& at(qsizetype node) { return tree_.nodes[static_cast<size_t>(node)]; }
+    void setImage(qsizetype node, QStringView image);
+    void showTopic(const TreeNode& node);
+    void placeContentBeside();
+
+    Parts parts_;
+    BookTree tree_;
+};
+
+}  // namespace lirovan::browse

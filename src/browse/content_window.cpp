@@ -1,0 +1,72 @@
+#include "browse/content_window.h"
+
+#include "browse/font_size.h"
+#include "browse/page_file.h"
+#include "browse/window_places.h"
+
+namespace lirovan::browse {
+
+using namespace Qt::StringLiterals;
+namespace button = platform::button;
+namespace menu = platform::menu;
+
+void rewriteWithFontSize(platform::PageView& page, int oldSize, int newSize,
+                         const platform::AppFolder* folder) {
+    platform::Reply<QString> html = page.innerHtml();
+    if (!html) return;
+    QString text = std::move(*html.value);
+    if (folder) text = withAbsoluteImages(std::move(text), *folder);
+    page.rewrite(withFontSize(std::move(text), oldSize, newSize));
+}
+
+void contentActivated(platform::MainFrame& frame) {
+    frame.setPanelText(1, ContentCaption.toString());
+    frame.setButtonEnabled(button::Paste, true);
+    frame.setButtonEnabled(button::Print, true);
+    frame.setMenuEnabled(menu::Yapistir, true);
+    frame.setMenuVisible(menu::Sep2, true);
+}
+
+void pageFocused(platform::MainFrame& frame, bool clipboardHasText) {
+    frame.setMenuEnabled(menu::Kes, true);
+    frame.setMenuEnabled(menu::Kopyala, true);
+    if (!clipboardHasText) return;
+    frame.setButtonEnabled(button::Paste, true);
+    frame.setMenuEnabled(menu::Yapistir, true);
+}
+
+void ContentWindow::load(const platform::TwipsRect& browse, bool browseMinimized) {
+    frame_.setMenuChecked(menu::Icerik, true);
+    view_.setPlace(contentPlaceAtLoad(browse, browseMinimized, frame_.width(), frame_.height()));
+    view_.wb_Icerik2().navigate(folder_.pageText(StartPage));
+}
+
+void ContentWindow::resize() {
+    if (view_.isMinimized() || view_.isMaximized() || !(frame_.height() > ChromeHeight)) return;
+    platform::TwipsRect place = view_.place();
+    place.height = frame_.height() - ChromeHeight;
+    view_.setPlace(place);
+}
+
+void ContentWindow::unload() {
+    frame_.setMenuChecked(menu::Icerik, false);
+}
+
+void ContentWindow::rightClick() {
+    frame_.popUpMenu(u"mnu_yazi");
+}
+
+void ContentWindow::pageFocused(bool clipboardHasText) {
+    frame_.setButtonEnabled(button::Cut, true);
+    frame_.setButtonEnabled(button::Copy, true);
+    browse::pageFocused(frame_, clipboardHasText);
+}
+
+void ContentWindow::ChangeFontSize(int step) {
+    const int oldSize = frame_.fontSize();
+    frame_.FontSize(oldSize + step);
+    rewriteWithFontSize(view_.wb_Icerik(), oldSize, oldSize + step, &folder_);
+    frame_.ReOrderPos();
+}
+
+}  // namespace lirovan::browse

@@ -1,0 +1,59 @@
+// What the decisions of the browse window and of the content windows need of their widgets.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include "platform/core/page_view.h"
+#include "platform/core/twips.h"
+
+namespace lirovan::browse {
+
+/// Tabs of tb_Arama.
+enum class Tab { Books = 0, Search = 1 };
+
+/// The widget of frm_Arama.
+class BrowseView {
+  public:
+    virtual ~BrowseView() = default;
+
+    virtual platform::TwipsRect place() const = 0;
+    /// Moves and sizes the window; the place that it has already is no change.
+    virtual void setPlace(const platform::TwipsRect& place) = 0;
+    virtual bool isMinimized() const = 0;
+    virtual void maximizeMainWindow() = 0;
+
+    /// Books: tvw_Kitaplar alone. Search: txt_Bul, Label1 and tvw_Kitaplar_Bul.
+    virtual void showTab(Tab tab) = 0;
+    virtual void focusSearchBox() = 0;
+    /// `node`: index among BrowseWindow::nodes().
+    virtual void setNodeImage(qsizetype node, QStringView image) = 0;
+};
+
+/// The widget of frm_Icerik or frm_IcerikN.
+class ContentView {
+  public:
+    virtual ~ContentView() = default;
+
+    virtual platform::TwipsRect place() const = 0;
+    virtual void setPlace(const platform::TwipsRect& place) = 0;
+    virtual bool isMinimized() const = 0;
+    virtual bool isMaximized() const = 0;
+    /// Makes the window visible; one that was closed is loaded again.
+    virtual void show() = 0;
+    virtual QString caption() const = 0;
+    virtual void setCaption(const QString& caption) = 0;
+
+    virtual platform::PageView& wb_Icerik() = 0;   ///< generated pages
+    virtual platform::PageView& wb_Icerik2() = 0;  ///< the start page
+};
+
+/// Shows the one view of a content window and hides the other.
+void showGeneratedPage(ContentView& window);
+void showStartPage(ContentView& window);
+
+/// Caption of a content window that shows nothing yet, and what a shown page's name is put behind.
+inline constexpr QStringView ContentCaption = u"İçerik Penceresi";
+QString contentCaption(const QString& pageName);  ///< "İçerik Penceresi - " and the name
+
+}  // namespace lirovan::browse
