@@ -42,7 +42,8 @@ TEST(BookTree, TellsItsProgressInSplashLines) {
     file.author(1, u"Y").book(1, 1, u"ÖNSÖZ<br>GİRİŞ").topic(1, 1, u"  BAŞ  ", u"");
     QStringList lines;
     const BookTree tree =
-        readBookTree(file.open(), {{}, [&](const QString& book) { lines += bookLoadingText(book); },
+        readBookTree(file.open(), {{},
+                                   [&](const QString& book) { lines += bookLoadingText(book); },
                                    [&](const QString& topic) { lines += topicLoadedText(topic); }});
     EXPECT_EQ(lines,
               (QStringList{u"Kitap Adı: Önsöz Giriş  kitabı yükleniyor."_s, u"Konu: Baş  yüklendi."_s}));
