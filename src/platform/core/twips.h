@@ -2,6 +2,8 @@
 // results into pixels of the screen at hand.
 #pragma once
 
+#include <compare>
+
 namespace lirovan::platform {
 
 /// A length in twips. Floating point: divisions are exact and rounded once, when they become pixels.

@@ -1,0 +1,55 @@
+// The parts of an import that read foreign bytes in this program: file header, stored texts and dates, and
+// what the import program says. The first byte chooses the part.
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/core/import/file_format.h"
+#include "platform/core/import/import_protocol.h"
+#include "platform/core/import/jet_values.h"
+
+using namespace lirovan::platform;
+
+namespace {
+
+void require(bool holds) {
+    if (!holds) std::abort();
+}
+
+void fuzzHeader(QByteArrayView bytes) {
+    const FileHeader header = readHeader(bytes.first(std::min(bytes.size(), HeaderBytes)), bytes.size());
+    // What may be opened is a database that is whole as far as the header tells.
+    if (checkReadable(header))
+        require((header.isJet() || header.format == FileFormat::Sqlite) && !header.truncated);
+}
+
+void fuzzText(QByteArrayView bytes) {
+    require(JetTextDecoder::jet4().decode(bytes).size() <= bytes.size());
+    const quint16 codePage =
+        bytes.isEmpty() ? 0 : static_cast<quint16>(1250 + static_cast<uchar>(bytes[0]) % 9);
+    require(JetTextDecoder::jet3(codePage).decode(bytes).size() <= bytes.size());
+    require(JetTextDecoder::jet3(932).decode(bytes).size() <= bytes.size());
+}
+
+void fuzzDate(QByteArrayView bytes) {
+    double date = 0;
+    if (bytes.size() < 8) return;
+    std::memcpy(&date, bytes.data(), sizeof date);
+    // "2008-03-14" or "2008-03-14T21:05:00": readers rely on the length.
+    if (const auto text = isoDate(date)) require(text->size() == 10 || text->size() == 19);
+}
+
+void fuzzProtocol(QByteArrayView bytes) {
+    const ImportLine line = parseImportLine(bytes);
+    if (std::holds_alternative<UnknownLine>(line)) return;
+    require(writeImportLine(line) == bytes.toByteArray() + '\n');
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
+    if (size == 0) return 0;
+    const QByteArrayView bytes(data + 1, static_cast<qsizetype>(size - 1));
+    constexpr void (*parts[])(QByteArrayView) = {fuzzHeader, fuzzText, fuzzDate, fuzzProtocol};
+    parts[data[0] % std::size(parts)](bytes);
+    return 0;
+}
