@@ -73,6 +73,7 @@ TEST(RtfReader, ReadsFormats) {
         {"{\\rtf1{\\colortbl;\\red255\\green255\\blue0;}x\\highlight1 a\\highlight0 b\\chcbpat1 c\\plain d}",
          u"x[h255:a]b[h255:c]d"},
         {"{\\rtf1\\b a\\plain b\\super 2\\nosupersub c{\\sub i}\\strike s}", u"[b:a]b[^:2]c[_:i][s:s]"},
+        {"{\\rtf1 a{\\up9 2}{\\dn9 3\\dn0 b}\\u-3913?}", u"a[^:2][_:3]b•"},
         {"{\\rtf1\\pard\\qc a\\par b\\par\\pard c\\par\\pard\\qr d\\par\\pard\\qj e}",
          u"<center>a|<center>b|c|<right>d|<justify>e"},
         {"{\\rtf1 a\\v gizli\\v0 b}", u"ab"},
@@ -121,6 +122,7 @@ TEST(RtfReader, PassesOverWhatIsNoText) {
          u"kutu|son"},
         {"{\\rtf1 a{\\footnote\\pard not\\par devam\\par}b}", u"a [not devam ]b"},
         {"{\\rtf1{\\*\\bkmkstart x}a{\\*\\unknown{\\fldrslt b}{\\*\\ud c}}d}", u"ad"},
+        {"{\\rtf1 a{x \\*\\cs13 y}{\r\n\\*\\cs13 z}}", u"ax y"},
         {"{\\rtf1 a}son", u"a"},
     });
 }

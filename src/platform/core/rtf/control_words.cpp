@@ -8,8 +8,12 @@
 namespace lirovan::platform::rtf {
 namespace {
 
-constexpr int number(Alignment alignment) { return static_cast<int>(alignment); }
-constexpr int number(Script script) { return static_cast<int>(script); }
+constexpr int number(Alignment alignment) {
+    return static_cast<int>(alignment);
+}
+constexpr int number(Script script) {
+    return static_cast<int>(script);
+}
 
 using enum Action;
 
@@ -35,6 +39,7 @@ constexpr std::array words{
     ControlWord{"creatim", Skip},
     ControlWord{"deff", DocumentFont},
     ControlWord{"deleted", Hidden},
+    ControlWord{"dn", Script, number(Script::Sub)},
     ControlWord{"do", Transparent},
     ControlWord{"emdash", Character, 0x2014},
     ControlWord{"emspace", Character, 0x2003},
@@ -137,6 +142,7 @@ constexpr std::array words{
     ControlWord{"ululdbwave", Underline},
     ControlWord{"ulw", Underline},
     ControlWord{"ulwave", Underline},
+    ControlWord{"up", Script, number(Script::Super)},
     ControlWord{"upr", UnicodePair},
     ControlWord{"v", Hidden},
     ControlWord{"xe", Skip},
@@ -154,10 +160,9 @@ static_assert(inOrder());
 }  // namespace
 
 const ControlWord* findControlWord(std::string_view name) {
-    const auto found = std::lower_bound(words.begin(), words.end(), name,
-                                        [](const ControlWord& word, std::string_view wanted) {
-                                            return word.name < wanted;
-                                        });
+    const auto found =
+        std::lower_bound(words.begin(), words.end(), name,
+                         [](const ControlWord& word, std::string_view wanted) { return word.name < wanted; });
     return found != words.end() && found->name == name ? &*found : nullptr;
 }
 

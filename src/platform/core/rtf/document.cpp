@@ -48,10 +48,17 @@ QString cleanText(QStringView text) {
 QString cleanFontName(QStringView name) {
     constexpr qsizetype longest = 64;
     QString clean;
-    for (const QChar unit : name.trimmed().left(longest))
-        if (unit >= u' ' && !unit.isSurrogate() && unit != u';' && unit != u'{' && unit != u'}' && unit != u'\\')
+    for (const QChar unit : cleanText(name.trimmed().left(longest)))
+        if (unit >= u' ' && !unit.isSurrogate() && unit != QChar::LineSeparator && unit != u';' &&
+            unit != u'{' && unit != u'}' && unit != u'\\')
             clean += unit;
     clean = clean.trimmed();
+    // Old systems listed one face several times, once for each script.
+    constexpr QStringView scripts[] = {u" Tur", u" CE", u" Cyr", u" Greek", u" Baltic"};
+    const auto endsIn = [&clean](QStringView script) { return clean.endsWith(script); };
+    for (auto script = std::find_if(std::begin(scripts), std::end(scripts), endsIn);
+         script != std::end(scripts); script = std::find_if(std::begin(scripts), std::end(scripts), endsIn))
+        clean = clean.chopped(script->size()).trimmed();
     return clean.isEmpty() ? DefaultFont.toString() : clean;
 }
 

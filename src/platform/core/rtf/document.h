@@ -1,5 +1,5 @@
-// Formatted text as the notebook knows it: paragraphs of runs. The common ground between rich text (RTF) files, the
-// edit box and pages.
+// Formatted text as the notebook knows it: paragraphs of runs. The common ground between rich text (RTF)
+// files, the edit box and pages.
 #pragma once
 
 #include <QString>
@@ -67,14 +67,16 @@ struct Document {
     friend bool operator==(const Document&, const Document&) = default;
 };
 
-/// Line breaks become U+2028; control characters other than the tab, and the marks that editors use for themselves
-/// (U+FFFC, U+FDD0, U+FDD1), are left out; a lone surrogate becomes U+FFFD.
+/// Line breaks become U+2028; control characters other than the tab, and the marks that editors use for
+/// themselves (U+FFFC, U+FDD0, U+FDD1), are left out; a lone surrogate becomes U+FFFD.
 QString cleanText(QStringView text);
 
-/// A font name without the characters that would end it in a font table; DefaultFont for an empty one.
+/// A font name without the characters that would end it in a font table and without the script that old
+/// systems added ("Arial Tur"); DefaultFont for an empty one.
 QString cleanFontName(QStringView name);
 
-/// Puts a document in its one normal form: clean texts, runs of equal format joined, sizes and indents in range.
+/// Puts a document in its one normal form: clean texts, runs of equal format joined, sizes and indents in
+/// range.
 class Builder {
   public:
     void append(QStringView text, const CharFormat& format);

@@ -39,6 +39,14 @@ struct FontEntry {
     int codePage = 0;  ///< \cpg
 };
 
+// The bullets of the symbol fonts, which lie in a private area of Unicode. Their other pictures stay as they
+// are.
+QChar fromSymbolFont(char16_t unit) {
+    if (unit == 0xF0B7) return QChar(0x2022);
+    if (unit == 0xF0A7) return QChar(0x25AA);
+    return QChar(unit);
+}
+
 class Reader {
   public:
     Reader(QByteArrayView input, ReadLimit limit) : at_(input.begin()), end_(input.end()), limit_(limit) {}
@@ -74,7 +82,6 @@ class Reader {
     void endParagraph();
     void cell();
     void endRow();
-    void endFontEntry();
     void endColorEntry();
     const CharFormat& format();
     int codePage();
@@ -87,8 +94,9 @@ class Reader {
     Group group_;
     std::vector<Group> outer_;
     qsizetype tooDeep_ = 0;  // open groups beyond those that are kept
-    bool starred_ = false;   // after \*: a destination that may be skipped
-    int toSkip_ = 0;         // characters that stand for the \u before them
+    const char* groupStart_ = nullptr;
+    bool starred_ = false;  // after \*: a destination that may be skipped
+    int toSkip_ = 0;        // characters that stand for the \u before them
 
     QByteArray bytes_;  // text in the current code page, not decoded yet
     char16_t highSurrogate_ = 0;
@@ -124,6 +132,7 @@ Document Reader::read() {
             case '\r':
             case '\n':
             case '\0':
+                if (at_ == groupStart_) ++groupStart_;
                 ++at_;
                 break;
             default:
@@ -141,6 +150,7 @@ void Reader::openGroup() {
     flush();
     toSkip_ = 0;
     starred_ = false;
+    groupStart_ = at_;
     // Deeper than any real file. From here on groups are counted, and their formats run on into one another.
     constexpr size_t deepest = 200'000;
     if (outer_.size() < deepest)
@@ -153,7 +163,6 @@ void Reader::closeGroup() {
     flush();
     toSkip_ = 0;
     starred_ = false;
-    if (group_.destination == Destination::FontTable) endFontEntry();
     if (tooDeep_ > 0) {
         --tooDeep_;
     } else if (outer_.size() <= 1) {
@@ -180,7 +189,8 @@ void Reader::controlSymbol(char symbol) {
         case '\'':
             return hexByte();
         case '*':
-            starred_ = true;
+            // Elsewhere the star has no meaning; some programs write it before the words of a style.
+            starred_ = at_ - 2 == groupStart_;
             return;
         case '\\':
         case '{':
@@ -385,7 +395,7 @@ bool Reader::applyFont(const ControlWord& word, int value) {
             return true;
         case Action::Font:
             if (inTable) {
-                endFontEntry();
+                flush();
                 entryFont_ = value;
                 fonts_.insert(entryFont_, {});
             } else {
@@ -463,7 +473,7 @@ void Reader::takeByte(char byte) {
             break;
         case Destination::FontTable:
             if (byte == ';')
-                endFontEntry();
+                flush();
             else
                 bytes_ += byte;
             break;
@@ -493,7 +503,7 @@ void Reader::takeUnicode(int value) {
     } else if (QChar::isHighSurrogate(static_cast<char32_t>(value)) && isShown()) {
         highSurrogate_ = static_cast<char16_t>(value);
     } else {
-        const QChar unit(static_cast<char16_t>(value));
+        const QChar unit = fromSymbolFont(static_cast<char16_t>(value));
         if (unit.isLowSurrogate() && highSurrogate_) {
             const QChar pair[] = {QChar(highSurrogate_), unit};
             highSurrogate_ = 0;
@@ -518,11 +528,11 @@ void Reader::flush() {
         fonts_[entryFont_].name += decoder_.decode(codePage(), bytes);
         return;
     }
-    // Bullets of the symbol fonts; their other pictures have no place in ordinary text.
     const int font = group_.font == NoFont ? defaultFont_ : group_.font;
     const bool symbols = fonts_.value(font).charset == ByteDecoder::SymbolCharset;
     QString text = decoder_.decode(codePage(), bytes);
-    if (symbols) text.replace(QChar(0xB7), QChar(0x2022)).replace(QChar(0xA7), QChar(0x25AA));
+    if (symbols)
+        text.replace(QChar(0xB7), fromSymbolFont(0xF0B7)).replace(QChar(0xA7), fromSymbolFont(0xF0A7));
     takeText(text);
 }
 
@@ -572,15 +582,6 @@ void Reader::cell() {
 void Reader::endRow() {
     if (!isShown()) return;
     if (cellPending_ || !builder_.atParagraphStart()) endParagraph();
-}
-
-void Reader::endFontEntry() {
-    flush();
-    const auto entry = fonts_.find(entryFont_);
-    if (entry == fonts_.end()) return;
-    // Old systems listed one face several times, once for each script.
-    for (const QStringView script : {u" Tur", u" CE", u" Cyr", u" Greek", u" Baltic"})
-        if (entry->charset > 0 && entry->name.endsWith(script)) entry->name.chop(script.size());
 }
 
 void Reader::endColorEntry() {

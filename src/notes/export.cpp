@@ -1,0 +1,63 @@
+#include "notes/export.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include "notes/note_text.h"
+#include "platform/core/rtf/html_writer.h"
+#include "platform/core/rtf/writer.h"
+
+namespace lirovan::notes {
+namespace {
+
+using platform::Error;
+using platform::Result;
+namespace rtf = platform::rtf;
+
+QString fileName(const Note& note) {
+    constexpr qsizetype longest = 60;
+    QString title;
+    for (const QChar unit : note.title.trimmed().left(longest))
+        title += unit < u' ' || QStringLiteral("/\\:*?\"<>|").contains(unit) || unit.isSurrogate()
+                     ? QChar(u'_')
+                     : unit;
+    while (title.endsWith(u'.') || title.endsWith(u' ')) title.chop(1);
+    return title.isEmpty() ? QString::number(note.id.value)
+                           : QStringLiteral("%1 %2").arg(note.id.value).arg(title);
+}
+
+Result<void> writeFile(const QString& path, const QByteArray& content) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+        return Error{QStringLiteral("Dosyaya yazılamadı: %1 (%2)").arg(path, file.errorString())};
+    return {};
+}
+
+}  // namespace
+
+Result<int> exportNotes(const NotesDatabase& notes, const QString& folder) {
+    const Result<std::vector<Note>> rows = notes.list(0);
+    if (!rows) return rows.error();
+    if (!QDir().mkpath(folder)) return Error{QStringLiteral("Klasör oluşturulamadı: %1").arg(folder)};
+    int written = 0;
+    for (const Note& row : *rows) {
+        const Result<std::optional<Note>> note = notes.find(row.id);
+        if (!note) return note.error();
+        if (!*note) continue;
+        const rtf::Document text = textOf((*note)->rtf);
+        const QString base = QDir(folder).filePath(fileName(**note));
+        const struct {
+            QStringView ending;
+            QByteArray content;
+        } files[] = {{u".rtf", rtf::write(text)},
+                     {u".html", rtf::toHtml(text, (*note)->title).toUtf8()},
+                     {u".txt", (text.plainText() + u'\n').toUtf8()}};
+        for (const auto& file : files)
+            if (const Result<void> done = writeFile(base + file.ending.toString(), file.content); !done)
+                return done.error();
+        ++written;
+    }
+    return written;
+}
+
+}  // namespace lirovan::notes

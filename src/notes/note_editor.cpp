@@ -1,0 +1,428 @@
+#include "notes/note_editor.h"
+
+#include <QSaveFile>
+#include <array>
+
+#include "notes/note_text.h"
+#include "platform/core/rtf/writer.h"
+
+namespace lirovan::notes {
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+using platform::Result;
+using platform::Twips;
+namespace rtf = platform::rtf;
+
+struct ColorKey {
+    QStringView key;
+    rtf::Rgb value;
+};
+
+// In the order in which the state refresh tests them.
+constexpr std::array colorKeys{ColorKey{key::Kirmizi, {255, 0, 0}}, ColorKey{key::Mavi, {0, 0, 255}},
+                               ColorKey{key::Yesil, {0, 255, 0}}, ColorKey{key::Siyah, rtf::Black}};
+
+struct StyleKey {
+    QStringView key;
+    Style style;
+};
+
+constexpr std::array styleKeys{StyleKey{key::Bold, Style::Bold}, StyleKey{key::Italic, Style::Italic},
+                               StyleKey{key::Underline, Style::Underline}};
+
+constexpr double NormalPoints = 10, StepPoints = 2, LeastPoints = 2;
+
+QString captionOf(const QString& title) {
+    return QStringLiteral("Not Defteri - ") + title;
+}
+
+}  // namespace
+
+platform::TwipsRect editorPlace(const platform::MainFrame& frame) {
+    return {frame.width() / 5, Twips{500}, frame.width() / 1.69, frame.height() - Twips{1530}};
+}
+
+NoteEditor::NoteEditor(Parts parts, OpenNotes openNotes, std::function<QDate()> today)
+    : parts_(parts), openNotes_(std::move(openNotes)), today_(std::move(today)) {}
+
+void NoteEditor::load(NoteDraft draft) {
+    parts_.window.setCaption(QStringLiteral("Not Defteri"));
+    draft_ = std::move(draft);
+    Result<NotesDatabase> notes = openNotes_();
+    if (notes)
+        NotBaglanti_ = std::move(*notes);
+    else
+        parts_.dialogs.show(platform::errorMessage(
+            QStringLiteral(
+                "Not dosyası açılamadı.\n%1\n\nNot defterine yazabilirsiniz; kaydederken dosya yeniden "
+                "denenecek.")
+                .arg(notes.error().message),
+            QStringLiteral("Not Defteri")));
+    storedText_ = storedRtf(parts_.box.document());
+    selectionChanged();
+    clipboardChanged();
+
+    const std::optional<Note> left = draft_.left();
+    if (!left) return;
+    const Answer answer =
+        parts_.dialogs.show({QStringLiteral("Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?"),
+                             QStringLiteral("Not Defteri"), Icon::Question, Buttons::YesNo});
+    if (answer != Answer::Yes) return draft_.clear();
+    if (left->id.value > 0) {
+        // Shown as the stored note with the changes that were not saved.
+        const Result<std::optional<Note>> row = NotBaglanti_.find(left->id);
+        if (row && *row)
+            show(**row);
+        else
+            txt_invisible_ = left->id, NotBasligi_ = left->title;
+        parts_.window.setCaption(captionOf(NotBasligi_));
+    }
+    parts_.box.setDocument(textOf(left->rtf));
+}
+
+// --- Saving
+// -----------------------------------------------------------------------------------------------------
+
+void NoteEditor::save() {
+    KayitIptal_ = saveFailed_ = false;
+    if (txt_invisible_.value == 0)
+        saveNew();
+    else
+        saveExisting();
+}
+
+void NoteEditor::saveNew() {
+    const std::optional<QString> title =
+        parts_.dialogs.ask({QStringLiteral("Not için bir başlık giriniz."), QStringLiteral("Not Başlığı"),
+                            QStringLiteral("Not")});
+    if (!title || title->trimmed().isEmpty()) {
+        parts_.dialogs.show(
+            platform::errorMessage(QStringLiteral("Başlık girmediniz! Kayıt işlemi iptal edildi."),
+                                   QStringLiteral("Başlık Hatası")));
+        KayitIptal_ = true;
+        return;
+    }
+    insertAs(*title);
+}
+
+bool NoteEditor::insertAs(const QString& title) {
+    if (!ensureOpen()) return false;
+    const QString text = storedRtf(parts_.box.document());
+    const Result<NoteId> key = NotBaglanti_.add(title, text, today_());
+    if (!key) return fail(key.error()), false;
+    NotBasligi_ = title;
+    txt_invisible_ = *key;
+    parts_.window.setCaption(captionOf(title));
+    wasStored(text);
+    return true;
+}
+
+void NoteEditor::saveExisting() {
+    if (!ensureOpen()) return;
+    const Result<std::optional<Note>> row = NotBaglanti_.find(txt_invisible_);
+    if (!row) return fail(row.error());
+    if (!*row) {
+        insertAs(NotBasligi_);
+        return;
+    }
+    const Note& stored = **row;
+    // Another program may have saved this note meanwhile; then only changes made here are worth a question.
+    const bool changedElsewhere = stored.rtf != storedRtf_;
+    parts_.scratch.setDocument(textOf(stored.rtf));
+    const bool same = sameText(parts_.box.document(), parts_.scratch.document());
+    parts_.scratch.setDocument({});
+    if (same || (changedElsewhere && !changedSinceStored())) return;
+    const Answer answer = parts_.dialogs.show(
+        {QStringLiteral("'%1' notunuzda yaptığınız değişiklikleri kaydetmek istiyormusunuz?")
+             .arg(stored.title.trimmed()),
+         QStringLiteral("Kaydet"), Icon::Question, Buttons::YesNo});
+    if (answer == Answer::Yes) write(stored);
+}
+
+void NoteEditor::write(const Note& stored) {
+    const QString text = storedRtf(parts_.box.document());
+    const Result<Change> change = NotBaglanti_.replaceRtf(stored.id, storedRtf_, text);
+    if (!change) return fail(change.error());
+    switch (*change) {
+        case Change::Done:
+            wasStored(text);
+            break;
+        case Change::Gone:
+            insertAs(stored.title);
+            break;
+        case Change::Conflict:
+            if (insertAs(stored.title))
+                parts_.dialogs.show(platform::noticeMessage(
+                    QStringLiteral(
+                        "Bu not bu arada başka bir pencerede değiştirilmiş. Metniniz aynı başlıkla yeni "
+                        "bir not olarak kaydedildi."),
+                    QStringLiteral("Kaydet")));
+            break;
+    }
+}
+
+void NoteEditor::wasStored(const QString& rtf) {
+    storedRtf_ = rtf;
+    storedText_ = rtf;
+    draft_.clear();
+}
+
+void NoteEditor::fail(const platform::Error& error) {
+    KayitIptal_ = saveFailed_ = true;
+    const Answer answer = parts_.dialogs.show(
+        {QStringLiteral(
+             "%1\n\nNotunuz kaydedilemedi; metni pencerede duruyor. Metni bir RTF dosyasına kaydetmek ister "
+             "misiniz?")
+             .arg(error.message),
+         QStringLiteral("Kayıt Hatası"), Icon::Critical, Buttons::YesNo});
+    if (answer != Answer::Yes) return;
+    const QString path = parts_.dialogs.askSavePath(
+        QStringLiteral("Notu Dosyaya Kaydet"),
+        (NotBasligi_.trimmed().isEmpty() ? QStringLiteral("Not") : NotBasligi_.trimmed()) +
+            QStringLiteral(".rtf"),
+        QStringLiteral("RTF (*.rtf)"));
+    if (path.isEmpty()) return;
+    QSaveFile file(path);
+    const QByteArray text = rtf::write(parts_.box.document());
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+        parts_.dialogs.show(platform::errorMessage(QStringLiteral("Dosyaya yazılamadı: %1").arg(path),
+                                                   QStringLiteral("Kayıt Hatası")));
+}
+
+bool NoteEditor::ensureOpen() {
+    if (NotBaglanti_.isOpen()) return true;
+    Result<NotesDatabase> notes = openNotes_();
+    if (!notes) return fail(notes.error()), false;
+    NotBaglanti_ = std::move(*notes);
+    return true;
+}
+
+bool NoteEditor::changedSinceStored() const {
+    return storedRtf(parts_.box.document()) != storedText_;
+}
+
+void NoteEditor::NotuKaydetSor() {
+    if (txt_invisible_.value > 0) return save();
+    KayitIptal_ = saveFailed_ = false;
+    if (parts_.box.plainText().trimmed().isEmpty()) return;
+    const Answer answer = parts_.dialogs.show({QStringLiteral("Notunuzu kaydetmek istiyor musunuz?"),
+                                               QStringLiteral("Not Kayıt"), Icon::Question, Buttons::YesNo});
+    if (answer == Answer::Yes) save();
+}
+
+void NoteEditor::newNote() {
+    NotuKaydetSor();
+    if (KayitIptal_) return;
+    parts_.box.setDocument({});
+    becomeNew();
+    draft_.clear();
+}
+
+void NoteEditor::becomeNew() {
+    txt_invisible_ = {};
+    NotBasligi_.clear();
+    storedRtf_.clear();
+    storedText_ = storedRtf({});
+    parts_.window.setCaption(QStringLiteral("Not Defteri"));
+}
+
+void NoteEditor::open() {
+    NotuKaydetSor();
+    // A text that could not be written is not given up for another one.
+    if (!saveFailed_) parts_.window.showNoteList();
+}
+
+bool NoteEditor::differsFromRow() {
+    if (!NotBaglanti_.isOpen()) return changedSinceStored();
+    const Result<std::optional<Note>> row = NotBaglanti_.find(txt_invisible_);
+    if (!row || !*row) return true;  // saving will tell, or put the vanished note back
+    parts_.scratch.setDocument(textOf((*row)->rtf));
+    const bool differs = !sameText(parts_.box.document(), parts_.scratch.document());
+    parts_.scratch.setDocument({});
+    return differs;
+}
+
+bool NoteEditor::close() {
+    KayitIptal_ = saveFailed_ = false;
+    if (txt_invisible_.value == 0 || differsFromRow()) newNote();
+    if (KayitIptal_) return false;
+    draft_.clear();
+    draft_ = {};
+    NotBaglanti_.close();
+    return true;
+}
+
+void NoteEditor::keepDraft() {
+    if (!changedSinceStored() || (txt_invisible_.value == 0 && parts_.box.plainText().trimmed().isEmpty()))
+        return draft_.clear();
+    draft_.keep({txt_invisible_, {}, NotBasligi_, storedRtf(parts_.box.document())});
+}
+
+// --- For the note list
+// ------------------------------------------------------------------------------------------
+
+const NotesDatabase& NoteEditor::NotBaglanti() {
+    if (!NotBaglanti_.isOpen())
+        if (Result<NotesDatabase> notes = openNotes_()) NotBaglanti_ = std::move(*notes);
+    return NotBaglanti_;
+}
+
+void NoteEditor::show(const Note& note) {
+    parts_.box.setDocument(textOf(note.rtf));
+    txt_invisible_ = note.id;
+    NotBasligi_ = note.title;
+    storedRtf_ = note.rtf;
+    storedText_ = storedRtf(parts_.box.document());
+    parts_.window.setCaption(captionOf(note.title));
+    draft_.clear();
+}
+
+// --- Commands
+// ---------------------------------------------------------------------------------------------------
+
+void NoteEditor::menu(QStringView item) {
+    if (item == item::Yeni) return newNote();
+    if (item == item::Ac) return open();
+    if (item == item::Kaydet) return save();
+    if (item == item::Yazdir) return printWithDialog();
+    if (item == item::Cikis) return parts_.window.closeWindow();
+    if (item == item::Buyult) return setFontSize(parts_.box.fontSize() + StepPoints);
+    if (item == item::Normal) return setFontSize(NormalPoints);
+    if (item == item::Kucult) return setFontSize(parts_.box.fontSize() - StepPoints);
+    if (item == item::Kes) return cut();
+    if (item == item::Kopyala) return copy();
+    if (item == item::Yapistir) return paste();
+}
+
+void NoteEditor::button(QStringView key) {
+    if (key == key::New) newNote();
+    if (key == key::Open) open();
+    if (key == key::Save) save();
+    if (key == key::Cut) {
+        cut();
+        parts_.window.setItemEnabled(item::Kes, false);
+    }
+    if (key == key::Copy) {
+        copy();
+        parts_.window.setItemEnabled(item::Kopyala, false);
+    }
+    if (key == key::Paste) pasteRichText();
+    if (key == key::Print) printDirectly();
+    for (const StyleKey& style : styleKeys)
+        if (key == style.key) toggle(style.style, key);
+    for (const ColorKey& color : colorKeys)
+        if (key == color.key) toggleColor(key);
+    refreshState();
+}
+
+// The size 1.5, at which shrinking once stopped, lies below the least size.
+void NoteEditor::setFontSize(double points) {
+    if (points >= LeastPoints) parts_.box.setFontSize(points);
+}
+
+void NoteEditor::cut() {
+    copy();
+    parts_.box.replaceSelection({});
+    parts_.box.setFocus();
+}
+
+void NoteEditor::copy() {
+    parts_.clipboard.put(parts_.box.selection());
+    parts_.box.setFocus();
+}
+
+void NoteEditor::paste() {
+    // The edit box has pasted on its own.
+    if (!CtrlVBasildi_) pasteRichText();
+}
+
+void NoteEditor::pasteRichText() {
+    parts_.box.replaceSelection(parts_.clipboard.richText().value_or(rtf::Document{}));
+}
+
+void NoteEditor::printWithDialog() {
+    const std::optional<platform::PrintTarget> target = parts_.printing.ask(parts_.box.hasSelection());
+    if (target && !parts_.window.print(*target))
+        parts_.dialogs.show(
+            platform::errorMessage(QStringLiteral("Yazıcı algılanamadı!"), QStringLiteral("Yazıcı Hatası")));
+}
+
+void NoteEditor::printDirectly() {
+    std::optional<platform::PrintTarget> target = parts_.printing.defaultPrinter();
+    if (!target) return;
+    target->range = parts_.box.hasSelection() ? platform::PrintRange::Selection : platform::PrintRange::Page;
+    (void)parts_.window.print(*target);
+}
+
+void NoteEditor::toggle(Style style, QStringView key) {
+    const bool on = !parts_.box.style(style).value_or(false);
+    parts_.box.setStyle(style, on);
+    parts_.window.setButtonPressed(key, on);
+}
+
+void NoteEditor::toggleColor(QStringView key) {
+    for (const ColorKey& color : colorKeys) {
+        if (color.key != key) continue;
+        if (parts_.box.color() != color.value) {
+            parts_.box.setColor(color.value);
+            return pressOnly(key);
+        }
+        // A second time: back to black; black itself turns red.
+        const ColorKey& other = key == key::Siyah ? colorKeys.front() : colorKeys.back();
+        parts_.box.setColor(other.value);
+        return pressOnly(other.key);
+    }
+}
+
+void NoteEditor::pressOnly(QStringView colorKey) {
+    for (const ColorKey& color : colorKeys) parts_.window.setButtonPressed(color.key, color.key == colorKey);
+}
+
+// --- The edit box
+// -----------------------------------------------------------------------------------------------
+
+void NoteEditor::refreshState() {
+    for (const StyleKey& style : styleKeys)
+        if (const std::optional<bool> on = parts_.box.style(style.style))
+            parts_.window.setButtonPressed(style.key, *on);
+    const std::optional<rtf::Rgb> shown = parts_.box.color();
+    for (const ColorKey& color : colorKeys)
+        if (shown == color.value) return pressOnly(color.key);
+}
+
+void NoteEditor::selectionChanged() {
+    const bool selected = parts_.box.hasSelection();
+    parts_.window.setItemEnabled(item::Kes, selected);
+    parts_.window.setItemEnabled(item::Kopyala, selected);
+    if (selected) {
+        parts_.window.setButtonEnabled(key::Cut, true);
+        parts_.window.setButtonEnabled(key::Copy, true);
+        refreshState();
+    } else {
+        for (const StyleKey& style : styleKeys) parts_.window.setButtonPressed(style.key, false);
+        for (const ColorKey& color : colorKeys) parts_.window.setButtonPressed(color.key, false);
+    }
+    if (!pasteEnabled_) clipboardChanged();
+}
+
+void NoteEditor::clipboardChanged() {
+    if (!parts_.clipboard.hasPlainText()) return;
+    pasteEnabled_ = true;
+    parts_.window.setButtonEnabled(key::Paste, true);
+    parts_.window.setItemEnabled(item::Yapistir, true);
+}
+
+void NoteEditor::keyDown(int qtKey, Qt::KeyboardModifiers modifiers) {
+    CtrlVBasildi_ = qtKey == Qt::Key_V && modifiers == Qt::ControlModifier;
+    refreshState();
+}
+
+void NoteEditor::rightButtonDown() {
+    parts_.window.popUpSizes();
+    refreshState();
+}
+
+}  // namespace lirovan::notes

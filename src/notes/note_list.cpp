@@ -1,0 +1,112 @@
+#include "notes/note_list.h"
+
+#include "platform/core/rtf/reader.h"
+
+namespace lirovan::notes {
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+using platform::Result;
+using platform::Twips;
+namespace rtf = platform::rtf;
+
+constexpr int dateWidth = 10, titleCharacters = 20, titleWidth = 25, textCharacters = 50;
+// Enough rich text for a line of the list, unless another program wrote long tables before the text.
+constexpr int rtfForALine = 4096;
+
+QString beginningOf(const QString& notRtf) {
+    const QString trimmed = notRtf.trimmed();
+    QString text = rtf::read(QStringView(trimmed), {textCharacters}).plainText().left(textCharacters);
+    for (QChar& unit : text)
+        if (unit == u'\n' || unit == u'\t') unit = u' ';  // one line of the list
+    return text;
+}
+
+QString dateOf(const Note& note, const std::function<QString(QDate)>& shortDate) {
+    const QDate date = QDate::fromString(note.date.left(10), Qt::ISODate);
+    return date.isValid() ? shortDate(date) : QString(dateWidth, u' ');
+}
+
+}  // namespace
+
+QString listHeader() {
+    return QStringLiteral("Not Tarihi   Başlık") + QString(19, u' ') + QStringLiteral("Not");
+}
+
+QString listLine(const Note& note, const std::function<QString(QDate)>& shortDate) {
+    return dateOf(note, shortDate) + QStringLiteral("   ") +
+           note.title.trimmed().left(titleCharacters).leftJustified(titleWidth) + beginningOf(note.rtf) +
+           QStringLiteral("...");
+}
+
+ListPlace listPlace(const platform::MainFrame& frame) {
+    return {frame.width() / 5.5, Twips{1550}};
+}
+
+void NoteList::load() {
+    notlistele();
+    if (lines_.size() < 2)
+        dialogs_.show(platform::errorMessage(QStringLiteral("Gösterilecek not bulunamadı!"),
+                                             QStringLiteral("Not Açma Hatası")));
+}
+
+void NoteList::notlistele() {
+    lines_ = {{listHeader(), {}}};
+    const NotesDatabase& notes = editor_.NotBaglanti();
+    Result<std::vector<Note>> rows = notes.list(rtfForALine);
+    if (!rows) {
+        dialogs_.show(platform::errorMessage(rows.error().message, QStringLiteral("Not Açma Hatası")));
+    } else {
+        for (Note& note : *rows) {
+            const bool cutOff = note.rtf.size() >= rtfForALine;
+            if (cutOff && beginningOf(note.rtf).size() < textCharacters)
+                if (const Result<std::optional<Note>> whole = notes.find(note.id); whole && *whole)
+                    note.rtf = (*whole)->rtf;
+            lines_.push_back({listLine(note, shortDate_), note.id});
+        }
+    }
+    window_.setLines(lines_);
+}
+
+NoteId NoteList::selected() const {
+    const int line = window_.selectedLine();
+    return line >= 0 && line < std::ssize(lines_) ? lines_[static_cast<size_t>(line)].id : NoteId{};
+}
+
+void NoteList::mnu_Ac() {
+    if (window_.selectedLine() >= 1) return openSelected();
+    dialogs_.show(
+        platform::errorMessage(QStringLiteral("Not seçmelisiniz!"), QStringLiteral("Not Açma Hatası")));
+}
+
+void NoteList::openSelected() {
+    const NoteId id = selected();
+    if (id.value == 0) return;
+    const Result<std::optional<Note>> note = editor_.NotBaglanti().find(id);
+    if (!note) return;
+    if (*note) editor_.show(**note);
+    window_.closeWindow();
+}
+
+void NoteList::mnu_Sil() {
+    if (window_.selectedLine() < 1) {
+        dialogs_.show(
+            platform::errorMessage(QStringLiteral("Not seçmelisiniz!"), QStringLiteral("Not Silme Hatası")));
+        return;
+    }
+    const Answer answer = dialogs_.show({QStringLiteral("Seçili notu silmek istediğinize eminmisiniz?"),
+                                         QStringLiteral("Not Silme"), Icon::None, Buttons::YesNo});
+    if (answer != Answer::Yes) return;
+    const NoteId id = selected();
+    if (const Result<void> removed = editor_.NotBaglanti().remove(id); !removed) {
+        dialogs_.show(platform::errorMessage(QStringLiteral("Hata oluştu!"), QStringLiteral("Hata")));
+        return;
+    }
+    // Its text stays in the notebook, as a new note.
+    if (editor_.currentNote() == id) editor_.becomeNew();
+    notlistele();
+}
+
+}  // namespace lirovan::notes

@@ -1,0 +1,67 @@
+// The note list's decisions: its lines, and opening and deleting a note. frm_NotList is the window.
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <functional>
+#include <vector>
+
+#include "notes/note_editor.h"
+#include "platform/core/dialogs.h"
+#include "platform/core/main_frame.h"
+#include "platform/core/twips.h"
+
+namespace lirovan::notes {
+
+struct NoteLine {
+    QString text;
+    NoteId id;  ///< 0: the header
+};
+
+/// "Not Tarihi   Başlık                   Not"
+QString listHeader();
+
+/// Date, title and the beginning of the text: "14.03.2008   Alışveriş                Süt, ekmek..."; the
+/// title is cut to 20 characters and fills 25, the text is cut to 50. `rtf` may be the beginning of a NotRTF.
+QString listLine(const Note& note, const std::function<QString(QDate)>& shortDate);
+
+/// Where the list stands when it opens.
+struct ListPlace {
+    platform::Twips left, top;
+};
+ListPlace listPlace(const platform::MainFrame& frame);
+
+class NoteListWindow {
+  public:
+    virtual ~NoteListWindow() = default;
+    virtual void setLines(const std::vector<NoteLine>& lines) = 0;
+    virtual int selectedLine() const = 0;  ///< -1: none
+    virtual void closeWindow() = 0;
+};
+
+class NoteList {
+  public:
+    NoteList(NoteListWindow& window, NoteEditor& editor, platform::Dialogs& dialogs,
+             std::function<QString(QDate)> shortDate)
+        : window_(window), editor_(editor), dialogs_(dialogs), shortDate_(std::move(shortDate)) {}
+
+    /// Fills the list; tells when there is no note.
+    void load();
+    void notlistele();
+
+    void doubleClickOrEnter() { openSelected(); }
+    void mnu_Ac();
+    void mnu_Sil();
+
+  private:
+    NoteId selected() const;
+    void openSelected();
+
+    NoteListWindow& window_;
+    NoteEditor& editor_;
+    platform::Dialogs& dialogs_;
+    std::function<QString(QDate)> shortDate_;
+    std::vector<NoteLine> lines_;
+};
+
+}  // namespace lirovan::notes
