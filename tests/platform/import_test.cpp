@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "platform/core/import/replace_file.h"
+#include "support/jet_writer.h"
 
 namespace lirovan::platform {
 namespace {
@@ -61,9 +62,9 @@ class ImportTest : public testing::Test {
     }
 
     // Every row of a query, values joined by "|", rows by "/".
-    static QString rows(const Database& database, QStringView sql) {
+    static std::string rows(const Database& database, QStringView sql) {
         Result<Statement> statement = database.prepare(sql);
-        if (!statement) return statement.error().message;
+        if (!statement) return statement.error().message.toStdString();
         QStringList lines;
         while (*statement->step() == Step::Row) {
             QStringList values;
@@ -71,7 +72,7 @@ class ImportTest : public testing::Test {
                 values += statement->isNull(i) ? QStringLiteral("-") : statement->text(i);
             lines += values.join(u'|');
         }
-        return lines.join(u'/');
+        return lines.join(u'/').toStdString();
     }
 
     QTemporaryDir folder;
@@ -92,12 +93,11 @@ TEST_F(ImportTest, ReplacesAPlainLibraryAndKeepsTheOriginal) {
     EXPECT_EQ(names().size(), 3);
 
     const Database database = Database::open(library, OpenMode::ReadOnly).value();
-    EXPECT_EQ(rows(database, u"select * from tbl_Yazar"), QStringLiteral("1|Şükrü İnan"));
-    EXPECT_EQ(rows(database, u"select * from tbl_Kitaplar"),
-              QStringLiteral("70000|Birinci|1|2.5/35|Saklı|1|3"));
-    EXPECT_EQ(rows(database, u"select * from tbl_KonuBaslik"), QStringLiteral("9|70000|GİRİŞ|1/9|35|-|-"));
-    EXPECT_EQ(rows(database, u"select * from tbl_Konu"), QStringLiteral("4|9|<P>ağaç</P>|7"));
-    EXPECT_EQ(rows(database, u"select * from tbl_scripts"), QString());
+    EXPECT_EQ(rows(database, u"select * from tbl_Yazar"), "1|Şükrü İnan");
+    EXPECT_EQ(rows(database, u"select * from tbl_Kitaplar"), "70000|Birinci|1|2.5/35|Saklı|1|3");
+    EXPECT_EQ(rows(database, u"select * from tbl_KonuBaslik"), "9|70000|GİRİŞ|1/9|35|-|-");
+    EXPECT_EQ(rows(database, u"select * from tbl_Konu"), "4|9|<P>ağaç</P>|7");
+    EXPECT_EQ(rows(database, u"select * from tbl_scripts"), "");
 
     const auto again = importer.ensureLayout(library, LayoutKind::Library);
     ASSERT_TRUE(again);
@@ -109,7 +109,7 @@ TEST_F(ImportTest, LosesNoNoteToADoubledOrMissingKey) {
     ASSERT_TRUE(importer.ensureLayout(notes, LayoutKind::Notes));
     const Database database = Database::open(notes, OpenMode::ReadOnly).value();
     EXPECT_EQ(rows(database, u"select * from tbl_Notlar"),
-              QStringLiteral("3|2008-03-14|bir|a/4|2008-03-14T12:00:00|iki|b/5|-|-|c"));
+              "3|2008-03-14|bir|a/4|2008-03-14T12:00:00|iki|b/5|-|-|c");
 }
 
 TEST_F(ImportTest, ReadsAnOldFileWithoutTouchingIt) {
@@ -117,8 +117,7 @@ TEST_F(ImportTest, ReadsAnOldFileWithoutTouchingIt) {
     const QByteArray original = read(QStringLiteral("eski.vq"));
     const auto opened = importer.openForReading(library, LayoutKind::Library);
     ASSERT_TRUE(opened) << opened.error().message.toUtf8().constData();
-    EXPECT_EQ(rows(opened->database, u"select KitapID from tbl_Kitaplar order by KitapSiraID"),
-              QStringLiteral("70000/35"));
+    EXPECT_EQ(rows(opened->database, u"select KitapID from tbl_Kitaplar order by KitapSiraID"), "70000/35");
     EXPECT_EQ(read(QStringLiteral("eski.vq")), original);
     EXPECT_EQ(names(), QStringList{QStringLiteral("eski.vq")});
 }
@@ -129,6 +128,105 @@ TEST_F(ImportTest, NeverOverwritesTheTargetOfAnImportByHand) {
     EXPECT_FALSE(importer.import(library, target, std::nullopt));
     EXPECT_EQ(read(QStringLiteral("yeni.vq")), "mine");
     EXPECT_EQ(*importer.import(library, path(QStringLiteral("b.vq")), std::nullopt), LayoutKind::Library);
+}
+
+// A library with what real files hold: texts in and outside the row, moved and deleted rows, missing values.
+test::JetWriter jetLibrary(const QString& longText) {
+    using test::JetRowState;
+    using test::JetType;
+    const auto text = [](QStringView value) { return test::JetCell(value.toString()); };
+    test::JetWriter jet;
+    jet.addTable(QStringLiteral("tbl_Yazar"),
+                 {{QStringLiteral("YazarID"), JetType::Long}, {QStringLiteral("Yazar"), JetType::Text}},
+                 {{{7, text(u"Şükrü İnan")}}});
+    jet.addTable(QStringLiteral("tbl_Kitaplar"),
+                 {{QStringLiteral("KitapID"), JetType::Long},
+                  {QStringLiteral("KitapAdi"), JetType::Text},
+                  {QStringLiteral("YazarID"), JetType::Long},
+                  {QStringLiteral("KitapSiraID"), JetType::Double}},
+                 {{{70000, text(u"Birinci"), 7, 1.5}}});
+    jet.addTable(QStringLiteral("tbl_KonuBaslik"),
+                 {{QStringLiteral("KonuID"), JetType::Long},
+                  {QStringLiteral("KitapID"), JetType::Long},
+                  {QStringLiteral("KonuBaslik"), JetType::Text},
+                  {QStringLiteral("Konu_Sira"), JetType::Long}},
+                 {{{1, 70000, text(u"GİRİŞ"), 1}, JetRowState::Moved},
+                  {{2, 70000, text(u"silinmiş"), 2}, JetRowState::Deleted},
+                  {{3, 70000, test::JetCell(), 3}}});
+    jet.addTable(QStringLiteral("tbl_Konu"),
+                 {{QStringLiteral("A"), JetType::Long},
+                  {QStringLiteral("KonuID"), JetType::Long},
+                  {QStringLiteral("Konu"), JetType::Memo},
+                  {QStringLiteral("B"), JetType::Long}},
+                 {{{1, 1, text(u"kısa"), 1}},
+                  {{2, 2, test::JetCell(longText.left(900)), 2}},
+                  {{3, 3, test::JetCell(longText), test::JetCell()}}});
+    return jet;
+}
+
+TEST_F(ImportTest, CarriesEveryValueOfAJetLibraryOver) {
+    QString longText;
+    while (longText.size() < 2'000'000) longText += QStringLiteral("Ağaç ışığı, âlem ve 漢字 \U0001F333. ");
+    const QByteArray jet = jetLibrary(longText).file();
+    const QString library = write(QStringLiteral("kitaplar.vq"), jet);
+    qint64 calls = 0;
+    const auto ensured =
+        importer.ensureLayout(library, LayoutKind::Library, [&](qint64, qint64) { return ++calls > 0; });
+    ASSERT_TRUE(ensured) << ensured.error().message.toUtf8().constData();
+    EXPECT_GT(calls, 0);
+    EXPECT_EQ(read(QStringLiteral("kitaplar.vq.jet")), jet);
+    const Database database = Database::open(library, OpenMode::ReadOnly).value();
+    EXPECT_EQ(rows(database, u"select * from tbl_Yazar"), "7|Şükrü İnan");
+    EXPECT_EQ(rows(database, u"select * from tbl_Kitaplar"), "70000|Birinci|7|1.5");
+    EXPECT_EQ(rows(database, u"select * from tbl_KonuBaslik"), "1|70000|GİRİŞ|1/3|70000|-|3");
+    EXPECT_EQ(rows(database, u"select * from tbl_Konu where KonuID<3"),
+              "1|1|kısa|1/2|2|" + longText.left(900).toStdString() + "|2");
+    EXPECT_TRUE(rows(database, u"select Konu, PartNumber from tbl_Konu where KonuID=3") ==
+                longText.toStdString() + "|-");
+}
+
+TEST_F(ImportTest, CarriesTheNotesOfAJetFileOver) {
+    using test::JetCell;
+    using test::JetType;
+    test::JetWriter jet;
+    jet.addTable(QStringLiteral("tbl_Notlar"),
+                 {{QStringLiteral("NotID"), JetType::Long},
+                  {QStringLiteral("NotTarihi"), JetType::Date},
+                  {QStringLiteral("NotBaslik"), JetType::Text},
+                  {QStringLiteral("NotRTF"), JetType::Memo}},
+                 {{{5, 39521.0, JetCell(QStringLiteral("Not")), JetCell(QStringLiteral("{\\rtf1 a}"))}},
+                  {{9, -6800.25, JetCell(), JetCell(QString())}}});
+    const QString notes = write(QStringLiteral("notlar.vq"), jet.file());
+    const auto opened = importer.openForReading(notes, LayoutKind::Notes);
+    ASSERT_TRUE(opened) << opened.error().message.toUtf8().constData();
+    EXPECT_EQ(rows(opened->database, u"select * from tbl_Notlar"),
+              "5|2008-03-14|Not|{\\rtf1 a}/9|1881-05-18T06:00:00|-|");
+}
+
+TEST_F(ImportTest, RefusesAJetFileThatIsNotWhole) {
+    const QByteArray whole = jetLibrary(QString(300'000, u'ş')).file();
+    const QByteArray locked = jetLibrary(QStringLiteral("a")).file("parola");
+    QByteArray overwritten = whole;
+    // The pages of the long text, in the middle of the file.
+    overwritten.replace(100 * 4096, 4096, QByteArray(4096, '\0'));
+    const struct {
+        QByteArray content;
+        QStringView says;
+    } cases[] = {
+        {locked, u"parola ile korunuyor"},
+        {whole.first(whole.size() - 3 * 4096), u"eksik"},
+        {whole.first(whole.size() / 2 / 4096 * 4096), u"eksik"},
+        {whole.first(5 * 4096 + 100), u"eksik"},
+        {overwritten, u"bozuk"},
+    };
+    for (const auto& [content, says] : cases) {
+        const QString library = write(QStringLiteral("kitaplar.vq"), content);
+        const auto ensured = importer.ensureLayout(library, LayoutKind::Library);
+        ASSERT_FALSE(ensured) << says.toUtf8().constData();
+        EXPECT_TRUE(ensured.error().message.contains(says)) << ensured.error().message.toUtf8().constData();
+        EXPECT_EQ(read(QStringLiteral("kitaplar.vq")), content);
+        EXPECT_EQ(names(), QStringList{QStringLiteral("kitaplar.vq")});
+    }
 }
 
 TEST_F(ImportTest, SaysWhatIsWrongAndLeavesTheFileAlone) {
