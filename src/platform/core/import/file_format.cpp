@@ -69,7 +69,7 @@ FileHeader readJetHeader(QByteArrayView start, qint64 fileSize) {
     const bool jet4 = start[JetVersion] != 0;
     header.format = jet4 ? FileFormat::Jet4 : FileFormat::Jet3;
     // The catalogue begins on the third page.
-    header.truncated = fileSize < 3 * (jet4 ? 4096 : 2048);
+    header.truncated = fileSize < 3 * (jet4 ? qint64{4096} : qint64{2048});
     constexpr qsizetype masked = 126;
     if (start.size() < JetMasked + masked) return header;
     const QByteArray page = start.first(JetMasked).toByteArray() + unmasked(start.sliced(JetMasked, masked));
