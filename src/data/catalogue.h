@@ -50,6 +50,12 @@ QString topicsOfAuthor(AuthorId author, AuthorScope scope,
                        TopicOrder order);             ///< 1 KonuID, 2 Konu; no HiddenBook
 QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no HiddenBook
 
+/// The rows that a statement of topicsOfAuthor() or topicsOfBook() reads, in its order but without their
+/// texts: 0 the row's id in tbl_Konu, 1 KonuID, 2 KitapID, 3 KonuBaslik. Sorting then carries no texts, and a
+/// search reads each of them straight from its row, with topicTextByRow().
+QString topicRows(const QString& topicsStatement);
+QString topicTextByRow();  ///< 0 Konu; the row id goes into parameter 1
+
 /// KelimeKontYazili, KelimeKontAra of the rows whose written form equals `word` without regard to case,
 /// longest search form first. The word goes into a LIKE pattern: the caller passes it without quote marks.
 QString variants(QStringView word);

@@ -1,0 +1,39 @@
+// The highlighted page of a found topic, and the summary of an author's found topics.
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "data/library.h"
+#include "platform/core/paths.h"
+#include "platform/core/result.h"
+#include "search/highlighter.h"
+
+namespace lirovan::search {
+
+struct ResultPage {
+    QString page;           ///< without the final line end
+    QString heading;        ///< of the topic, for the caption; may be empty
+    HighlightedText marks;  ///< hits and colours; its text has moved into the page
+};
+
+/// The topic page with every hit of the run's words marked. `allWords` and `wholeWord`: the check boxes as
+/// they stand now. Nothing where the topic has no text row (any more); what else cannot be read leaves its
+/// place empty.
+std::optional<ResultPage> highlightedPage(const data::Library& library, const platform::AppFolder& folder,
+                                          data::TopicId topic, const SearchRun& run, bool allWords,
+                                          bool wholeWord, const MarkingProgress& progress = {});
+
+/// Why a summary could not be made: number and description, as the message box shows them.
+platform::Error summaryError(int number, const QString& description);
+
+/// The passages of group `group` of a run: author `group`, from 0. `run`: null where no such run was stored.
+/// `phraseLength`: see appendPassages(). `started` is told the number of hits before the first passage;
+/// `passageDone` is called after every passage, and false ends the summary with what there is.
+platform::Result<QString> summaryPage(const data::Library& library, const SearchRun* run, int group,
+                                      std::optional<qsizetype> phraseLength,
+                                      const std::function<void(qsizetype hits)>& started,
+                                      const std::function<bool()>& passageDone);
+
+}  // namespace lirovan::search

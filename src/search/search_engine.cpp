@@ -1,0 +1,265 @@
+#include "search/search_engine.h"
+
+#include "search/search_query.h"
+#include "text/alphabet.h"
+#include "text/blanks.h"
+#include "text/title.h"
+
+namespace lirovan::search {
+
+using namespace Qt::StringLiterals;
+using data::AuthorId;
+using data::BookId;
+using data::TopicId;
+using platform::Result;
+using platform::Statement;
+using platform::Step;
+
+namespace catalogue = data::catalogue;
+
+namespace {
+
+// Numbers of pictures in the tree's image list.
+constexpr qint64 BookImage = 1, LeafImage = 3;
+
+QString withCount(const QString& text, qint64 count) {
+    return text + u" ("_s + formatCount(count) + u" adet)"_s;
+}
+
+// A topic of the scope, without its text.
+struct TopicRow {
+    qint64 row;
+    TopicId topic;
+    BookId book;
+    QString heading;
+};
+
+Result<std::vector<TopicRow>> topicRows(const data::Library& library, const QString& statement) {
+    Result<Statement> rows = library.query(catalogue::topicRows(statement));
+    if (!rows) return rows.error();
+    std::vector<TopicRow> topics;
+    while (true) {
+        const Result<Step> step = rows->step();
+        if (!step) return step.error();
+        if (*step == Step::Done) return topics;
+        topics.push_back({rows->integer(0), {rows->integer(1)}, {rows->integer(2)}, rows->text(3)});
+    }
+}
+
+QString topicsStatement(const platform::BookSelection& scope, AuthorId author, ListOrder order) {
+    const auto byOrder =
+        order == ListOrder::Kitap ? catalogue::TopicOrder::Book : catalogue::TopicOrder::Heading;
+    if (scope.bookId != 0) return catalogue::topicsOfBook({scope.bookId}, byOrder);
+    const auto ofAuthors = scope.authorId == 0 ? catalogue::AuthorScope::All : catalogue::AuthorScope::One;
+    return catalogue::topicsOfAuthor(author, ofAuthors, byOrder);
+}
+
+}  // namespace
+
+struct SearchEngine::Listing {
+    SearchRun& run;
+    ListOrder order;
+    const SearchOptions& options;
+    const platform::BookSelection& scope;
+    RunHost& host;
+    TopicScanner scanner;
+    ResultNode* root = nullptr;
+
+    ResultNode* author = nullptr;
+    QString authorName = {};
+    qint64 authorCount = 0;  // hits
+    int authorIndex = 0;
+
+    ResultNode* book = nullptr;
+    BookId bookId = {};
+    QString bookName = {};
+    qint64 bookCount = 0;
+    int bookIndex = 0;  // the first book is 1
+
+    qint64 listed = 0;
+    bool stopped = false;
+
+    QString key(QStringView prefix, qint64 id) const {
+        return prefix.toString() + QString::number(run.AramaNo) + QString::number(id);
+    }
+};
+
+std::optional<SearchRun> SearchEngine::prepare(QString& query, SearchOptions& options, RunHost& host,
+                                               RunResult::End& end) {
+    end = RunResult::End::NoWords;
+    if (text::trimBlanks(query).isEmpty()) return std::nullopt;
+    SearchRun run;
+    run.AramaNo = ++AramaNo_;
+    run.KarsilastirmaKipi =
+        options.caseSensitive ? text::Comparison::Exact : text::Comparison::CaseInsensitive;
+
+    query = cleanQuery(query);
+    run.AramaKelimeleri = queryWords(query, options.together);
+    if (run.AramaKelimeleri.isEmpty()) return std::nullopt;
+    if (!options.caseSensitive) run.AramaKelimeleri += IVariants(run.AramaKelimeleri);
+
+    bool accepted = false;
+    for (const QString& word : std::as_const(run.AramaKelimeleri)) {
+        if (!accepted && text::trimBlanks(word).size() == 1) {
+            if (!host.acceptSingleLetter()) {
+                end = RunResult::End::Cancelled;
+                return std::nullopt;
+            }
+            accepted = true;
+            options.wholeWord = true;
+        }
+        addTableVariants(run, options, word);
+    }
+
+    // With all words asked for, variants stand in for their word; otherwise they are words like the others.
+    if (!options.allWords)
+        for (auto variant = run.TumVaryantlar.crbegin(); variant != run.TumVaryantlar.crend(); ++variant)
+            run.AramaKelimeleri.append(*variant);
+    if (!options.wholeWord && !options.allWords) orderLongestFirst(run.AramaKelimeleri);
+    end = RunResult::End::Listed;
+    return run;
+}
+
+void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options, const QString& word) const {
+    QStringList& variants = run.KelimeVaryantlari.emplace_back();
+    const QString written = withoutQuoteMarks(word);
+    if (written.isEmpty()) return;
+    // A library without the table has no variants.
+    Result<data::Rows<data::Variant>> rows = library_.variants(written);
+    data::Variant row;
+    while (rows) {
+        const Result<bool> more = rows->next(row);
+        if (!more || !*more) break;
+        // The word is no pattern, whatever characters it holds.
+        if (!text::equal(row.written, written, text::Comparison::CaseInsensitive)) continue;
+        if (options.caseSensitive && !row.written.contains(written)) continue;
+        // The table stores apostrophes as grave accents.
+        variants.append(row.searchForm.replace(u'`', u'\''));
+    }
+    run.TumVaryantlar += variants;
+}
+
+Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, QString typed,
+                                        SearchOptions& options, const platform::BookSelection& scope,
+                                        RunHost& host) {
+    if (options.clearResult) tree_.SonuclariTemizle();
+    RunResult result;
+    std::optional<SearchRun> prepared = prepare(query, options, host, result.end);
+    if (!prepared) return result;
+    SearchRun& run = stores_.add(std::move(*prepared));
+
+    Listing listing{run, order, options, scope, host, TopicScanner(run, options)};
+    listing.root = &tree_.add(nullptr, {NodeKind::Run, u"bul"_s + QString::number(run.AramaNo),
+                                        u"Aranan :\""_s + text::trimBlanks(typed).toString() + u'"', u"Bul"_s,
+                                        qint64(run.AramaNo)});
+    const Result<void> ended = listAuthors(listing);
+    result.listed = listing.listed;
+    if (listing.listed == 0) tree_.removeLastRun();
+    if (!ended) return ended.error();
+    return result;
+}
+
+Result<void> SearchEngine::listAuthors(Listing& listing) {
+    const AuthorId wanted{listing.scope.authorId};
+    Result<Statement> rows =
+        library_.query(wanted.value == 0 ? catalogue::authors() : catalogue::authorInOrder(wanted));
+    if (!rows) return rows.error();
+    for (; !listing.stopped; ++listing.authorIndex) {
+        const Result<Step> step = rows->step();
+        if (!step) return step.error();
+        if (*step == Step::Done) break;
+        const AuthorId author{rows->integer(0)};
+        listing.authorName = rows->text(1);
+        listing.authorCount = 0;
+        listing.book = nullptr;
+        listing.author = &tree_.add(listing.root, {NodeKind::Author,
+                                                   listing.key(u"ana", listing.authorIndex),
+                                                   listing.authorName,
+                                                   author == AuthorId{1} ? u"vq"_s : u"Lirovan"_s,
+                                                   {}});
+        listing.run.IsabetKaydi += u'$';
+        if (listing.order == ListOrder::None) continue;
+        const Result<void> listed = listTopics(listing, author);
+        if (!listed) return listed;
+    }
+    return {};
+}
+
+Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
+    const auto topics = topicRows(library_, topicsStatement(listing.scope, author, listing.order));
+    if (!topics) return topics.error();
+    Result<Statement> texts = library_.query(catalogue::topicTextByRow());
+    if (!texts) return texts.error();
+    listing.host.authorStarted(static_cast<qsizetype>(topics->size()));
+
+    const bool byBook = listing.order == ListOrder::Kitap;
+    qsizetype done = 0;
+    for (const TopicRow& topic : *topics) {
+        if (const Result<void> bound = texts->bind(1, topic.row); !bound) return bound;
+        const Result<Step> step = texts->step();
+        if (!step) return step.error();
+        const std::string_view stored = *step == Step::Row ? texts->utf8(0) : std::string_view();
+        // A topic whose book is missing cannot stand under it.
+        if (listing.scanner.matches(stored) && (!byBook || bookTitle(topic.book))) {
+            if (byBook) AktifKitapID_ = topic.book;
+            const qint64 count = listing.scanner.BulKelimeSay(
+                stored, {topic.topic, AktifKitapID_}, listing.run.IsabetKaydi, [&] {
+                    listing.stopped = listing.stopped || !listing.host.goOn();
+                    return !listing.stopped;
+                });
+            listTopic(listing, topic.topic, topic.book, topic.heading, count);
+        }
+        if (const Result<void> reset = texts->reset(); !reset) return reset;
+        listing.host.topicDone(++done, byBook && listing.bookIndex > 1 ? listing.book : nullptr);
+        if (listing.stopped || !listing.host.goOn()) {
+            listing.stopped = true;
+            break;
+        }
+    }
+    return {};
+}
+
+void SearchEngine::listTopic(Listing& listing, TopicId topic, BookId book, const QString& heading,
+                             qint64 count) {
+    ResultNode& author = *listing.author;
+    if (author.children.empty())
+        tree_.add(&author, {NodeKind::Summary, listing.key(u"ozet", listing.authorIndex), u"Özet"_s,
+                            LeafImage, u"OZET"_s + QString::number(listing.authorIndex)});
+    ResultNode* parent = &author;
+    if (listing.order == ListOrder::Kitap) {
+        if (!listing.book || book != listing.bookId) {
+            parent = &startBook(listing, book);
+        } else {
+            parent = listing.book;
+        }
+        listing.bookCount += count;
+        tree_.setText(*parent, withCount(listing.bookName, listing.bookCount));
+    }
+    listing.authorCount += count;
+    tree_.setText(author, withCount(listing.authorName, listing.authorCount));
+    tree_.add(parent, {NodeKind::Topic, listing.key(u"konu", topic.value),
+                       withCount(text::ClearTitle(QString(heading)), count), LeafImage, topic.value});
+    ++listing.listed;
+}
+
+ResultNode& SearchEngine::startBook(Listing& listing, BookId book) {
+    listing.bookId = book;
+    listing.bookName = text::ClearTitle(QString(bookTitle(book).value_or(QString())));
+    listing.bookCount = 0;
+    listing.book = &tree_.add(
+        listing.author,
+        {NodeKind::Book, listing.key(u"kitap", ++listing.bookIndex), listing.bookName, BookImage, {}});
+    return *listing.book;
+}
+
+const std::optional<QString>& SearchEngine::bookTitle(BookId book) {
+    auto found = bookTitles_.find(book.value);
+    if (found == bookTitles_.end()) {
+        std::optional<QString> title;
+        if (const auto row = library_.bookById(book); row && *row) title = (*row)->title;
+        found = bookTitles_.insert(book.value, std::move(title));
+    }
+    return *found;
+}
+
+}  // namespace lirovan::search

@@ -1,0 +1,87 @@
+// The search run: from the query to the nodes of the result tree and the hit record. The search window and
+// the command-line companion run the same.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <optional>
+
+#include "data/library.h"
+#include "platform/core/main_frame.h"
+#include "platform/core/result.h"
+#include "search/result_tree.h"
+#include "search/search_run.h"
+#include "search/topic_scanner.h"
+
+namespace lirovan::search {
+
+/// How a run groups its topics. None: another order's name was given; the run lists authors, but no topics.
+enum class ListOrder { Kitap, Konu, None };
+
+/// What a run asks and tells while it works. The defaults suit a run that nobody watches.
+class RunHost {
+  public:
+    virtual ~RunHost() = default;
+    /// The word list holds a single letter: go on, as a search for whole words, or give up?
+    virtual bool acceptSingleLetter() { return true; }
+    /// An author's topics are about to be searched.
+    virtual void authorStarted(qsizetype topics) { Q_UNUSED(topics); }
+    /// `done` of them are searched; `book` is the newest book node, if the tree is to follow it. Events may
+    /// run here.
+    virtual void topicDone(qsizetype done, ResultNode* book) {
+        Q_UNUSED(done);
+        Q_UNUSED(book);
+    }
+    /// Asked at every hit; false ends the run after the topic at hand. Events may run here.
+    virtual bool goOn() { return true; }
+};
+
+struct RunResult {
+    enum class End {
+        NoWords,    ///< nothing but blanks and punctuation was asked for
+        Cancelled,  ///< at the single-letter warning
+        Listed      ///< the run is stored, whether or not it found or was stopped
+    } end = End::NoWords;
+    qint64 listed = 0;  ///< BulunanKonuSayisi: topics in the tree
+};
+
+class SearchEngine {
+  public:
+    /// `library` and `tree` outlive the engine.
+    SearchEngine(const data::Library& library, ResultTree& tree) : library_(library), tree_(tree) {}
+
+    /// Everything up to the word list: cleans `query` (in place), gives the run its number, adds I variants
+    /// and table variants, and asks about single letters, which turns `options.wholeWord` on. Nothing where
+    /// the run ends here; `end` tells why.
+    std::optional<SearchRun> prepare(QString& query, SearchOptions& options, RunHost& host,
+                                     RunResult::End& end);
+
+    /// listele — the run. `typed`: the search box text, shown in the run's root. When it lists no topic, all
+    /// its nodes are removed again. An error of the library ends the run where it stands; what was listed
+    /// stays.
+    platform::Result<RunResult> listele(QString& query, ListOrder order, QString typed,
+                                        SearchOptions& options, const platform::BookSelection& scope,
+                                        RunHost& host);
+
+    const RunStores& stores() const { return stores_; }
+
+  private:
+    struct Listing;  // one run under way
+
+    void addTableVariants(SearchRun& run, const SearchOptions& options, const QString& word) const;
+    platform::Result<void> listAuthors(Listing& listing);
+    platform::Result<void> listTopics(Listing& listing, data::AuthorId author);
+    void listTopic(Listing& listing, data::TopicId topic, data::BookId book, const QString& heading,
+                   qint64 count);
+    ResultNode& startBook(Listing& listing, data::BookId book);
+    const std::optional<QString>& bookTitle(data::BookId book);
+
+    const data::Library& library_;
+    ResultTree& tree_;
+    RunStores stores_;
+    int AramaNo_ = 0;
+    data::BookId AktifKitapID_;  // as of the last listing in book order
+    QHash<qint64, std::optional<QString>> bookTitles_;
+};
+
+}  // namespace lirovan::search
