@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "shell/settings_registry.h"
+#include "text/blanks.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -36,12 +37,6 @@ class OpenKey {
 
 unsigned char* bytes(void* data) {
     return static_cast<unsigned char*>(data);
-}
-
-QString withoutSpaces(QStringView text) {
-    while (text.startsWith(u' ')) text = text.sliced(1);
-    while (text.endsWith(u' ')) text.chop(1);
-    return text.toString();
 }
 
 }  // namespace
@@ -97,8 +92,8 @@ void reg_api::writeValue(QStringView keyPath, QStringView valueName, const RegVa
 
 void recordInstallPath(reg_api& registry, const QString& folder) {
     const std::optional<RegValue> recorded = registry.readValue(InstallKey, InstallValue);
-    const QString* text = recorded ? std::get_if<QString>(&*recorded) : nullptr;
-    if (text && withoutSpaces(*text) == withoutSpaces(folder)) return;
+    const QString* path = recorded ? std::get_if<QString>(&*recorded) : nullptr;
+    if (path && text::trimBlanks(*path) == text::trimBlanks(folder)) return;
     registry.createKey(reg::CurrentUser, InstallKey);
     registry.writeValue(InstallKey, InstallValue, folder);
 }

@@ -1,0 +1,95 @@
+#include "shell/ui/brand_frame.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+
+#include "platform/ui/icons.h"
+
+namespace lirovan::shell {
+namespace {
+
+// The start page's colours, light and dark.
+const QColor LightGround(0xf3, 0xf1, 0xea), DarkGround(0x1e, 0x24, 0x26);
+const QColor LightInk(0x23, 0x29, 0x2c), DarkInk(0xe8, 0xe5, 0xdc);
+const QColor LightSoft(0x5d, 0x68, 0x6b), DarkSoft(0xa9, 0xb3, 0xb4);
+const QColor LightAmber(0xb4, 0x6a, 0x1f), DarkAmber(0xe0, 0xa4, 0x58);
+const QColor Teal(0x1f, 0x6f, 0x78);
+
+constexpr int StripeHeight = 5;
+
+void setInk(QLabel* label, const QColor& colour) {
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, colour);
+    label->setPalette(palette);
+}
+
+}  // namespace
+
+QFont headingFont(double factor) {
+    QFont font = QApplication::font();
+    font.setFamilies({QStringLiteral("Palatino Linotype"), QStringLiteral("Palatino"), QStringLiteral("P052"),
+                      QStringLiteral("Georgia"), QStringLiteral("serif")});
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * factor);
+    else
+        font.setPixelSize(int(font.pixelSize() * factor));
+    return font;
+}
+
+BrandFrame::BrandFrame(QWidget* parent)
+    : QFrame(parent),
+      imgLogo(new QLabel(this)),
+      lblCompanyProduct(new QLabel(QStringLiteral("Veskaran`nin"), this)),
+      lblProductName(new QLabel(QStringLiteral("Lirovan"), this)),
+      lines_(new QVBoxLayout) {
+    setObjectName(QStringLiteral("Frame1"));
+    imgLogo->setObjectName(QStringLiteral("imgLogo"));
+    imgLogo->setAccessibleName(QStringLiteral("Lirovan simgesi"));
+    lblCompanyProduct->setObjectName(QStringLiteral("lblCompanyProduct"));
+    lblProductName->setObjectName(QStringLiteral("lblProductName"));
+
+    const int em = fontMetrics().height();
+    imgLogo->setPixmap(platform::applicationIcon().pixmap(QSize(7 * em, 7 * em), devicePixelRatioF()));
+    lblCompanyProduct->setFont(headingFont(1.3));
+    lblProductName->setFont(headingFont(3.4));
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(2 * em, 2 * em, 2 * em, 2 * em - StripeHeight);
+    row->setSpacing(int(1.6 * em));
+    row->addWidget(imgLogo, 0, Qt::AlignTop);
+    lines_->setSpacing(0);
+    lines_->addWidget(lblCompanyProduct);
+    lines_->addWidget(lblProductName);
+    row->addLayout(lines_, 1);
+    colourLabels();
+}
+
+bool BrandFrame::isDark() const {
+    return QApplication::palette().color(QPalette::Window).lightness() < 128;
+}
+
+void BrandFrame::addLine(QLabel* line) {
+    lines_->addWidget(line);
+    colourLabels();
+}
+
+void BrandFrame::colourLabels() {
+    for (QLabel* label : findChildren<QLabel*>()) setInk(label, isDark() ? DarkSoft : LightSoft);
+    setInk(lblCompanyProduct, isDark() ? DarkAmber : LightAmber);
+    setInk(lblProductName, isDark() ? DarkInk : LightInk);
+}
+
+void BrandFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), isDark() ? DarkGround : LightGround);
+    painter.fillRect(0, height() - StripeHeight, width(), StripeHeight, Teal);
+}
+
+void BrandFrame::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange) colourLabels();
+    QFrame::changeEvent(event);
+}
+
+}  // namespace lirovan::shell

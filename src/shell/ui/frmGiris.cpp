@@ -1,0 +1,82 @@
+#include "shell/ui/frmGiris.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QScreen>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include "platform/ui/icons.h"
+
+namespace lirovan::shell {
+namespace {
+
+// How long showAtOnce() waits for the window to come onto the screen. Starting is not held up for it.
+constexpr int ShowLimitMs = 300;
+
+// One line of plain text; what does not fit ends in an ellipsis instead of widening the window.
+class ProgressLabel : public QLabel {
+  public:
+    ProgressLabel(const QString& name, const QString& accessibleName, QWidget* parent) : QLabel(parent) {
+        setObjectName(name);
+        setAccessibleName(accessibleName);
+        setTextFormat(Qt::PlainText);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        setMinimumHeight(fontMetrics().height());
+    }
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+    }
+};
+
+}  // namespace
+
+frmGiris::frmGiris(reg_api& registry, const QString& folder, QWidget* parent)
+    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint),
+      Frame1(new BrandFrame(this)),
+      Label1(new ProgressLabel(QStringLiteral("Label1"), QStringLiteral("Yüklenen kitap"), Frame1)),
+      Label2(new ProgressLabel(QStringLiteral("Label2"), QStringLiteral("Yüklenen konu"), Frame1)) {
+    setObjectName(QStringLiteral("frmGiris"));
+    setWindowTitle(QStringLiteral("Lirovan"));
+    setWindowIcon(platform::applicationIcon());
+    recordInstallPath(registry, folder);
+
+    const int em = fontMetrics().height();
+    Frame1->addStretch();
+    for (QLabel* line : {Label1, Label2}) Frame1->addLine(line);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(Frame1);
+    setFixedSize(29 * em, 13 * em);
+}
+
+void frmGiris::showAtOnce() {
+    const QRect screen = this->screen()->availableGeometry();
+    move(screen.center() - rect().center());
+    show();
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!windowHandle()->isExposed() && waiting.elapsed() < ShowLimitMs)
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents, 20);
+    repaint();
+}
+
+void frmGiris::repaintLabels() {
+    Label1->repaint();
+    Label2->repaint();
+}
+
+void frmGiris::closeEvent(QCloseEvent* event) {
+    splashShown = false;
+    QWidget::closeEvent(event);
+}
+
+}  // namespace lirovan::shell
