@@ -1,0 +1,93 @@
+// Splash, help and about windows as the user meets them.
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <optional>
+
+#include "shell/settings_registry.h"
+#include "shell/ui/frmGiris.h"
+#include "shell/ui/frmHakkinda.h"
+#include "shell/ui/frm_yardim.h"
+#include "support/fake_windows.h"
+
+namespace lirovan::shell {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(Splash, RecordsTheFolderShowsItsLinesAndKnowsWhenItIsClosed) {
+    QTemporaryDir folder;
+    SettingsRegistry store(folder.filePath(u"kayit.ini"_s));
+    reg_api registry(store);
+    frmGiris splash(registry, u"/opt/lirovan"_s);
+    EXPECT_EQ(registry.readValue(InstallKey, InstallValue), RegValue(u"/opt/lirovan"_s));
+
+    splash.showAtOnce();
+    const QImage before = splash.grab().toImage();
+    splash.Label1->setText(u"Kitap Adı: <b>"_s + u"uzun bir ad "_s.repeated(40));
+    splash.Label2->setText(u"Konu: DENİZ  yüklendi."_s);
+    const QSize size = splash.size();
+    splash.repaintLabels();
+    EXPECT_EQ(splash.size(), size);
+    EXPECT_NE(splash.grab().toImage(), before);
+
+    EXPECT_TRUE(splash.splashShown);
+    splash.close();
+    EXPECT_FALSE(splash.splashShown);
+}
+
+TEST(Help, ShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
+    test::FakeMainFrame frame;
+    std::optional<BrowseTab> tab;
+    frm_yardim help(frame, [&tab](BrowseTab shown) { tab = shown; });
+    help.show();
+    EXPECT_TRUE(help.lblIcerik->isVisible());
+    EXPECT_EQ(help.lblIcerik->text(), u"      Yukarıdaki konulardan birini seçin."_s);
+    EXPECT_FALSE(help.lblKBaslik->isVisible());
+
+    struct Case {
+        QString button, title, text, word;
+        std::optional<BrowseTab> tab;
+    };
+    const Case cases[] = {
+        {u"cmdKitap"_s, u"Kitaplar"_s, u"lblKitaplar"_s, u"çift tıklayın"_s, BrowseTab::Kitaplar},
+        {u"cmdArama"_s, u"Arama"_s, u"lblArama"_s, u"Tüm Kelimeleri İçeren Konuları Bul"_s, BrowseTab::Arama},
+        {u"cmdNot"_s, u"Not Defteri"_s, u"lblNotlar"_s, u"Düzen → Yapıştır"_s, std::nullopt},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(qPrintable(c.button));
+        tab.reset();
+        auto* button = help.findChild<QToolButton*>(c.button);
+        ASSERT_NE(button, nullptr);
+        EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus);
+        button->click();
+        EXPECT_EQ(tab, c.tab);
+        EXPECT_EQ(help.lblKBaslik->text(), c.title);
+        EXPECT_TRUE(help.lblKBaslik->isVisible());
+        EXPECT_FALSE(help.lblIcerik->isVisible());
+        for (const auto* text : help.findChildren<QTextBrowser*>()) {
+            EXPECT_EQ(text->isVisible(), text->objectName() == c.text) << qPrintable(text->objectName());
+            if (text->isVisible()) {
+                EXPECT_TRUE(text->toPlainText().contains(c.word));
+            }
+        }
+    }
+    EXPECT_TRUE(help.helpShown);
+    help.reject();
+    EXPECT_FALSE(help.helpShown);
+}
+
+TEST(About, NamesProductMakerAndVersion) {
+    frmHakkinda about;
+    EXPECT_EQ(about.windowTitle(), u"Hakkında"_s);
+    EXPECT_EQ(about.Frame1->lblCompanyProduct->text(), u"Veskaran`nin"_s);
+    EXPECT_EQ(about.Frame1->lblProductName->text(), u"Lirovan"_s);
+    EXPECT_EQ(about.Label2->text(), u"  Versiyon: 5.1"_s);
+    EXPECT_FALSE(about.Frame1->imgLogo->pixmap().isNull());
+}
+
+}  // namespace
+}  // namespace lirovan::shell
