@@ -43,7 +43,8 @@ BrandFrame::BrandFrame(QWidget* parent)
       imgLogo(new QLabel(this)),
       lblCompanyProduct(new QLabel(QStringLiteral("Veskaran`nin"), this)),
       lblProductName(new QLabel(QStringLiteral("Lirovan"), this)),
-      lines_(new QVBoxLayout) {
+      lines_(new QVBoxLayout),
+      all_(new QVBoxLayout(this)) {
     setObjectName(QStringLiteral("Frame1"));
     imgLogo->setObjectName(QStringLiteral("imgLogo"));
     imgLogo->setAccessibleName(QStringLiteral("Lirovan simgesi"));
@@ -55,14 +56,18 @@ BrandFrame::BrandFrame(QWidget* parent)
     lblCompanyProduct->setFont(headingFont(1.3));
     lblProductName->setFont(headingFont(3.4));
 
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(2 * em, 2 * em, 2 * em, 2 * em - StripeHeight);
-    row->setSpacing(int(1.6 * em));
-    row->addWidget(imgLogo, 0, Qt::AlignTop);
     lines_->setSpacing(0);
+    lines_->addStretch(1);
     lines_->addWidget(lblCompanyProduct);
     lines_->addWidget(lblProductName);
+    lines_->addStretch(1);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(int(1.6 * em));
+    row->addWidget(imgLogo);
     row->addLayout(lines_, 1);
+    all_->setContentsMargins(2 * em, int(1.6 * em), 2 * em, int(1.4 * em) + StripeHeight);
+    all_->setSpacing(em / 4);
+    all_->addLayout(row, 1);
     colourLabels();
 }
 
@@ -71,7 +76,12 @@ bool BrandFrame::isDark() const {
 }
 
 void BrandFrame::addLine(QLabel* line) {
-    lines_->addWidget(line);
+    lines_->insertWidget(lines_->count() - 1, line);
+    colourLabels();
+}
+
+void BrandFrame::addFootLine(QLabel* line) {
+    all_->addWidget(line);
     colourLabels();
 }
 

@@ -1,4 +1,4 @@
-// Frame1 of the splash and the about window: the picture, the two names, and room for more lines.
+// Frame1 of the splash and the about window: the picture, the two names, and lines below them.
 #pragma once
 
 #include <QFrame>
@@ -19,8 +19,8 @@ class BrandFrame : public QFrame {
 
     /// Adds a line of secondary text below the names.
     void addLine(QLabel* line);
-    /// Pushes the lines that follow to the lower edge.
-    void addStretch() { lines_->addStretch(1); }
+    /// Adds a line of secondary text at the lower edge, over the whole width.
+    void addFootLine(QLabel* line);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -30,7 +30,8 @@ class BrandFrame : public QFrame {
     bool isDark() const;
     void colourLabels();
 
-    QVBoxLayout* lines_;
+    QVBoxLayout* lines_;  // names and what belongs to them
+    QVBoxLayout* all_;
 };
 
 /// The serif face of headings, `factor` times as large as the desktop's text.

@@ -50,12 +50,11 @@ frmGiris::frmGiris(reg_api& registry, const QString& folder, QWidget* parent)
     recordInstallPath(registry, folder);
 
     const int em = fontMetrics().height();
-    Frame1->addStretch();
-    for (QLabel* line : {Label1, Label2}) Frame1->addLine(line);
+    for (QLabel* line : {Label1, Label2}) Frame1->addFootLine(line);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(Frame1);
-    setFixedSize(29 * em, 13 * em);
+    setFixedSize(32 * em, 16 * em);
 }
 
 void frmGiris::showAtOnce() {

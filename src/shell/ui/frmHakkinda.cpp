@@ -22,7 +22,6 @@ frmHakkinda::frmHakkinda(QWidget* parent)
 
     const int em = fontMetrics().height();
     Frame1->addLine(Label2);
-    Frame1->addStretch();
     Label1->setWordWrap(true);
     Label1->setContentsMargins(2 * em, em, 2 * em, em);
 
@@ -31,7 +30,7 @@ frmHakkinda::frmHakkinda(QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(Frame1);
     layout->addWidget(Label1);
-    setMinimumWidth(27 * em);
+    Frame1->setMinimumWidth(29 * em);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 

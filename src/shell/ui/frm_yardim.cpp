@@ -25,13 +25,14 @@ QLabel* label(const QString& name, const QString& text, QWidget* parent) {
     return result;
 }
 
-// As wide as a line that reads well, scrolled where it is longer than the window.
+// Scrolled where the text is longer than the window.
 QTextBrowser* textBox(const HelpTopic& topic, QWidget* parent) {
     auto* text = new QTextBrowser(parent);
     text->setObjectName(topic.textLabel.toString());
     text->setAccessibleName(topic.title.toString());
     text->setFrameShape(QFrame::NoFrame);
     text->document()->setDocumentMargin(text->fontMetrics().height());
+    text->document()->setIndentWidth(2 * text->fontMetrics().height());
     text->document()->setDefaultStyleSheet(
         QStringLiteral("p, li { line-height: 130%; } ol { margin-left: 0; } li { margin-bottom: 6px; }"
                        "h3 { font-size: medium; margin-top: 14px; margin-bottom: 4px; }"));
@@ -75,7 +76,7 @@ frm_yardim::frm_yardim(const platform::MainFrame& main, std::function<void(Brows
     for (const HelpTopic& topic : helpTopics()) addTopic(topic, row);
     row->addStretch(1);
     for (QTextBrowser* text : texts_) layout->addWidget(text, 1);
-    resize(30 * em, 32 * em);
+    resize(34 * em, 39 * em);
     place(main);
 }
 
