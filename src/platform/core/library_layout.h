@@ -57,11 +57,13 @@ struct TableLayout {
 /// The tables of a file of this kind, in the order in which they are created and imported.
 std::span<const TableLayout> tablesOf(LayoutKind kind);
 
+/// Sets what cannot be changed later, the page size; for an empty database, before its first transaction.
+Result<void> prepareFile(const Database& database, LayoutKind kind);
 /// Creates the tables, without the indexes, and marks the file as ours; for an empty database.
 Result<void> createTables(const Database& database, LayoutKind kind);
 /// Creates the indexes that serve the statements of the program. A bulk load creates them after the rows.
 Result<void> createIndexes(const Database& database, LayoutKind kind);
-/// Both in one transaction: an empty library or notes file.
+/// All of it: an empty library or notes file out of an empty database.
 Result<void> createLayout(const Database& database, LayoutKind kind);
 
 /// Which file of ours this is; nothing for any other SQLite file.

@@ -276,6 +276,7 @@ Result<void> copyTables(RowSource& source, LayoutKind kind, const QString& targe
     if (!plans) return plans.error();
     Result<Database> database = Database::open(target, OpenMode::Create);
     if (!database) return database.error();
+    if (const Result<void> prepared = prepareFile(*database, kind); !prepared) return prepared;
     // The file counts only once it is complete, so nothing is protected on the way.
     if (const Result<void> set = database->execute(u"PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF"); !set)
         return set;

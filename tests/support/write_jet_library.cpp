@@ -1,0 +1,84 @@
+// write-jet-library DOSYA TOPICS BYTES — a Jet 4 library of made-up text, for the benchmark of the import and
+// for the files that the damage test breaks. The same call always gives the same file.
+#include <QFile>
+#include <QStringList>
+#include <cstdio>
+#include <random>
+
+#include "support/jet_writer.h"
+
+namespace {
+
+using namespace lirovan::test;
+
+// About `units` units of HTML paragraphs.
+QString topicText(std::mt19937& random, qsizetype units) {
+    static const QStringList words =
+        QStringLiteral(
+            "ışık âlem söz güneş çınar bağ yol ömür deniz kitap ve bir ile niçin "
+            "sabır hikmet dağ rüzgâr gönül şehir")
+            .split(u' ');
+    QString text;
+    while (text.size() < units) {
+        text += QStringLiteral("<P>");
+        for (unsigned i = 0, count = 20 + random() % 60; i < count; ++i)
+            text += words[static_cast<qsizetype>(random() % static_cast<unsigned>(words.size()))] + u' ';
+        text += QStringLiteral("</P>\r\n");
+    }
+    return text;
+}
+
+QByteArray library(int topics, qint64 bytes) {
+    constexpr int topicsOfBook = 100;
+    std::mt19937 random(1254);
+    QList<JetRow> books, headings, texts;
+    for (int topic = 0; topic < topics; ++topic) {
+        const qint32 book = topic / topicsOfBook + 1;
+        if (topic % topicsOfBook == 0)
+            books += JetRow{{book, QStringLiteral("Kitap %1").arg(book), qint32(1), book}};
+        headings += JetRow{{topic, book, QStringLiteral("KONU BAŞLIĞI %1").arg(topic), topic}};
+        // Some texts are moved or deleted, as in a file with a history.
+        const JetRowState state = topic % 40 == 7 ? JetRowState::Moved : JetRowState::Normal;
+        const auto average =
+            static_cast<quint32>(bytes / topics * 8 / 9);  // of nine bytes one is a second byte
+        texts += JetRow{{topic, topic, topicText(random, average / 2 + random() % (average + 1)), qint32(1)},
+                        state};
+    }
+    JetWriter jet;
+    jet.addTable(QStringLiteral("tbl_Yazar"),
+                 {{QStringLiteral("YazarID"), JetType::Long}, {QStringLiteral("Yazar"), JetType::Text}},
+                 {{{1, QStringLiteral("Yazar")}}});
+    jet.addTable(QStringLiteral("tbl_Kitaplar"),
+                 {{QStringLiteral("KitapID"), JetType::Long},
+                  {QStringLiteral("KitapAdi"), JetType::Text},
+                  {QStringLiteral("YazarID"), JetType::Long},
+                  {QStringLiteral("KitapSiraID"), JetType::Long}},
+                 books);
+    jet.addTable(QStringLiteral("tbl_KonuBaslik"),
+                 {{QStringLiteral("KonuID"), JetType::Long},
+                  {QStringLiteral("KitapID"), JetType::Long},
+                  {QStringLiteral("KonuBaslik"), JetType::Text},
+                  {QStringLiteral("Konu_Sira"), JetType::Long}},
+                 headings);
+    jet.addTable(QStringLiteral("tbl_Konu"),
+                 {{QStringLiteral("ID"), JetType::Long},
+                  {QStringLiteral("KonuID"), JetType::Long},
+                  {QStringLiteral("Konu"), JetType::Memo},
+                  {QStringLiteral("Parca"), JetType::Long}},
+                 texts);
+    return jet.file();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int topics = argc == 4 ? QByteArray(argv[2]).toInt() : 0;
+    const qint64 bytes = argc == 4 ? QByteArray(argv[3]).toLongLong() : 0;
+    if (topics <= 0 || bytes <= 0) {
+        std::fputs("usage: write-jet-library FILE TOPICS BYTES\n", stderr);
+        return 2;
+    }
+    QFile file(QFile::decodeName(argv[1]));
+    const QByteArray content = library(topics, bytes);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? 0 : 1;
+}
