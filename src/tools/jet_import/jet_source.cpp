@@ -117,6 +117,7 @@ class JetTable : public TableReader {
 };
 
 bool JetTable::isComplete() const {
+    if (!table_->usage_map || table_->map_sz == 0) return false;
     qint64 page = 0;
     for (;;) {
         const qint64 next =

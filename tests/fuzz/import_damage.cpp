@@ -1,0 +1,174 @@
+// import_damage SECONDS IMPORT_PROGRAM [SEED] — damages Jet and SQLite files at random and has them imported
+// in place, over and over. The reading library is foreign and may crash in its own process; what is checked
+// is ours:
+//   - a failure leaves the file as it was, no other file beside it, and has a message;
+//   - a success leaves a checked file and the original as its backup;
+//   - no run lasts longer than its time limit;
+//   - the sanitizers find nothing in our part of the import program.
+// Exit status 1 on a finding; the seed is printed, and the damaged file is left in the current folder.
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <random>
+
+#include "platform/core/import/importer.h"
+#include "support/jet_writer.h"
+
+namespace {
+
+using namespace lirovan;
+using platform::LayoutKind;
+using test::JetCell;
+using test::JetRowState;
+using test::JetType;
+using Random = std::mt19937;
+
+constexpr qsizetype PageSize = 4096;
+constexpr auto Silence = std::chrono::seconds(5);
+
+QByteArray jetNotes() {
+    test::JetWriter jet;
+    jet.addTable(QStringLiteral("tbl_Notlar"),
+                 {{QStringLiteral("NotID"), JetType::Long},
+                  {QStringLiteral("NotTarihi"), JetType::Date},
+                  {QStringLiteral("NotBaslik"), JetType::Text},
+                  {QStringLiteral("NotRTF"), JetType::Memo}},
+                 {{{1, 39521.0, JetCell(QStringLiteral("Not")), JetCell(QString(20'000, u'ş'))}},
+                  {{2, 39521.5, JetCell(), JetCell(QStringLiteral("kısa"))}, JetRowState::Moved},
+                  {{3, JetCell(), JetCell(QStringLiteral("silinmiş")), JetCell()}, JetRowState::Deleted},
+                  {{4, JetCell(), JetCell(QStringLiteral("orta")), JetCell(QString(900, u'ğ'))}}});
+    return jet.file();
+}
+
+QByteArray sqliteNotes() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a"));
+    {
+        const auto database = platform::Database::open(path, platform::OpenMode::Create).value();
+        const auto created = database.execute(
+            u"CREATE TABLE tbl_Notlar (NotID INTEGER PRIMARY KEY, NotTarihi, NotBaslik, NotRTF);"
+            u"WITH RECURSIVE n(i) AS (SELECT 1 UNION SELECT i+1 FROM n WHERE i<200) "
+            u"INSERT INTO tbl_Notlar SELECT i, i, 'Not '||i, hex(zeroblob(i*20)) FROM n");
+        if (!created) std::abort();
+    }
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A byte or a number changed, mostly near the start of a page where its structure is; a page emptied or
+// doubled.
+void damageOnce(QByteArray& bytes, Random& random) {
+    const auto below = [&](qsizetype limit) {
+        return static_cast<qsizetype>(random() % static_cast<quint64>(limit));
+    };
+    const qsizetype page = below(bytes.size() / PageSize) * PageSize;
+    const qsizetype place = page + below(below(2) ? 100 : PageSize - 4);
+    switch (below(10)) {
+        case 0:
+            bytes.replace(page, PageSize, QByteArray(PageSize, '\0'));
+            break;
+        case 1:
+            bytes.replace(page, PageSize, bytes.mid(below(bytes.size() / PageSize) * PageSize, PageSize));
+            break;
+        case 2: {
+            constexpr std::array numbers{"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\x7F", "\0\0\0\x80", "\0\0\0\0"};
+            bytes.replace(place, 4, QByteArray(numbers[static_cast<size_t>(below(4))], 4));
+            break;
+        }
+        default:
+            bytes[place] = static_cast<char>(below(4) ? random() : 0);
+    }
+}
+
+QByteArray damaged(QByteArray bytes, Random& random) {
+    for (unsigned i = 0, count = 1U << random() % 6; i < count; ++i) damageOnce(bytes, random);
+    if (random() % 8 == 0)
+        bytes.truncate(static_cast<qsizetype>(random() % static_cast<quint64>(bytes.size())));
+    return bytes;
+}
+
+QByteArray content(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The sanitizers' report when its first frame outside the C library belongs to us.
+QString ourReport(const QString& folder) {
+    static const QRegularExpression frame(QStringLiteral("#\\d+ 0x\\S+ in (\\S+)"));
+    for (const QString& name : QDir(folder).entryList({QStringLiteral("log.*")}, QDir::Files)) {
+        const QString report = QString::fromUtf8(content(folder + u'/' + name));
+        QFile::remove(folder + u'/' + name);
+        const bool undefined = report.contains(u"runtime error:");
+        for (auto match = frame.globalMatch(report); match.hasNext();) {
+            const QString function = match.next().captured(1);
+            if (function.startsWith(u"__") || function.startsWith(u"mem") || function.startsWith(u"str"))
+                continue;
+            if (undefined || function.contains(u"lirovan")) return report;
+            break;
+        }
+    }
+    return {};
+}
+
+// What is wrong with this run; empty when nothing is.
+QString runOnce(const platform::Importer& importer, const QString& folder, const QByteArray& bytes) {
+    const QString path = folder + QStringLiteral("/notlar.vq");
+    for (const QString& name : QDir(folder).entryList(QDir::Files)) QFile::remove(folder + u'/' + name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return QStringLiteral("cannot write");
+    file.close();
+
+    QElapsedTimer timer;
+    timer.start();
+    const auto ensured = importer.ensureLayout(path, LayoutKind::Notes);
+    const QStringList names = QDir(folder).entryList(QDir::Files);
+    if (timer.elapsed() > 1000 * 4 * Silence.count())
+        return QStringLiteral("took %1 ms").arg(timer.elapsed());
+    if (!ensured) {
+        if (ensured.error().message.isEmpty()) return QStringLiteral("no message");
+        if (names != QStringList{QStringLiteral("notlar.vq")})
+            return QStringLiteral("left ") + names.join(u' ');
+        return content(path) == bytes ? QString() : QStringLiteral("the original changed");
+    }
+    if (ensured->imported && content(ensured->backup) != bytes)
+        return QStringLiteral("the backup is not the original");
+    return names.size() == 1 + ensured->imported ? QString() : QStringLiteral("left ") + names.join(u' ');
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) return 2;
+    const qint64 seconds = QByteArray(argv[1]).toLongLong();
+    const quint32 seed = argc > 3 ? QByteArray(argv[3]).toUInt() : std::random_device{}();
+    std::printf("seed %u\n", seed);
+    Random random(seed);
+    const QTemporaryDir work, logs;
+    qputenv("ASAN_OPTIONS", "detect_leaks=0:allocator_may_return_null=1:log_path=" +
+                                logs.filePath(QStringLiteral("log")).toUtf8());
+    qputenv("UBSAN_OPTIONS", "print_stacktrace=1:log_path=" + logs.filePath(QStringLiteral("log")).toUtf8());
+    const platform::Importer importer({QFile::decodeName(argv[2]), Silence});
+    const QList<QByteArray> sources{jetNotes(), jetNotes(), sqliteNotes()};
+
+    QElapsedTimer timer;
+    timer.start();
+    qint64 runs = 0, imported = 0;
+    for (; timer.elapsed() < 1000 * seconds; ++runs) {
+        const QByteArray bytes = damaged(sources[static_cast<qsizetype>(random() % 3)], random);
+        QString finding = runOnce(importer, work.path(), bytes);
+        if (finding.isEmpty()) finding = ourReport(logs.path());
+        if (QDir(work.path()).entryList(QDir::Files).size() == 2) ++imported;
+        if (finding.isEmpty()) continue;
+        std::printf("run %lld: %s\n", runs, finding.toUtf8().constData());
+        QFile kept(QStringLiteral("import_damage-%1-%2").arg(seed).arg(runs));
+        if (kept.open(QIODevice::WriteOnly)) kept.write(bytes);
+        return 1;
+    }
+    std::printf("%lld runs, %lld imported all the same\n", runs, imported);
+    // Nothing imported, or everything, means that the damage was not what it should be.
+    return imported > 0 && imported < runs ? 0 : 1;
+}
