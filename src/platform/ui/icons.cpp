@@ -72,7 +72,7 @@ QColor lineColour(QIcon::Mode mode) {
 
 // The drawing in the colours of `mode`: "currentColor" stands for the palette's; a disabled or selected icon
 // has no other colour than that.
-QByteArray coloured(QByteArray drawing, QIcon::Mode mode) {
+QByteArray coloured(const QByteArray& drawing, QIcon::Mode mode) {
     const QString line = lineColour(mode).name();
     QString text = QString::fromLatin1(drawing);
     if (mode == QIcon::Disabled || mode == QIcon::Selected) {
