@@ -75,6 +75,12 @@ Result<Library> Library::openFile(const QString& path, OpenMode mode) {
     return library;
 }
 
+Library Library::ofDatabase(Database database) {
+    Library library;
+    library.database_ = std::move(database);
+    return library;
+}
+
 Result<Rows<Author>> Library::authors() const {
     return rows<Author>(database_, catalogue::authors());
 }

@@ -30,6 +30,9 @@ class Library {
     /// A library file anywhere. Its connection string names that file.
     static platform::Result<Library> openFile(const QString& path, platform::OpenMode mode);
 
+    /// A database that was opened and checked elsewhere (an import into a temporary file).
+    static Library ofDatabase(platform::Database database);
+
     /// "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + the folder + "\kitaplar.vq;Persist Security
     /// Info=False;". Kept as the name under which the library is known; nothing is opened by it.
     static QString connectionString(const platform::AppFolder& folder);

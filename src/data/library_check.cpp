@@ -1,0 +1,123 @@
+#include "data/library_check.h"
+
+#include "platform/core/library_layout.h"
+
+namespace lirovan::data {
+
+using namespace Qt::StringLiterals;
+using platform::Database;
+using platform::Result;
+using platform::Statement;
+using platform::Step;
+
+namespace {
+
+// A query whose rows are faults: column 0 goes into the message.
+struct Rule {
+    QStringView sql;
+    QStringView message;
+};
+
+const Rule Rules[] = {
+    {u"SELECT YazarID FROM tbl_Yazar GROUP BY YazarID HAVING count(*)>1",
+     u"Yazar %1: numara birden çok kez verilmiş."},
+    {u"SELECT KitapID FROM tbl_Kitaplar GROUP BY KitapID HAVING count(*)>1",
+     u"Kitap %1: numara birden çok kez verilmiş."},
+    {u"SELECT KonuID FROM tbl_KonuBaslik GROUP BY KonuID HAVING count(*)>1",
+     u"Konu %1: numara birden çok başlığa verilmiş."},
+    {u"SELECT KonuID FROM tbl_Konu GROUP BY KonuID HAVING count(*)>1", u"Konu %1: birden çok metni var."},
+    {u"SELECT KitapID FROM tbl_Kitaplar WHERE YazarID IS NULL OR YazarID NOT IN (SELECT YazarID FROM "
+     u"tbl_Yazar WHERE "
+     "YazarID IS NOT NULL)",
+     u"Kitap %1: yazarı yok."},
+    {u"SELECT KonuID FROM tbl_KonuBaslik WHERE KitapID IS NULL OR KitapID NOT IN (SELECT KitapID FROM "
+     u"tbl_Kitaplar "
+     "WHERE KitapID IS NOT NULL)",
+     u"Konu %1: kitabı yok."},
+    {u"SELECT KonuID FROM tbl_KonuBaslik WHERE KonuID IS NULL OR KonuID NOT IN (SELECT KonuID FROM tbl_Konu "
+     u"WHERE "
+     "KonuID IS NOT NULL)",
+     u"Konu %1: metni yok."},
+    {u"SELECT KonuID FROM tbl_Konu WHERE KonuID IS NULL OR KonuID NOT IN (SELECT KonuID FROM tbl_KonuBaslik "
+     u"WHERE "
+     "KonuID IS NOT NULL)",
+     u"Konu %1: başlığı yok."},
+    {u"SELECT YazarID FROM tbl_Yazar WHERE trim(coalesce(Yazar,''))=''", u"Yazar %1: adı boş."},
+    {u"SELECT KitapID FROM tbl_Kitaplar WHERE trim(coalesce(KitapAdi,''))=''", u"Kitap %1: adı boş."},
+    {u"SELECT KonuID FROM tbl_KonuBaslik WHERE trim(coalesce(KonuBaslik,''))=''", u"Konu %1: başlığı boş."},
+};
+
+// Calls `row` for every row of `sql`.
+template <class Row>
+Result<void> forEach(const Database& database, QStringView sql, Row row) {
+    Result<Statement> statement = database.prepare(sql);
+    if (!statement) return statement.error();
+    while (true) {
+        const Result<Step> step = statement->step();
+        if (!step) return step.error();
+        if (*step == Step::Done) return {};
+        row(*statement);
+    }
+}
+
+QString shownId(const Statement& row) {
+    return row.isNull(0) ? u"(numarasız)"_s : row.text(0);
+}
+
+QStringList missingTablesAndColumns(const Database& database) {
+    QStringList faults;
+    for (const platform::TableLayout& table : platform::tablesOf(platform::LayoutKind::Library)) {
+        const Result<Statement> rows = database.prepare(u"SELECT * FROM "_s + table.name.toString());
+        if (!rows) {
+            faults += u"%1 tablosu yok ya da okunamıyor."_s.arg(table.name);
+            continue;
+        }
+        int position = 0;
+        for (const platform::ColumnLayout& column : table.columns) {
+            if (rows->columnCount() <= position ||
+                rows->columnName(position).compare(column.name, Qt::CaseInsensitive) != 0)
+                faults += u"%1 tablosunun %2. sütunu %3 değil."_s.arg(table.name)
+                              .arg(position + 1)
+                              .arg(column.name);
+            ++position;
+        }
+    }
+    return faults;
+}
+
+Result<QStringList> damage(const Database& database) {
+    QStringList faults;
+    const Result<void> checked = forEach(database, u"PRAGMA quick_check(5)", [&](const Statement& row) {
+        if (row.text(0) != u"ok") faults += u"Dosya bozuk: %1"_s.arg(row.text(0));
+    });
+    if (!checked) return checked.error();
+    return faults;
+}
+
+}  // namespace
+
+Result<QStringList> checkLibrary(const Database& database) {
+    Result<QStringList> faults = damage(database);
+    if (!faults) return faults;
+    *faults += missingTablesAndColumns(database);
+    if (!faults->isEmpty()) return faults;
+
+    for (const Rule& rule : Rules) {
+        const Result<void> done = forEach(database, rule.sql, [&](const Statement& row) {
+            *faults += rule.message.toString().arg(shownId(row));
+        });
+        if (!done) return done.error();
+    }
+    const Result<void> texts =
+        forEach(database, u"SELECT KonuID, Konu FROM tbl_Konu", [&](const Statement& row) {
+            const QString text = row.text(1);
+            if (text.trimmed().isEmpty())
+                *faults += u"Konu %1: metin boş."_s.arg(shownId(row));
+            else if (const std::optional<QString> fault = markupFault(text))
+                *faults += u"Konu %1: %2."_s.arg(shownId(row), *fault);
+        });
+    if (!texts) return texts.error();
+    return faults;
+}
+
+}  // namespace lirovan::data

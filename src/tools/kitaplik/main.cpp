@@ -1,0 +1,21 @@
+// lirovan-kitaplik, the command-line companion: makes, imports, checks and reads libraries without a window.
+#include <QCoreApplication>
+
+#include "tools/kitaplik/commands.h"
+
+namespace {
+
+std::vector<lirovan::tools::Command> allCommands() {
+    using namespace lirovan::tools;
+    std::vector<Command> all;
+    for (auto&& group : {makingCommands(), checkingCommands(), readingCommands()})
+        all.insert(all.end(), group.begin(), group.end());
+    return all;
+}
+
+}  // namespace
+
+int main(int count, char* words[]) {
+    const QCoreApplication application(count, words);
+    return static_cast<int>(lirovan::tools::runCommandLine(allCommands(), application.arguments().mid(1)));
+}
