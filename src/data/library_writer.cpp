@@ -44,6 +44,8 @@ Result<LibraryWriter> LibraryWriter::create(const QString& path) {
     if (QFileInfo::exists(path)) return Error{u"Dosya zaten var: %1"_s.arg(path)};
     Result<Database> database = Database::open(path, platform::OpenMode::Create);
     if (!database) return database.error();
+    const Result<void> prepared = platform::prepareFile(*database, LayoutKind::Library);
+    if (!prepared) return prepared.error();
     Result<platform::Transaction> transaction = platform::Transaction::begin(*database);
     if (!transaction) return transaction.error();
     if (const Result<void> made = platform::createTables(*database, LayoutKind::Library); !made)

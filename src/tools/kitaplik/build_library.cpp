@@ -7,7 +7,9 @@
 #include <QTemporaryDir>
 #include <filesystem>
 
+#include "data/library.h"
 #include "data/library_writer.h"
+#include "search/variant_table.h"
 #include "tools/kitaplik/manifest.h"
 
 namespace lirovan::tools {
@@ -94,6 +96,14 @@ Result<void> writeLibrary(const QString& folder, const QString& path) {
     return writer->finish();
 }
 
+Result<void> fillVariantTable(const QString& path) {
+    const Result<data::Library> library = data::Library::openFile(path, platform::OpenMode::ReadWrite);
+    if (!library) return library.error();
+    const Result<qint64> rows = search::rebuildVariantTable(*library, [] { return true; });
+    if (!rows) return rows.error();
+    return {};
+}
+
 }  // namespace
 
 Result<void> buildLibrary(const QString& folder, const QString& target) {
@@ -104,6 +114,7 @@ Result<void> buildLibrary(const QString& folder, const QString& target) {
     if (!workshop.isValid()) return Error{u"Hedefin klasörüne yazılamıyor: %1."_s.arg(info.absolutePath())};
     const QString unfinished = workshop.filePath(u"kitaplar.vq"_s);
     if (const Result<void> written = writeLibrary(folder, unfinished); !written) return written;
+    if (const Result<void> filled = fillVariantTable(unfinished); !filled) return filled;
 
     std::error_code failure;
     std::filesystem::rename(unfinished.toStdU16String(), info.absoluteFilePath().toStdU16String(), failure);
