@@ -1,5 +1,6 @@
 #include "notes/note_draft.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -9,6 +10,7 @@ namespace lirovan::notes {
 
 NoteDraft NoteDraft::in(const platform::AppFolder& folder) {
     NoteDraft draft;
+    QDir().mkpath(folder.path(NotesFolder));
     const QString path = folder.path(u"\\Notlar\\notlar.draft");
     auto lock = std::make_shared<QLockFile>(path + QStringLiteral(".lock"));
     lock->setStaleLockTime(0);  // held for hours; stale only when its program is gone

@@ -256,9 +256,10 @@ bool NoteEditor::close() {
 }
 
 void NoteEditor::keepDraft() {
-    if (!changedSinceStored() || (txt_invisible_.value == 0 && parts_.box.plainText().trimmed().isEmpty()))
-        return draft_.clear();
-    draft_.keep({txt_invisible_, {}, NotBasligi_, storedRtf(parts_.box.document())});
+    const QString text = storedRtf(parts_.box.document());
+    const bool blankNew = txt_invisible_.value == 0 && parts_.box.plainText().trimmed().isEmpty();
+    if (text == storedText_ || blankNew) return draft_.clear();
+    draft_.keep({txt_invisible_, {}, NotBasligi_, text});
 }
 
 // --- For the note list

@@ -18,8 +18,8 @@ const QStringList& rtfFormats() {
 
 }  // namespace
 
-void putOnClipboard(const FormattedText& text) {
-    auto* data = new QMimeData;
+std::unique_ptr<QMimeData> toMimeData(const FormattedText& text) {
+    auto data = std::make_unique<QMimeData>();
     if (!text.plain.isEmpty()) data->setText(text.plain);
     if (!text.html.isEmpty()) data->setHtml(text.html);
     if (!text.rtf.isEmpty()) {
@@ -28,7 +28,11 @@ void putOnClipboard(const FormattedText& text) {
         data->setData(rtfFormats().at(1), text.rtf);
         data->setData(rtfFormats().at(2), text.rtf);
     }
-    QGuiApplication::clipboard()->setMimeData(data);
+    return data;
+}
+
+void putOnClipboard(const FormattedText& text) {
+    QGuiApplication::clipboard()->setMimeData(toMimeData(text).release());
 }
 
 std::optional<QByteArray> rtfIn(const QMimeData& data) {

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <memory>
 #include <optional>
 
 class QMimeData;
@@ -14,6 +15,9 @@ struct FormattedText {
     QString html;
     QByteArray rtf;
 };
+
+/// The formats that are not empty, as the clipboard and dragging carry them.
+std::unique_ptr<QMimeData> toMimeData(const FormattedText& text);
 
 /// Puts the formats that are not empty on the clipboard.
 void putOnClipboard(const FormattedText& text);

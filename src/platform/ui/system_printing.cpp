@@ -19,6 +19,7 @@ std::optional<PrintTarget> SystemPrinting::defaultPrinter() {
 std::optional<PrintTarget> SystemPrinting::ask(bool hasSelection) {
     PrintTarget target;
     target.printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    if (hasSelection) target.printer->setPrintRange(QPrinter::Selection);
     QPrintDialog dialog(target.printer.get(), QApplication::activeWindow());
     dialog.setObjectName(QStringLiteral("printDialog"));
     dialog.setWindowTitle(QStringLiteral("Yazdır"));

@@ -1,0 +1,233 @@
+#include "notes/ui/frm_IcerikCopy.h"
+
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPrinter>
+#include <QToolBar>
+#include <QToolButton>
+#include <algorithm>
+
+#include "platform/ui/icons.h"
+#include "platform/ui/rtf_document.h"
+
+namespace lirovan::notes {
+namespace {
+
+struct Button {
+    QStringView key;
+    QStringView tooltip;
+    bool twoState = false;
+};
+
+// Toolbar1; an empty key is a separator.
+constexpr Button buttons[] = {
+    {key::New, u"Yeni"},
+    {key::Open, u"Aç"},
+    {key::Save, u"Kaydet"},
+    {},
+    {key::Cut, u"Kes"},
+    {key::Copy, u"Kopyala"},
+    {key::Paste, u"Yapıştır"},
+    {},
+    {key::Print, u"Yazdır"},
+    {},
+    {key::Bold, u"Kalın", true},
+    {key::Italic, u"İtalik", true},
+    {key::Underline, u"Altı Çizili", true},
+    {},
+    {key::Kirmizi, u"Kırmızı", true},
+    {key::Mavi, u"Mavi", true},
+    {key::Yesil, u"Yeşil", true},
+    {key::Siyah, u"Siyah", true},
+};
+
+constexpr int firstDraftMs = 2000, longestDraftMs = 60'000;
+
+}  // namespace
+
+frm_IcerikCopy::frm_IcerikCopy(Surroundings surroundings, QWidget* parent)
+    : QMainWindow(parent),
+      surroundings_(std::move(surroundings)),
+      txt_Icerik(new NoteBox(this)),
+      txt_Icerik2(new NoteBox(this)),
+      editor_({*this, *txt_Icerik, *txt_Icerik2, clipboard_, surroundings_.dialogs, surroundings_.printing},
+              surroundings_.openNotes) {
+    setObjectName(QStringLiteral("frm_IcerikCopy"));
+    setWindowFlag(Qt::Window, false);
+    setWindowIcon(platform::icon(u"not"));
+    txt_Icerik->setObjectName(QStringLiteral("txt_Icerik"));
+    txt_Icerik->setAccessibleName(QStringLiteral("Not"));
+    txt_Icerik2->setObjectName(QStringLiteral("txt_Icerik2"));
+    txt_Icerik2->hide();
+    setCentralWidget(txt_Icerik);
+    makeMenus();
+    makeToolbar();
+    watchTheBox();
+    setFocusProxy(txt_Icerik);
+}
+
+QAction* frm_IcerikCopy::addItem(QMenu* menu, QStringView name, const QString& caption,
+                                 const QKeySequence& shortcut) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name.toString());
+    // The main window has items with the same keys; within this window its own come first (see event()).
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setShortcut(shortcut);
+    connect(action, &QAction::triggered, this, [this, name] { editor_.menu(name); });
+    addAction(action);
+    return action;
+}
+
+void frm_IcerikCopy::makeMenus() {
+    menuBar()->setNativeMenuBar(false);
+    QMenu* mnu_Dosya = menuBar()->addMenu(QStringLiteral("Do&sya"));
+    mnu_Dosya->setObjectName(QStringLiteral("mnu_Dosya"));
+    addItem(mnu_Dosya, item::Yeni, QStringLiteral("Ye&ni"), QKeySequence(Qt::CTRL | Qt::Key_N));
+    addItem(mnu_Dosya, item::Ac, QStringLiteral("&Aç"), QKeySequence(Qt::CTRL | Qt::Key_O));
+    addItem(mnu_Dosya, item::Kaydet, QStringLiteral("Kayde&t"), QKeySequence(Qt::CTRL | Qt::Key_S));
+    mnu_Dosya->addSeparator();
+    addItem(mnu_Dosya, item::Yazdir, QStringLiteral("Ya&zdır..."), QKeySequence(Qt::CTRL | Qt::Key_P));
+    mnu_Dosya->addSeparator();
+    addItem(mnu_Dosya, item::Cikis, QStringLiteral("&Çıkış"));
+
+    mnu_yazi = new QMenu(this);
+    mnu_yazi->setObjectName(QStringLiteral("mnu_yazi"));
+    addItem(mnu_yazi, item::Buyult, QStringLiteral("Yazı Boyutunu Büyült"));
+    addItem(mnu_yazi, item::Normal, QStringLiteral("Normal Yazı Boyutu"));
+    addItem(mnu_yazi, item::Kucult, QStringLiteral("Yazı Boyutunu Küçült"));
+
+    QMenu* mnu_Duzen = menuBar()->addMenu(QStringLiteral("&Düzen"));
+    mnu_Duzen->setObjectName(QStringLiteral("mnu_Duzen"));
+    addItem(mnu_Duzen, item::Kes, QStringLiteral("Ke&s"), QKeySequence(Qt::CTRL | Qt::Key_X));
+    addItem(mnu_Duzen, item::Kopyala, QStringLiteral("&Kopyala"), QKeySequence(Qt::CTRL | Qt::Key_C));
+    addItem(mnu_Duzen, item::Yapistir, QStringLiteral("&Yapıştır"), QKeySequence(Qt::CTRL | Qt::Key_V));
+    setItemEnabled(item::Yapistir, false);
+}
+
+void frm_IcerikCopy::makeToolbar() {
+    QToolBar* toolbar = addToolBar(QStringLiteral("Araç Çubuğu"));
+    toolbar->setObjectName(QStringLiteral("Toolbar1"));
+    toolbar->setMovable(false);
+    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    toolbar->setIconSize({20, 20});
+    for (const Button& button : buttons) {
+        if (button.key.isEmpty()) {
+            toolbar->addSeparator();
+            continue;
+        }
+        QAction* action = toolbar->addAction(platform::icon(button.key), button.tooltip.toString());
+        action->setObjectName(button.key.toString());
+        action->setCheckable(button.twoState);
+        connect(action, &QAction::triggered, this, [this, key = button.key] { editor_.button(key); });
+        QWidget* widget = toolbar->widgetForAction(action);
+        widget->setObjectName(button.key.toString());
+        widget->setAccessibleName(button.tooltip.toString());
+    }
+    for (const QStringView key : {key::Cut, key::Copy, key::Paste}) setButtonEnabled(key, false);
+}
+
+void frm_IcerikCopy::watchTheBox() {
+    connect(txt_Icerik, &QTextEdit::selectionChanged, this, [this] { editor_.selectionChanged(); });
+    connect(txt_Icerik, &QTextEdit::cursorPositionChanged, this, [this] { editor_.selectionChanged(); });
+    connect(txt_Icerik, &NoteBox::keyGoingDown, this,
+            [this](int key, Qt::KeyboardModifiers modifiers) { editor_.keyDown(key, modifiers); });
+    connect(txt_Icerik, &NoteBox::inputHandled, this, [this] { editor_.keyUpOrPress(); });
+    connect(txt_Icerik, &NoteBox::rightButtonDown, this, [this] { editor_.rightButtonDown(); });
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+            [this] { editor_.clipboardChanged(); });
+
+    draftTimer_.setSingleShot(true);
+    draftTimer_.setInterval(firstDraftMs);
+    connect(&draftTimer_, &QTimer::timeout, this, &frm_IcerikCopy::keepDraft);
+    connect(txt_Icerik, &QTextEdit::textChanged, this, [this] {
+        if (!draftTimer_.isActive()) draftTimer_.start();
+    });
+}
+
+// A long note takes a while to write; then it is written less often, so that typing stays smooth.
+void frm_IcerikCopy::keepDraft() {
+    QElapsedTimer timer;
+    timer.start();
+    editor_.keepDraft();
+    draftTimer_.setInterval(
+        std::clamp(static_cast<int>(timer.elapsed()) * 100, firstDraftMs, longestDraftMs));
+}
+
+QAction* frm_IcerikCopy::itemFor(const QKeyEvent& event) const {
+    const QKeySequence pressed(event.keyCombination());
+    const QList<QAction*> items = actions();
+    const auto found = std::find_if(items.begin(), items.end(), [&pressed](const QAction* action) {
+        return action->shortcut() == pressed;
+    });
+    return found == items.end() ? nullptr : *found;
+}
+
+// A key that both windows have as a shortcut would reach neither. This window takes it before shortcuts are
+// looked up.
+bool frm_IcerikCopy::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && itemFor(*static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    return QMainWindow::event(event);
+}
+
+void frm_IcerikCopy::keyPressEvent(QKeyEvent* event) {
+    if (QAction* item = itemFor(*event))
+        item->trigger();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+void frm_IcerikCopy::closeEvent(QCloseEvent* event) {
+    event->setAccepted(editor_.close());
+    if (event->isAccepted()) draftTimer_.stop();
+}
+
+void frm_IcerikCopy::setButtonPressed(QStringView key, bool pressed) {
+    if (auto* action = findChild<QAction*>(key.toString())) action->setChecked(pressed);
+}
+
+void frm_IcerikCopy::setButtonEnabled(QStringView key, bool enabled) {
+    if (auto* action = findChild<QAction*>(key.toString())) action->setEnabled(enabled);
+}
+
+void frm_IcerikCopy::setItemEnabled(QStringView item, bool enabled) {
+    if (auto* action = findChild<QAction*>(item.toString())) action->setEnabled(enabled);
+}
+
+void frm_IcerikCopy::popUpSizes() {
+    mnu_yazi->popup(QCursor::pos());
+}
+
+void frm_IcerikCopy::closeWindow() {
+    // The frame asks this window in turn.
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
+        frame->close();
+    else
+        close();
+}
+
+bool frm_IcerikCopy::print(const platform::PrintTarget& target) {
+    QTextDocument sheet;
+    sheet.setDefaultFont(txt_Icerik->font());
+    const bool selection = target.range == platform::PrintRange::Selection && txt_Icerik->hasSelection();
+    platform::rtf::fill(sheet, selection ? txt_Icerik->selection() : txt_Icerik->document());
+    if (!target.pdfPath.isEmpty()) {
+        QPrinter pdf(QPrinter::HighResolution);
+        pdf.setOutputFormat(QPrinter::PdfFormat);
+        pdf.setOutputFileName(target.pdfPath);
+        sheet.print(&pdf);
+        return pdf.printerState() != QPrinter::Error;
+    }
+    if (!target.printer || !target.printer->isValid()) return false;
+    sheet.print(target.printer.get());
+    return target.printer->printerState() != QPrinter::Error;
+}
+
+}  // namespace lirovan::notes

@@ -1,0 +1,64 @@
+// frm_IcerikCopy — the notebook's window: menus, Toolbar1, the edit box. What they do is NoteEditor's matter.
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+
+#include "notes/note_editor.h"
+#include "notes/ui/note_box.h"
+#include "notes/ui/system_clipboard.h"
+
+class QMenu;
+
+namespace lirovan::notes {
+
+class frm_IcerikCopy : public QMainWindow, private EditorWindow {
+    Q_OBJECT
+
+  public:
+    struct Surroundings {
+        platform::Dialogs& dialogs;
+        platform::Printing& printing;
+        NoteEditor::OpenNotes openNotes;
+        std::function<void(NoteEditor&)> showNoteList;  ///< runs frm_NotList until it is closed
+    };
+
+    frm_IcerikCopy(Surroundings surroundings, QWidget* parent = nullptr);
+
+    NoteEditor& editor() { return editor_; }
+    NoteBox& box() { return *txt_Icerik; }
+
+  protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void makeMenus();
+    void makeToolbar();
+    void watchTheBox();
+    QAction* addItem(QMenu* menu, QStringView name, const QString& caption,
+                     const QKeySequence& shortcut = {});
+    QAction* itemFor(const QKeyEvent& event) const;
+    void keepDraft();
+
+    void setCaption(const QString& caption) override { setWindowTitle(caption); }
+    void setButtonPressed(QStringView key, bool pressed) override;
+    void setButtonEnabled(QStringView key, bool enabled) override;
+    void setItemEnabled(QStringView item, bool enabled) override;
+    void popUpSizes() override;
+    void showNoteList() override { surroundings_.showNoteList(editor_); }
+    void closeWindow() override;
+    bool print(const platform::PrintTarget& target) override;
+
+    Surroundings surroundings_;
+    NoteBox* txt_Icerik;
+    NoteBox* txt_Icerik2;  // never shown
+    QMenu* mnu_yazi = nullptr;
+    SystemClipboard clipboard_;
+    NoteEditor editor_;
+    QTimer draftTimer_;
+};
+
+}  // namespace lirovan::notes

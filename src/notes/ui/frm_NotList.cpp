@@ -1,0 +1,75 @@
+#include "notes/ui/frm_NotList.h"
+
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QLocale>
+#include <QMenu>
+#include <QVBoxLayout>
+
+namespace lirovan::notes {
+
+frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent),
+      lst_Notlar(new QListWidget(this)),
+      PopUp(new QMenu(this)),
+      list_(*this, editor, dialogs,
+            [](QDate date) { return QLocale::system().toString(date, QLocale::ShortFormat); }) {
+    setObjectName(QStringLiteral("frm_NotList"));
+    setWindowTitle(QStringLiteral("Notlar Litesi"));
+    lst_Notlar->setObjectName(QStringLiteral("lst_Notlar"));
+    lst_Notlar->setAccessibleName(QStringLiteral("Notlar"));
+    // Date, title and text stand in columns made of spaces.
+    lst_Notlar->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    lst_Notlar->setUniformItemSizes(true);
+    lst_Notlar->viewport()->installEventFilter(this);
+    lst_Notlar->installEventFilter(this);
+    connect(lst_Notlar, &QListWidget::itemDoubleClicked, this, [this] { list_.doubleClickOrEnter(); });
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(lst_Notlar);
+    resize(lst_Notlar->fontMetrics().horizontalAdvance(QString(100, u'x')), 360);
+
+    PopUp->setObjectName(QStringLiteral("PopUp"));
+    QAction* mnu_Ac = PopUp->addAction(QStringLiteral("Aç"));
+    mnu_Ac->setObjectName(QStringLiteral("mnu_Ac"));
+    connect(mnu_Ac, &QAction::triggered, this, [this] { list_.mnu_Ac(); });
+    QAction* mnu_Sil = PopUp->addAction(QStringLiteral("Sil"));
+    mnu_Sil->setObjectName(QStringLiteral("mnu_Sil"));
+    connect(mnu_Sil, &QAction::triggered, this, [this] { list_.mnu_Sil(); });
+}
+
+void frm_NotList::run() {
+    list_.load();
+    exec();
+}
+
+bool frm_NotList::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == lst_Notlar->viewport() && event->type() == QEvent::MouseButtonPress &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
+        lst_Notlar->setCurrentItem(lst_Notlar->itemAt(static_cast<QMouseEvent*>(event)->pos()));
+        PopUp->popup(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
+        return true;
+    }
+    if (watched == lst_Notlar && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) return list_.doubleClickOrEnter(), true;
+        if (key == Qt::Key_Delete) return list_.mnu_Sil(), true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frm_NotList::setLines(const std::vector<NoteLine>& lines) {
+    QStringList texts;
+    for (const NoteLine& line : lines) texts += line.text;
+    lst_Notlar->clear();
+    lst_Notlar->addItems(texts);
+    QFont bold = lst_Notlar->font();
+    bold.setBold(true);
+    lst_Notlar->item(0)->setFont(bold);
+}
+
+int frm_NotList::selectedLine() const {
+    return lst_Notlar->selectedItems().isEmpty() ? -1 : lst_Notlar->currentRow();
+}
+
+}  // namespace lirovan::notes

@@ -1,0 +1,35 @@
+// frm_NotList — the modal list of notes. What it shows and does is NoteList's matter.
+#pragma once
+
+#include <QDialog>
+
+#include "notes/note_list.h"
+
+class QListWidget;
+class QMenu;
+
+namespace lirovan::notes {
+
+class frm_NotList : public QDialog, private NoteListWindow {
+    Q_OBJECT
+
+  public:
+    frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget* parent = nullptr);
+
+    /// Fills the list and shows it until it is closed.
+    void run();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void setLines(const std::vector<NoteLine>& lines) override;
+    int selectedLine() const override;
+    void closeWindow() override { accept(); }
+
+    QListWidget* lst_Notlar;
+    QMenu* PopUp;
+    NoteList list_;
+};
+
+}  // namespace lirovan::notes

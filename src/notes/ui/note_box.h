@@ -1,0 +1,48 @@
+// The rich edit box of the notebook: text on white paper, RTF in and out.
+#pragma once
+
+#include <QTextEdit>
+
+#include "notes/editor_ports.h"
+
+namespace lirovan::notes {
+
+class NoteBox : public QTextEdit, public RichBox {
+    Q_OBJECT
+
+  public:
+    explicit NoteBox(QWidget* parent = nullptr);
+
+    QString plainText() const override { return toPlainText(); }
+    platform::rtf::Document document() const override;
+    void setDocument(const platform::rtf::Document& document) override;
+    bool hasSelection() const override { return textCursor().hasSelection(); }
+    platform::rtf::Document selection() const override;
+    void replaceSelection(const platform::rtf::Document& document) override;
+    std::optional<bool> style(Style style) const override;
+    void setStyle(Style style, bool on) override;
+    std::optional<platform::rtf::Rgb> color() const override;
+    void setColor(platform::rtf::Rgb color) override;
+    double fontSize() const override;
+    void setFontSize(double points) override;
+    void setFocus() override { QTextEdit::setFocus(); }
+
+  Q_SIGNALS:
+    void keyGoingDown(int key, Qt::KeyboardModifiers modifiers);  ///< before the box acts on it
+    void inputHandled();                                          ///< after a key or a mouse button
+    void rightButtonDown();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+    QMimeData* createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+};
+
+}  // namespace lirovan::notes

@@ -1,0 +1,69 @@
+#include "notes/ui/notebook.h"
+
+#include <QMdiSubWindow>
+
+#include "notes/ui/frm_NotList.h"
+#include "platform/core/import/importer.h"
+#include "platform/ui/twips_pixels.h"
+
+namespace lirovan::notes {
+
+using platform::Result;
+
+Notebook::Notebook(QMdiArea& area, platform::AppFolder folder, const platform::MainFrame& frame,
+                   platform::Dialogs& dialogs, platform::Printing& printing, QObject* parent)
+    : QObject(parent),
+      area_(area),
+      folder_(std::move(folder)),
+      frame_(frame),
+      dialogs_(dialogs),
+      printing_(printing) {}
+
+Result<NotesDatabase> Notebook::openNotes() const {
+    return NotesDatabase::open(folder_, [](const QString& path) -> Result<void> {
+        const auto ensured = platform::Importer().ensureLayout(path, platform::LayoutKind::Notes);
+        if (!ensured) return ensured.error();
+        return {};
+    });
+}
+
+void Notebook::show() {
+    if (window_) {
+        auto* frame = qobject_cast<QMdiSubWindow*>(window_->parentWidget());
+        if (frame && frame->isMinimized()) frame->showNormal();
+        if (frame) area_.setActiveSubWindow(frame);
+        window_->box().setFocus();
+        return;
+    }
+    window_ = new frm_IcerikCopy({dialogs_, printing_, [this] { return openNotes(); },
+                                  [this](NoteEditor& editor) { showNoteList(editor); }});
+    QMdiSubWindow* frame = area_.addSubWindow(window_);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    frame->setGeometry(platform::toPixels(editorPlace(frame_), area_));
+    frame->show();
+    area_.setActiveSubWindow(frame);
+    window_->box().setFocus();
+    window_->editor().load(NoteDraft::in(folder_));
+}
+
+void Notebook::pasteFromClipboard() {
+    show();
+    window_->editor().pasteRichText();
+}
+
+bool Notebook::confirmClose() {
+    if (!window_) return true;
+    show();  // the question belongs to a text that can be seen
+    QWidget* frame = window_->parentWidget();
+    return frame ? frame->close() : window_->close();
+}
+
+void Notebook::showNoteList(NoteEditor& editor) {
+    frm_NotList list(editor, dialogs_, area_.window());
+    const ListPlace place = listPlace(frame_);
+    list.move(area_.window()->frameGeometry().topLeft() +
+              QPoint(platform::toPixelsX(place.left, area_), platform::toPixelsY(place.top, area_)));
+    list.run();
+}
+
+}  // namespace lirovan::notes
