@@ -1,6 +1,8 @@
 #include "platform/ui/web_engine.h"
 
 #include <QFile>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QWebEngineCookieStore>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
@@ -86,6 +88,17 @@ QWebEngineScript script(const QString& file, QWebEngineScript::ScriptWorldId wor
     return result;
 }
 
+// Pages that have a dark form, as the start page, take it from the desktop's palette. The engine asks for it
+// when it starts, and not the palette.
+void tellColourScheme() {
+    if (QGuiApplication::palette().color(QPalette::Window).lightness() >= 128) return;
+    QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
+    const QByteArray dark = "--blink-settings=preferredColorScheme=0";
+    if (flags.contains(dark)) return;
+    if (!flags.isEmpty()) flags += ' ';
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags + dark);
+}
+
 }  // namespace
 
 void WebEngine::prepare() {
@@ -100,6 +113,7 @@ void WebEngine::prepare() {
 }
 
 std::shared_ptr<WebEngine> WebEngine::create(const AppFolder& folder, const QUrl& installer) {
+    tellColourScheme();
     return std::shared_ptr<WebEngine>(new WebEngine(folder, installer));
 }
 
