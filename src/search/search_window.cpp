@@ -1,0 +1,352 @@
+#include "search/search_window.h"
+
+#include <cmath>
+
+#include "browse/browse_window.h"
+#include "browse/page_file.h"
+#include "browse/page_toolbar.h"
+#include "search/hit_positions.h"
+#include "search/result_page.h"
+#include "search/search_query.h"
+#include "search/variant_table.h"
+#include "text/blanks.h"
+
+namespace lirovan::search {
+
+using namespace Qt::StringLiterals;
+using platform::operator""_tw;
+using platform::Answer;
+using platform::Result;
+namespace button = platform::button;
+
+namespace {
+
+// Events are let run at fixed points, of which there are hundreds of thousands; really, this often
+// (milliseconds).
+constexpr qint64 EventInterval = 8;
+
+constexpr QStringView ProgressText = u"Araştırılıyor...";
+
+platform::Message failure(const platform::Error& error) {
+    return platform::errorMessage(error.message, u"Hata"_s);
+}
+
+// Thousands of characters, halves to the even side.
+int thousands(qsizetype characters) {
+    return static_cast<int>(std::nearbyint(static_cast<double>(characters) / 1000.0));
+}
+
+}  // namespace
+
+// Holds the tab and the main window's commands while something runs, in every way out.
+class SearchWindow::Busy {
+  public:
+    explicit Busy(SearchWindow& window) : window_(window) {
+        window_.parts_.state.running = true;
+        window_.parts_.frame.setCommandsLocked(true);
+        window_.parts_.view.setOptionsEnabled(false);
+        window_.sinceEvents_.start();
+    }
+    ~Busy() {
+        window_.parts_.view.setOptionsEnabled(true);
+        window_.parts_.frame.setCommandsLocked(false);
+        window_.parts_.state.running = false;
+    }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+  private:
+    SearchWindow& window_;
+};
+
+SearchWindow::SearchWindow(Parts parts) : parts_(std::move(parts)), engine_(parts_.library, parts_.tree) {}
+
+void SearchWindow::cmd_Bul_Click() {
+    if (isRunning()) return;
+    browse::hidePageButtons(parts_.frame);
+    parts_.view.showStopButton(true);
+    AramaDurdur_ = false;
+    const QString typed = parts_.view.searchText();
+    if (typed.isEmpty()) {
+        parts_.dialogs.show(platform::errorMessage(u"Aranacak kelime girmediniz!"_s, u"Arama Hatası"_s));
+        parts_.view.showStopButton(false);
+        return;
+    }
+    parts_.state.showPanel2 = true;
+    parts_.state.showPanel3 = false;
+    parts_.frame.setPanelVisible(2, false);
+    parts_.frame.setPanelVisible(3, false);
+    SonSorgu_ = text::trimBlanks(typed).toString();
+    QString query = SonSorgu_;
+    listele(query, ListOrder::Kitap);
+    KitapSirasi_ = true;
+}
+
+void SearchWindow::cmdDur_Click() {
+    AramaDurdur_ = true;
+    parts_.view.showStopButton(false);
+}
+
+void SearchWindow::chk_HPI_Click() {
+    if (parts_.view.options().allWords) parts_.view.setTogether(false);
+}
+
+void SearchWindow::chk_FindWith_Click() {
+    if (parts_.view.options().together) parts_.view.setAllWords(false);
+}
+
+void SearchWindow::stop() {
+    AramaDurdur_ = true;
+    OzetDurdur_ = true;
+}
+
+void SearchWindow::mnu_Sirala_Click(QStringView key) {
+    if (isRunning()) return;
+    parts_.view.showStopButton(true);
+    AramaDurdur_ = false;
+    if (key == u"Kitap") {
+        listele(SonSorgu_, ListOrder::Kitap);
+        KitapSirasi_ = true;
+    } else if (key == u"Konu") {
+        listele(SonSorgu_, ListOrder::Konu);
+        KitapSirasi_ = false;
+    } else {
+        parts_.view.showStopButton(false);
+    }
+    parts_.state.showPanel2 = true;
+    parts_.state.showPanel3 = false;
+    parts_.frame.setPanelVisible(3, false);
+}
+
+void SearchWindow::listele(QString& query, ListOrder order) {
+    {
+        const Busy busy(*this);
+        parts_.frame.setToolText(ProgressText.toString());
+        parts_.frame.setProgressVisible(true);
+        parts_.frame.setToolTextVisible(true);
+        parts_.view.setNoDropPointer(true);
+        followed_ = nullptr;
+        SearchOptions options = parts_.view.options();
+        const Result<RunResult> result = engine_.listele(query, order, parts_.view.searchText(), options,
+                                                         parts_.frame.selectedBooks(), *this);
+        parts_.view.letEventsRun();
+        if (!result)
+            parts_.dialogs.show(failure(result.error()));
+        else if (result->end == RunResult::End::Listed)
+            closeRun(*result);
+        else if (result->end == RunResult::End::Cancelled)
+            parts_.view.setSearchText(withoutSingleLetters(parts_.view.searchText()));
+        parts_.frame.setProgressVisible(false);
+        parts_.frame.setToolTextVisible(false);
+        parts_.view.setNoDropPointer(false);
+    }
+    parts_.view.showStopButton(false);
+}
+
+void SearchWindow::closeRun(const RunResult& result) {
+    parts_.frame.setPanelVisible(2, true);
+    if (result.listed > 0) {
+        parts_.frame.setPanelText(
+            2, u"Arama Sonucu: "_s + QString::number(result.listed) + u" başlık bulundu."_s);
+        return;
+    }
+    const QString nothing = u"Gösterilecek başlık bulunamadı."_s;
+    parts_.frame.setPanelText(2, nothing);
+    parts_.state.showPanel2 = false;
+    parts_.frame.setPanelVisible(2, false);
+    // The third panel still holds the last page's count, which has nothing to do with this.
+    parts_.frame.setPanelText(3, nothing);
+    parts_.frame.setPanelVisible(3, true);
+    parts_.dialogs.show(platform::noticeMessage(nothing, u"Aranan Kelime Bulunamadı"_s));
+}
+
+bool SearchWindow::acceptSingleLetter() {
+    platform::Message message;
+    message.text =
+        u"Aranacak Kelime(ler) alanına harf girdiniz.\r\n"
+        "Arama işlemi Yalnız Tüm Kelime özelliği aktif olarak yapılacaktır.\r\n"
+        "Devam etmek için 'OK/Tamam', işlemi durdurmak ve harfi silmek için 'Cancel/İptal' "
+        "düğmesini seçin."_s;
+    message.title = u"Tek Harf Arama"_s;
+    message.icon = platform::Icon::Information;
+    message.buttons = platform::Buttons::OkCancel;
+    if (parts_.dialogs.show(message) != Answer::Ok) return false;
+    parts_.view.setWholeWord(true);
+    return true;
+}
+
+void SearchWindow::authorStarted(qsizetype topics) {
+    progress_ = 1;
+    parts_.frame.setProgressMaximum(static_cast<int>(topics) + 1);
+    parts_.frame.setProgressValue(progress_);
+}
+
+void SearchWindow::topicDone(qsizetype done, ResultNode* book) {
+    progress_ = static_cast<int>(done) + 1;
+    followed_ = book;
+}
+
+bool SearchWindow::goOn() {
+    if (!AramaDurdur_) letEventsRun();
+    return !AramaDurdur_;
+}
+
+void SearchWindow::letEventsRun() {
+    if (sinceEvents_.elapsed() < EventInterval) return;
+    parts_.frame.setProgressValue(progress_);
+    if (followed_) parts_.view.follow(*std::exchange(followed_, nullptr));
+    parts_.view.letEventsRun();
+    sinceEvents_.restart();
+}
+
+void SearchWindow::cmd_KelimeKontOlustur_Click() {
+    if (isRunning()) return;
+    const Busy busy(*this);
+    AramaDurdur_ = false;
+    parts_.frame.setBusyPointer(true);
+    progress_ = 0;
+    const Result<qint64> rows = rebuildVariantTable(parts_.library, [this] { return goOn(); });
+    parts_.frame.setBusyPointer(false);
+    // Stopped means that the program is closing.
+    if (!rows && !AramaDurdur_) parts_.dialogs.show(failure(rows.error()));
+}
+
+void SearchWindow::resultTreePressed(bool rightButton) {
+    if (isRunning()) return;
+    if (rightButton)
+        parts_.frame.popUpMenu(u"mnu_listele");
+    else
+        parts_.frame.setPanelVisible(3, false);
+}
+
+void SearchWindow::NodeClick(ResultNode& node) {
+    if (isRunning()) return;
+    const SearchRun* run = engine_.stores().find(static_cast<int>(node.root().tagNumber()));
+    switch (node.kind) {
+        case NodeKind::Summary:
+            // The author's counter stands behind "OZET" in the tag.
+            OzetAl(std::get<QString>(node.tag).remove(u"OZET"_s).toInt(), run);
+            browse::showGeneratedPage(parts_.content);
+            break;
+        case NodeKind::Topic:
+            if (run) showTopic(node, *run);
+            break;
+        default:
+            browse::hidePageButtons(parts_.frame);
+            browse::showStartPage(parts_.content);
+    }
+}
+
+void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
+    const SearchOptions options = parts_.view.options();
+    platform::MainFrame& frame = parts_.frame;
+    frame.FontSize(browse::TopicFontSize);
+    frame.setProgressValue(1);
+
+    MarkingProgress progress;
+    progress.wordStarted = [&](QStringView word, qsizetype textLength) {
+        frame.setToolText(u'\'' + text::trimBlanks(word).toString() + u"' Taranıyor..."_s);
+        frame.setProgressMaximum(thousands(textLength) + 15);
+    };
+    int shown = 0;
+    progress.hitMarked = [&](qsizetype position) {
+        const int value = thousands(position) + 1;
+        if (value != std::exchange(shown, value)) frame.setProgressValue(value);
+    };
+    const auto page = highlightedPage(parts_.library, parts_.folder, {node.tagNumber()}, run,
+                                      options.allWords, options.wholeWord, progress);
+    frame.setToolText(ProgressText.toString());
+
+    const qint32 hits = page ? page->marks.hits : 0;
+    frame.setPanelText(3, u"Seçili başlıkta bulunan kelime sayısı: "_s + QString::number(hits));
+    frame.setPanelVisible(3, true);
+    // The topic may be gone since the search; then the page stays as it is.
+    if (!page) return;
+
+    browse::showTopicButtons(frame);
+    parts_.content.show();
+    browse::showGeneratedPage(parts_.content);
+    writeAndShow(page->page, page->heading.isEmpty() ? browse::ContentCaption.toString()
+                                                     : browse::contentCaption(page->heading));
+    browse::showPageButtons(frame);
+    frame.setButtonEnabled(button::Up, false);
+    frame.setButtonEnabled(button::Down, true);
+    frame.SetPosZero();
+    if (!parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false))
+        frame.setButtonEnabled(button::Down, false);
+}
+
+void SearchWindow::writeAndShow(const QString& page, const QString& caption) {
+    // Where the file cannot be written, the view shows the one that is there.
+    (void)static_cast<bool>(browse::writePage(parts_.folder, page));
+    parts_.content.setCaption(caption);
+    showing_ = true;
+    parts_.content.wb_Icerik().navigate(u"file:\\"_s + parts_.folder.pageText(browse::PageFile));
+    parts_.content.wb_Icerik().waitUntilComplete();
+    showing_ = false;
+}
+
+void SearchWindow::OzetAl(int group, const SearchRun* run) {
+    const Busy busy(*this);
+    OzetDurdur_ = false;
+    beginSummary();
+    // One phrase is marked over its length as the search box holds it now.
+    const auto phraseLength = parts_.view.options().together
+                                  ? std::optional(text::trimBlanks(parts_.view.searchText()).size())
+                                  : std::nullopt;
+    const Result<QString> page = summaryPage(
+        parts_.library, run, group, phraseLength,
+        [this](qsizetype hits) { parts_.frame.setProgressMaximum(static_cast<int>(hits) + 5); },
+        [this] {
+            ++progress_;
+            letEventsRun();
+            return !OzetDurdur_;
+        });
+    if (page) {
+        parts_.content.show();
+        parts_.view.showSummaryStop(false);
+        writeAndShow(*page, browse::contentCaption(u"ÖZET"_s));
+    } else {
+        parts_.dialogs.show(failure(page.error()));
+    }
+    endSummary();
+}
+
+void SearchWindow::beginSummary() {
+    platform::MainFrame& frame = parts_.frame;
+    parts_.view.letEventsRun();
+    parts_.view.showSummaryStop(true);
+    frame.setBusyPointer(true);
+    frame.setButtonEnabled(button::New, true);
+    for (const QStringView key : {button::New, button::Buyult, button::Kucult, button::Sep1, button::Sep2,
+                                  button::Sep3, button::Sep4, button::Bosluk})
+        frame.setButtonVisible(key, false);
+    // A summary has no hit anchors to step through.
+    frame.setButtonEnabled(button::Up, false);
+    frame.setButtonEnabled(button::Down, false);
+    frame.setSpacerWidth(frame.width() - 3800_tw);
+    frame.setToolText(u"Özetleniyor..."_s);
+    frame.setProgressVisible(true);
+    frame.setToolTextWidth(2050_tw);
+    frame.setToolTextVisible(true);
+    progress_ = 1;
+    followed_ = nullptr;
+    frame.setProgressValue(progress_);
+}
+
+void SearchWindow::endSummary() {
+    platform::MainFrame& frame = parts_.frame;
+    OzetDurdur_ = false;
+    parts_.view.showSummaryStop(false);
+    frame.setProgressValue(1);
+    frame.setProgressVisible(false);
+    frame.setToolTextVisible(false);
+    frame.setToolTextWidth(1125_tw);
+    frame.setToolText(ProgressText.toString());
+    for (const QStringView key : {button::Buyult, button::Kucult, button::Sep1, button::Sep2, button::Sep3,
+                                  button::Sep4, button::Bosluk, button::New})
+        frame.setButtonVisible(key, true);
+    frame.setBusyPointer(false);
+}
+
+}  // namespace lirovan::search

@@ -1,0 +1,93 @@
+// The decisions of the search tab: starting, stopping and sorting searches, clicks in the result tree, the
+// summary, the rebuilding of the word variants.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+
+#include "browse/search_tab_state.h"
+#include "browse/window_ports.h"
+#include "data/library.h"
+#include "platform/core/dialogs.h"
+#include "platform/core/main_frame.h"
+#include "platform/core/paths.h"
+#include "search/result_tree.h"
+#include "search/search_engine.h"
+#include "search/search_view.h"
+
+namespace lirovan::search {
+
+class SearchWindow : private RunHost {
+  public:
+    struct Parts {
+        platform::MainFrame& frame;
+        platform::Dialogs& dialogs;
+        SearchView& view;
+        browse::ContentView& content;  ///< frm_Icerik
+        const data::Library& library;
+        platform::AppFolder folder;
+        browse::SearchTabState& state;  ///< shared with the window that hosts the tab
+        ResultTree& tree;               ///< what tvw_Kitaplar_Bul shows
+    };
+    explicit SearchWindow(Parts parts);
+
+    /// The button "Bul", and Enter in the search box.
+    void cmd_Bul_Click();
+    /// The button "Dur"
+    void cmdDur_Click();
+    /// The button "Özet Alma İşlemini Durdur"
+    void cmd_Stop_Click() { OzetDurdur_ = true; }
+    /// The button "Özel Kelimeleri Belirle": rebuilds the word-variant table.
+    void cmd_KelimeKontOlustur_Click();
+    // "Tüm Kelimeleri İçeren Konular" and "Tümünü Birlikte Ara" exclude each other.
+    void chk_HPI_Click();
+    void chk_FindWith_Click();
+
+    /// mnu_Sirala_Click — searches the last query again, in the order `key`: "Kitap", "Konu" or "Oran". For
+    /// "Oran" no order is defined; it only sets the marks of the status panels.
+    void mnu_Sirala_Click(QStringView key);
+
+    /// A click on a node of the result tree: the highlighted page of a topic, a summary, or the start page.
+    void NodeClick(ResultNode& node);
+    /// A mouse button went down on the result tree.
+    void resultTreePressed(bool rightButton);
+
+    /// A search, a summary or a rebuild is under way, or a page is being loaded.
+    bool isRunning() const { return parts_.state.running || showing_; }
+    /// Ends whatever runs at its next step; for the main window that is to close.
+    void stop();
+
+    const SearchEngine& engine() const { return engine_; }
+    const QString& SonSorgu() const { return SonSorgu_; }
+
+  private:
+    class Busy;  // what holds while something runs
+
+    bool acceptSingleLetter() override;
+    void authorStarted(qsizetype topics) override;
+    void topicDone(qsizetype done, ResultNode* book) override;
+    bool goOn() override;
+
+    void listele(QString& query, ListOrder order);
+    void closeRun(const RunResult& result);
+    void showTopic(const ResultNode& node, const SearchRun& run);
+    void writeAndShow(const QString& page, const QString& caption);
+    void OzetAl(int group, const SearchRun* run);
+    void beginSummary();
+    void endSummary();
+    void letEventsRun();
+
+    Parts parts_;
+    SearchEngine engine_;
+    QString SonSorgu_;
+    bool KitapSirasi_ = false;
+    bool AramaDurdur_ = false;
+    bool OzetDurdur_ = false;
+    bool showing_ = false;  // a page is being loaded, which lets events run
+
+    QElapsedTimer sinceEvents_;
+    int progress_ = 0;
+    ResultNode* followed_ = nullptr;
+};
+
+}  // namespace lirovan::search

@@ -1,0 +1,244 @@
+#include "search/search_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <functional>
+
+#include "support/fake_windows.h"
+#include "support/library_file.h"
+#include "support/scripted_dialogs.h"
+
+using namespace lirovan;
+using namespace lirovan::search;
+using namespace Qt::StringLiterals;
+using platform::Answer;
+namespace button = platform::button;
+
+namespace {
+
+class FakeSearchView : public SearchView {
+  public:
+    QString text;
+    SearchOptions boxes;
+    bool optionsEnabled = true, stopShown = false, summaryStopShown = false, noDrop = false;
+    std::function<void()> onEvents = [] {};
+
+    QString searchText() const override { return text; }
+    void setSearchText(const QString& t) override { text = t; }
+    SearchOptions options() const override { return boxes; }
+    void setWholeWord(bool on) override { boxes.wholeWord = on; }
+    void setAllWords(bool on) override { boxes.allWords = on; }
+    void setTogether(bool on) override { boxes.together = on; }
+    void setOptionsEnabled(bool on) override { optionsEnabled = on; }
+    void showStopButton(bool on) override { stopShown = on; }
+    void showSummaryStop(bool on) override { summaryStopShown = on; }
+    void setNoDropPointer(bool on) override { noDrop = on; }
+    void follow(ResultNode&) override {}
+    void letEventsRun() override { onEvents(); }
+};
+
+class SearchWindowTest : public testing::Test {
+  protected:
+    SearchWindowTest() {
+        file.execute(u"BEGIN").author(1, u"Sabri").book(10, 1, u"YAZ").book(20, 1, u"KIŞ");
+        file.topic(1, 10, u"DAĞ<BR>YOLU", u"<P>ilim ve irfan</P><P>ilim</P>");
+        file.topic(2, 20, u"AY", u"<P>irfan</P>").execute(u"COMMIT");
+        library = file.open();
+        // A page has the buttons that were written to its file.
+        content.page.elements = {u"ggggittt0"_s};
+    }
+
+    void find(const QString& query) {
+        view.text = query;
+        window.cmd_Bul_Click();
+    }
+
+    // The node of a run (counted from 0) by its key.
+    ResultNode& node(int run, const QString& key) {
+        for (const ResultNode& n : tree.nodes(run))
+            if (n.key == key) return const_cast<ResultNode&>(n);
+        throw std::runtime_error("no node " + key.toStdString());
+    }
+
+    QByteArray page() const {
+        QFile oku(file.filePath(u"OKU/oku.html"_s));
+        return oku.open(QIODevice::ReadOnly) ? oku.readAll() : QByteArray();
+    }
+
+    void expectIdle() const {
+        EXPECT_FALSE(window.isRunning());
+        EXPECT_FALSE(view.stopShown);
+        EXPECT_FALSE(view.summaryStopShown);
+        EXPECT_FALSE(view.noDrop);
+        EXPECT_TRUE(view.optionsEnabled);
+        EXPECT_FALSE(frame.locked);
+        EXPECT_FALSE(frame.busy);
+        EXPECT_FALSE(frame.progressVisible);
+        EXPECT_FALSE(frame.toolTextVisible);
+    }
+
+    test::LibraryFile file;
+    data::Library library;
+    test::FakeMainFrame frame;
+    test::ScriptedDialogs dialogs;
+    FakeSearchView view;
+    test::FakeContentView content;
+    browse::SearchTabState state;
+    ResultTree tree;
+    SearchWindow window{{frame, dialogs, view, content, library, file.appFolder(), state, tree}};
+};
+
+}  // namespace
+
+TEST_F(SearchWindowTest, TellsHowManyTopicsWereFound) {
+    find(u"irfan"_s);
+    expectIdle();
+    EXPECT_EQ(frame.panels[2], u"Arama Sonucu: 2 başlık bulundu.");
+    EXPECT_TRUE(frame.panelVisible[2] && !frame.panelVisible[3]);
+    EXPECT_TRUE(state.showPanel2 && !state.showPanel3);
+    EXPECT_FALSE(frame.button(button::Up).visible);
+}
+
+TEST_F(SearchWindowTest, AnswersAnEmptyBoxAndAnEmptyQuery) {
+    find(QString());
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages.back().text, u"Aranacak kelime girmediniz!");
+    EXPECT_EQ(dialogs.messages.back().title, u"Arama Hatası");
+    expectIdle();
+    find(u"   "_s);
+    find(u"?!"_s);
+    EXPECT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(tree.runCount(), 0);
+    expectIdle();
+}
+
+TEST_F(SearchWindowTest, SaysThatNothingWasFound) {
+    find(u"irfan"_s);
+    find(u"bulunmaz"_s);
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages.back().title, u"Aranan Kelime Bulunamadı");
+    EXPECT_EQ(tree.runCount(), 1);
+    EXPECT_FALSE(state.showPanel2);
+    EXPECT_TRUE(!frame.panelVisible[2] && frame.panelVisible[3]);
+    expectIdle();
+}
+
+TEST_F(SearchWindowTest, LeavesNoLetterBehindWhenTheWarningIsCancelled) {
+    dialogs.answer(Answer::Cancel).answer(Answer::Ok);
+    find(u"a irfan b."_s);
+    EXPECT_EQ(view.text, u"irfan");
+    EXPECT_FALSE(view.boxes.wholeWord);
+    EXPECT_EQ(tree.runCount(), 0);
+    expectIdle();
+    find(u"a irfan"_s);
+    EXPECT_TRUE(view.boxes.wholeWord);
+    EXPECT_EQ(dialogs.messages.size(), 2u);
+}
+
+TEST_F(SearchWindowTest, RunsOneThingAtATime) {
+    int reentered = 0;
+    view.onEvents = [&] {
+        ++reentered;
+        EXPECT_TRUE(state.running && frame.locked && !view.optionsEnabled);
+        window.cmd_Bul_Click();
+        window.mnu_Sirala_Click(u"Konu");
+        window.cmd_KelimeKontOlustur_Click();
+        window.resultTreePressed(true);
+        if (tree.runCount() > 0) window.NodeClick(tree.run(0));
+    };
+    find(u"irfan"_s);
+    EXPECT_GT(reentered, 0);
+    EXPECT_EQ(tree.runCount(), 1);
+    EXPECT_TRUE(frame.poppedUp.isEmpty());
+    expectIdle();
+}
+
+TEST_F(SearchWindowTest, SortsTheLastQueryAgain) {
+    find(u"irfan, "_s);
+    view.text = u"başka"_s;
+    window.mnu_Sirala_Click(u"Konu");
+    EXPECT_EQ(tree.run(1).text, u"Aranan :\"başka\"");
+    EXPECT_EQ(node(1, u"konu22"_s).parent->kind, NodeKind::Author);
+    EXPECT_EQ(window.SonSorgu(), u"irfan");
+    window.mnu_Sirala_Click(u"Oran");
+    EXPECT_EQ(tree.runCount(), 2);
+    expectIdle();
+    window.resultTreePressed(true);
+    EXPECT_EQ(frame.poppedUp, u"mnu_listele");
+}
+
+TEST_F(SearchWindowTest, ShowsATopicWithItsHits) {
+    find(u"ilim"_s);
+    find(u"irfan"_s);
+    window.NodeClick(node(0, u"konu11"_s));  // of the older run: its words count
+    EXPECT_EQ(frame.panels[3], u"Seçili başlıkta bulunan kelime sayısı: 2");
+    EXPECT_TRUE(frame.panelVisible[3]);
+    EXPECT_EQ(content.title, u"İçerik Penceresi - DAĞ YOLU");
+    EXPECT_EQ(page().count("<input type='submit' name='ggggittt"), 2);
+    EXPECT_TRUE(page().contains(">ilim</font></span>") && !page().contains(">irfan</font></span>"));
+    EXPECT_EQ(content.page.location(), u"file:\\"_s + file.appFolder().text() + u"\\OKU\\oku.html"_s);
+    EXPECT_TRUE(content.page.shown && !content.startPage.shown);
+    EXPECT_EQ(frame.zeros, 1);
+    EXPECT_TRUE(frame.button(button::Down).enabled && !frame.button(button::Up).enabled);
+    EXPECT_EQ(frame.toolText, u"Araştırılıyor...");
+
+    content.page.elements.clear();
+    window.NodeClick(node(0, u"konu11"_s));
+    EXPECT_FALSE(frame.button(button::Down).enabled);
+    expectIdle();
+}
+
+TEST_F(SearchWindowTest, KeepsThePageWhenTheTopicIsGone) {
+    find(u"irfan"_s);
+    file.execute(u"DELETE FROM tbl_Konu WHERE KonuID=1");
+    window.NodeClick(node(0, u"konu11"_s));
+    EXPECT_TRUE(content.page.navigated.isEmpty());
+    EXPECT_EQ(frame.panels[3], u"Seçili başlıkta bulunan kelime sayısı: 0");
+}
+
+TEST_F(SearchWindowTest, ShowsTheStartPageForOtherNodes) {
+    find(u"irfan"_s);
+    for (const QString& key : {u"bul1"_s, u"ana10"_s, u"kitap11"_s}) {
+        content.startPage.shown = false;
+        window.NodeClick(node(0, key));
+        EXPECT_TRUE(content.startPage.shown && !content.page.shown) << key.toStdString();
+    }
+}
+
+TEST_F(SearchWindowTest, ShowsASummaryAndStopsItWhenAsked) {
+    find(u"ilim irfan"_s);
+    window.NodeClick(node(0, u"ozet10"_s));
+    EXPECT_EQ(content.title, u"İçerik Penceresi - ÖZET");
+    EXPECT_TRUE(content.page.shown);
+    EXPECT_EQ(page().count("<hr>"), 2);
+    EXPECT_EQ(frame.progressMaximum, 4 + 5);
+    EXPECT_EQ(frame.toolTextWidth.value, 1125);
+    EXPECT_TRUE(frame.button(button::New).visible && frame.button(button::New).enabled);
+    expectIdle();
+
+    window.stop();  // left over from an earlier close: no summary begins stopped
+    window.NodeClick(node(0, u"ozet10"_s));
+    EXPECT_EQ(page().count("<hr>"), 2);
+}
+
+TEST_F(SearchWindowTest, LeavesTheSummaryIdleWhenItFails) {
+    find(u"irfan"_s);
+    ResultNode& summary = node(0, u"ozet10"_s);
+    summary.tag = u"OZET7"_s;
+    window.NodeClick(summary);
+    ASSERT_EQ(dialogs.messages.size(), 1u);
+    EXPECT_EQ(dialogs.messages.back().title, u"Hata");
+    EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"9-"));
+    EXPECT_TRUE(page().isEmpty());
+    expectIdle();
+}
+
+TEST_F(SearchWindowTest, LetsOneOfTwoOptionsStand) {
+    view.boxes = {.allWords = true, .together = true};
+    window.chk_FindWith_Click();
+    EXPECT_TRUE(view.boxes.together && !view.boxes.allWords);
+    view.boxes.allWords = true;
+    window.chk_HPI_Click();
+    EXPECT_TRUE(view.boxes.allWords && !view.boxes.together);
+}
