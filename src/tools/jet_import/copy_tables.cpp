@@ -100,14 +100,15 @@ class Progress {
     Progress(const LineSink& sink, qint64 total)
         : sink_(sink), total_(std::clamp(total, qint64(0), MaximalRows)) {
         timer_.start();
-        sink_(ProgressLine{0, total_});
+        tell();
     }
     void step() {
         ++done_;
         if (timer_.elapsed() < 30) return;
         timer_.restart();
-        sink_(ProgressLine{done_, std::max(done_, total_)});
+        tell();
     }
+    void tell() const { sink_(ProgressLine{done_, std::max(done_, total_)}); }
 
   private:
     const LineSink& sink_;
@@ -243,6 +244,7 @@ Result<void> copyAll(const Database& target, std::vector<TablePlan>& plans, Layo
         if (!rows) return rows.error();
         sink(TableLine{plan.layout->name.toString(), *rows});
     }
+    progress.tell();
     sqlite3_progress_handler(target.handle(), 2'000'000, tellChecking, const_cast<LineSink*>(&sink));
     if (const Result<void> indexed = createIndexes(target, kind); !indexed) return indexed;
     return transaction->commit();

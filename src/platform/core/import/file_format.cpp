@@ -125,7 +125,9 @@ FileHeader probeFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         header.format = FileFormat::Unreadable;
-        header.reason = file.errorString();
+        header.reason = file.error() == QFileDevice::PermissionsError || !info.isReadable()
+                            ? QStringLiteral("izin yok")
+                            : file.errorString();
         return header;
     }
     const QByteArray start = file.read(HeaderBytes);
