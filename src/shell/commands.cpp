@@ -24,9 +24,9 @@ constexpr int MostPoints = 50;
 
 void Commands::button(QStringView key) {
     if (key == button_key::Kitap) {
-        showBrowseTab(BrowseTab::Kitaplar, status::Kitaplar);
+        showbrowse::Tab(browse::Tab::Books, status::Kitaplar);
     } else if (key == button_key::Arama) {
-        showBrowseTab(BrowseTab::Arama, status::Bul);
+        showbrowse::Tab(browse::Tab::Search, status::Bul);
     } else if (key == button_key::Icerik) {
         showContentWindow();
     } else if (key == button_key::Cut) {
@@ -103,7 +103,7 @@ void Commands::toggleBrowse() {
         return;
     }
     windows_.showBrowse();
-    windows_.showTab(BrowseTab::Kitaplar);
+    windows_.showTab(browse::Tab::Books);
     setStatus(status::Arama);
     frame_.setMenuChecked(item_name::Arama, true);
 }
@@ -120,7 +120,7 @@ void Commands::toggleContent() {
     frame_.setMenuChecked(item_name::Icerik, true);
 }
 
-void Commands::showBrowseTab(BrowseTab tab, QStringView status) {
+void Commands::showbrowse::Tab(browse::Tab tab, QStringView status) {
     if (windows_.isBrowseMinimized())
         windows_.restoreBrowse();
     else

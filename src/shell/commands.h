@@ -4,14 +4,12 @@
 #include <QStringView>
 #include <functional>
 
+#include "browse/window_ports.h"
 #include "platform/core/dialogs.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/printing.h"
 
 namespace lirovan::shell {
-
-/// Tabs of tb_Arama.
-enum class BrowseTab { Kitaplar = 0, Arama = 1 };
 
 /// The child windows as the commands see them. "Show" loads a window that is not loaded.
 class Windows {
@@ -24,7 +22,7 @@ class Windows {
     virtual void showBrowse() = 0;
     virtual void hideBrowse() = 0;
     /// Switches tb_Arama; shows the tab's tree and boxes and hides the other's.
-    virtual void showTab(BrowseTab tab) = 0;
+    virtual void showTab(browse::Tab tab) = 0;
     virtual void sortResults(QStringView key) = 0;  ///< "Kitap", "Konu" or "Oran"
 
     // The shared content window frm_Icerik
@@ -73,7 +71,7 @@ class Commands {
   private:
     void toggleBrowse();
     void toggleContent();
-    void showBrowseTab(BrowseTab tab, QStringView status);
+    void showbrowse::Tab(browse::Tab tab, QStringView status);
     void showContentWindow();
     void cut();
     void copy();

@@ -27,7 +27,7 @@ class RecordingWindows : public Windows {
     void restoreBrowse() override { calls << u"restoreBrowse"_s; }
     void showBrowse() override { calls << u"showBrowse"_s; }
     void hideBrowse() override { calls << u"hideBrowse"_s; }
-    void showTab(BrowseTab tab) override { calls << u"tab%1"_s.arg(static_cast<int>(tab)); }
+    void showTab(browse::Tab tab) override { calls << u"tab%1"_s.arg(static_cast<int>(tab)); }
     void sortResults(QStringView key) override { calls << u"sort "_s + key.toString(); }
     bool isContentMinimized() const override { return contentMinimized; }
     void restoreContent() override { calls << u"restoreContent"_s; }

@@ -164,14 +164,9 @@ TEST(ApplicationFolderTest, AFolderThatCannotBeFilledIsReported) {
     EXPECT_TRUE(folder.error().message.contains(blocked));
 }
 
-TEST(MainLayoutTest, PlacesFollowTheMainWindowAndStayInsideTheArea) {
+TEST(MainLayoutTest, WidthsFollowTheMainWindowAndItsStateAndTheScreen) {
     EXPECT_EQ(browseWidth(Twips{20490}, WindowState::Maximized), Twips{4815});
     EXPECT_EQ(browseWidth(Twips{13660}, WindowState::Normal).value, 13660.0 / 3 + 500);
     EXPECT_EQ(firstNormalPlace(Twips{20490}, Twips{11520}, Twips{7}),
               (TwipsRect{Twips{4098}, Twips{7}, Twips{13660}, Twips{7680}}));
-    const TwipsRect browse{Twips{0}, Twips{0}, Twips{4815}, Twips{9000}};
-    EXPECT_EQ(contentPlace(browse, Twips{20490}),
-              (TwipsRect{Twips{4815}, Twips{0}, Twips{15465}, Twips{9000}}));
-    EXPECT_EQ(fitted({Twips{500}, Twips{10}, Twips{1000}, Twips{900}}, Twips{1200}, Twips{800}),
-              (TwipsRect{Twips{200}, Twips{0}, Twips{1000}, Twips{800}}));
 }

@@ -1,0 +1,80 @@
+#include "platform/ui/mdi_child.h"
+
+#include <QCloseEvent>
+#include <QMdiArea>
+
+#include "platform/ui/twips_pixels.h"
+
+namespace lirovan::platform {
+
+namespace {
+
+/// Moved, then cut, so that it lies inside an area of `room`.
+QRect fitted(QRect place, const QSize& room) {
+    place.setSize(place.size().boundedTo(room));
+    place.moveLeft(qBound(0, place.left(), room.width() - place.width()));
+    place.moveTop(qBound(0, place.top(), room.height() - place.height()));
+    return place;
+}
+
+}  // namespace
+
+MdiChild::MdiChild(const QString& name, QWidget* parent) : QMdiSubWindow(parent) {
+    setObjectName(name);
+    setAttribute(Qt::WA_DeleteOnClose);
+    connect(this, &QMdiSubWindow::windowStateChanged, this,
+            [this](Qt::WindowStates before, Qt::WindowStates now) {
+                if (now.testFlag(Qt::WindowActive) && !before.testFlag(Qt::WindowActive) && onActivate)
+                    onActivate();
+                const Qt::WindowStates size = Qt::WindowMinimized | Qt::WindowMaximized;
+                if ((before & size) != (now & size)) tellResize();
+            });
+}
+
+TwipsRect MdiChild::place() const {
+    if (given_ && geometry() == givenPixels_) return *given_;
+    return toTwips(geometry(), *this);
+}
+
+void MdiChild::setPlace(const TwipsRect& place) {
+    if (isMinimized() || isMaximized()) return;
+    QRect pixels = toPixels(place, *this);
+    if (mdiArea()) pixels = fitted(pixels, mdiArea()->contentsRect().size());
+    // Set before the geometry: the resize that follows may ask for the place.
+    given_ = place;
+    givenPixels_ = pixels;
+    setGeometry(pixels);
+    givenPixels_ = geometry();
+}
+
+void MdiChild::bringForward() {
+    if (isMinimized())
+        showNormal();
+    else
+        show();
+    if (mdiArea()) mdiArea()->setActiveSubWindow(this);
+}
+
+void MdiChild::closeEvent(QCloseEvent* event) {
+    if (onUnload && !onUnload()) {
+        event->ignore();
+        return;
+    }
+    QMdiSubWindow::closeEvent(event);
+    if (event->isAccepted()) Q_EMIT unloaded();
+}
+
+void MdiChild::resizeEvent(QResizeEvent* event) {
+    QMdiSubWindow::resizeEvent(event);
+    tellResize();
+}
+
+void MdiChild::tellResize() {
+    // The hook sets the size itself and must not be told of its own change.
+    if (telling_ || !onResize) return;
+    telling_ = true;
+    onResize();
+    telling_ = false;
+}
+
+}  // namespace lirovan::platform

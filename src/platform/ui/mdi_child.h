@@ -1,0 +1,49 @@
+// A child window inside the main window's frame: its place in twips, and the events that the program's
+// windows answer, as one hook each. Who makes the window sets the hooks.
+#pragma once
+
+#include <QMdiSubWindow>
+#include <functional>
+#include <optional>
+
+#include "platform/core/twips.h"
+
+namespace lirovan::platform {
+
+class MdiChild : public QMdiSubWindow {
+    Q_OBJECT
+
+  public:
+    /// `name`: the window's objectName. The window deletes itself when it is closed.
+    explicit MdiChild(const QString& name, QWidget* parent = nullptr);
+
+    std::function<void()> onActivate;  ///< it became the active child window
+    std::function<void()> onResize;    ///< its size or state changed
+    std::function<bool()> onUnload;    ///< it is to be closed; false keeps it open
+
+    /// Where the window stands, its frame included. What setPlace() was given comes back to the bit as long
+    /// as the window has not moved since.
+    TwipsRect place() const;
+    /// Moves and sizes a window that is neither minimised nor maximised; another keeps its place. A place
+    /// that reaches beyond the frame is moved and then cut, so that nothing of the window is out of reach.
+    void setPlace(const TwipsRect& place);
+
+    /// Shows and activates the window, restored if it was minimised.
+    void bringForward();
+
+  Q_SIGNALS:
+    void unloaded();  ///< it was closed and is about to be deleted
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void tellResize();
+
+    std::optional<TwipsRect> given_;  // by setPlace(), which made it givenPixels_
+    QRect givenPixels_;
+    bool telling_ = false;
+};
+
+}  // namespace lirovan::platform

@@ -1,0 +1,113 @@
+#include "search/ui/frm_Arama.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "platform/ui/icons.h"
+
+namespace lirovan::search {
+
+using namespace Qt::StringLiterals;
+using browse::Tab;
+
+/// The window as its decisions see it.
+class frm_Arama::View : public browse::BrowseView {
+  public:
+    View(frm_Arama& window, std::function<void()> maximize)
+        : window_(window), maximize_(std::move(maximize)) {}
+
+    platform::TwipsRect place() const override { return window_.place(); }
+    void setPlace(const platform::TwipsRect& place) override { window_.setPlace(place); }
+    bool isMinimized() const override { return window_.isMinimized(); }
+    void maximizeMainWindow() override {
+        if (maximize_) maximize_();
+    }
+    void showTab(Tab tab) override {
+        const QSignalBlocker silent(window_.tb_Arama);
+        window_.tb_Arama->setCurrentIndex(static_cast<int>(tab));
+    }
+    void focusSearchBox() override {
+        if (auto* box = window_.findChild<QWidget*>(u"txt_Bul"_s)) box->setFocus();
+    }
+    void setNodeImage(qsizetype node, QStringView) override { window_.books_.imageChanged(node); }
+
+  private:
+    frm_Arama& window_;
+    std::function<void()> maximize_;
+};
+
+frm_Arama::frm_Arama(Parts parts)
+    : MdiChild(u"frm_Arama"_s),
+      view_(std::make_unique<View>(*this, std::move(parts.maximizeMainWindow))),
+      decisions_({parts.frame, *view_, parts.content, parts.library, parts.folder, parts.search,
+                  std::move(parts.isHelpShown)}),
+      tb_Arama(new QTabWidget) {
+    setWindowTitle(u"Arama Penceresi"_s);
+    setWindowIcon(platform::icon(platform::button::Kitap));
+
+    buildTree();
+    tb_Arama->setObjectName(u"tb_Arama"_s);
+    tb_Arama->setDocumentMode(true);
+    tb_Arama->addTab(tvw_Kitaplar, u"Kitaplar"_s);
+    connect(tb_Arama, &QTabWidget::currentChanged, this, [this](int tab) { decisions_.selectTab(Tab(tab)); });
+
+    auto* surface = new QWidget;
+    auto* layout = new QVBoxLayout(surface);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(tb_Arama);
+    setWidget(surface);
+
+    onActivate = [this] { decisions_.activate(); };
+    onResize = [this] { decisions_.resize(); };
+    onUnload = [this] { return decisions_.unload(); };
+}
+
+frm_Arama::~frm_Arama() = default;
+
+void frm_Arama::setSearchTab(QWidget* tab) {
+    tb_Arama->addTab(tab, u"Arama"_s);
+}
+
+void frm_Arama::buildTree() {
+    tvw_Kitaplar = new QTreeView;
+    tvw_Kitaplar->setObjectName(u"tvw_Kitaplar"_s);
+    tvw_Kitaplar->setAccessibleName(u"Kitaplar"_s);
+    tvw_Kitaplar->setModel(&books_);
+    tvw_Kitaplar->setHeaderHidden(true);
+    tvw_Kitaplar->setUniformRowHeights(true);
+    tvw_Kitaplar->setFrameShape(QFrame::NoFrame);
+    tvw_Kitaplar->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tvw_Kitaplar->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    // A long heading is read by scrolling or in its tooltip rather than cut off.
+    tvw_Kitaplar->header()->setStretchLastSection(false);
+    tvw_Kitaplar->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tvw_Kitaplar->installEventFilter(this);
+
+    connect(tvw_Kitaplar, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { decisions_.NodeClick(books_.node(index)); });
+    connect(tvw_Kitaplar, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { decisions_.expanded(books_.node(index)); });
+    connect(tvw_Kitaplar, &QTreeView::collapsed, this,
+            [this](const QModelIndex& index) { decisions_.collapsed(books_.node(index)); });
+}
+
+const browse::BookTree& frm_Arama::load(const browse::TreeProgress& progress) {
+    const browse::BookTree& tree = decisions_.load(progress);
+    books_.setNodes(decisions_.nodes());
+    return tree;
+}
+
+bool frm_Arama::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == tvw_Kitaplar && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const qsizetype node = books_.node(tvw_Kitaplar->currentIndex());
+        if (node >= 0 && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)) {
+            decisions_.NodeClick(node);
+            return true;
+        }
+    }
+    return MdiChild::eventFilter(watched, event);
+}
+
+}  // namespace lirovan::search

@@ -1,0 +1,56 @@
+// frm_Arama, the browse and search window: the book tree on its first tab, the search on its second. The
+// widget with its decisions.
+#pragma once
+
+#include <QTabWidget>
+#include <QTreeView>
+#include <functional>
+
+#include "browse/browse_window.h"
+#include "browse/ui/book_tree_model.h"
+#include "platform/ui/mdi_child.h"
+
+namespace lirovan::search {
+
+class frm_Arama : public platform::MdiChild {
+    Q_OBJECT
+
+  public:
+    struct Parts {
+        platform::MainFrame& frame;
+        browse::ContentView& content;
+        const data::Library& library;
+        platform::AppFolder folder;
+        browse::SearchTabState& search;
+        std::function<bool()> isHelpShown;
+        std::function<void()> maximizeMainWindow;
+    };
+    explicit frm_Arama(Parts parts);
+    ~frm_Arama() override;
+
+    /// The second tab's content; it holds a text box named txt_Bul, which the tab gives the focus to.
+    void setSearchTab(QWidget* tab);
+    /// Fills the tree; the window is in its frame already.
+    const browse::BookTree& load(const browse::TreeProgress& progress);
+
+    browse::BrowseWindow& decisions() { return decisions_; }
+    QTreeView& bookTree() { return *tvw_Kitaplar; }
+    const browse::BookTreeModel& books() const { return books_; }
+    browse::Tab currentTab() const { return browse::Tab(tb_Arama->currentIndex()); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    class View;
+
+    void buildTree();
+
+    std::unique_ptr<View> view_;
+    browse::BrowseWindow decisions_;
+    browse::BookTreeModel books_;
+    QTabWidget* tb_Arama;
+    QTreeView* tvw_Kitaplar;
+};
+
+}  // namespace lirovan::search

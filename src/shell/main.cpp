@@ -1,0 +1,57 @@
+// The program: chooses the application folder, shows the main window.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QTimer>
+
+#include "platform/ui/icons.h"
+#include "platform/ui/message_boxes.h"
+#include "platform/ui/system_printing.h"
+#include "shell/application_folder.h"
+#include "shell/ui/KitaplarMDI.h"
+#include "shell/update_check.h"
+
+using namespace Qt::StringLiterals;
+using namespace lirovan;
+
+namespace {
+
+shell::FolderCandidates folderCandidates(const QCommandLineParser& parser, const QCommandLineOption& option) {
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return {parser.isSet(option) ? std::optional(parser.value(option)) : std::nullopt, program,
+            program + u"/../share/lirovan"_s, data + u"/lirovan"_s};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    platform::WebEngine::prepare();
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"lirovan"_s);
+    QApplication::setApplicationDisplayName(u"Lirovan"_s);
+    QApplication::setApplicationVersion(shell::BuiltInVersion.toString());
+    QApplication::setDesktopFileName(u"lirovan"_s);
+    QApplication::setWindowIcon(platform::applicationIcon());
+    platform::installTranslations(application);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
+    const QCommandLineOption folderOption(u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"DIR"_s);
+    parser.addOption(folderOption);
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.process(application);
+
+    platform::MessageBoxes dialogs;
+    platform::SystemPrinting printing;
+    const auto folder = shell::applicationFolder(folderCandidates(parser, folderOption));
+    if (!folder) {
+        dialogs.show(platform::errorMessage(folder.error().message, u"Okuma Hatası"_s));
+        return 1;
+    }
+    shell::KitaplarMDI window({*folder, dialogs, printing, nullptr});
+    if (!window.load()) return 1;
+    return QApplication::exec();
+}

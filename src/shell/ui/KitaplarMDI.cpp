@@ -1,0 +1,153 @@
+#include "shell/ui/KitaplarMDI.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+
+#include "browse/book_selector.h"
+#include "platform/ui/icons.h"
+#include "platform/ui/twips_pixels.h"
+#include "shell/command_table.h"
+#include "shell/ui/child_windows.h"
+#include "shell/ui/frame_widgets.h"
+
+namespace lirovan::shell {
+
+using namespace Qt::StringLiterals;
+namespace button = platform::button;
+
+namespace {
+
+/// Page font size before the first topic, in pixels.
+constexpr int FontSizeAtStart = 12;
+
+// Smaller than that, a 1366 × 768 screen at double scale could not show the window.
+constexpr QSize LeastSize{480, 320};
+
+}  // namespace
+
+/// The frame with what belongs to the shared content window.
+class KitaplarMDI::Frame : public FrameWidgets {
+  public:
+    Frame(KitaplarMDI& window, QMdiArea& area) : FrameWidgets(window, area), window_(window) {}
+
+    int fontSize() const override { return fontSize_; }
+    void FontSize(int pixels) override { fontSize_ = pixels; }
+    void ReOrderPos() override { window_.windows_->ReOrderPos(); }
+    void SetPosZero() override { window_.windows_->SetPosZero(); }
+
+  private:
+    KitaplarMDI& window_;
+    int fontSize_ = FontSizeAtStart;
+};
+
+KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
+    setObjectName(u"KitaplarMDI"_s);
+    setWindowTitle(status::Idle.toString());
+    setWindowIcon(platform::applicationIcon());
+    setMinimumSize(LeastSize);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    area_.setFrameShape(QFrame::NoFrame);
+    area_.setBackground(palette().brush(QPalette::Dark));
+    area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(&area_);
+
+    frame_ = std::make_unique<Frame>(*this, area_);
+    windows_ = std::make_unique<ChildWindows>(area_, *frame_, library_, services_);
+    commands_ = std::make_unique<Commands>(*frame_, *windows_, services_.dialogs, services_.printing);
+    connect(frame_.get(), &FrameWidgets::buttonPressed, this,
+            [this](const QString& key) { commands_->button(key); });
+    connect(frame_.get(), &FrameWidgets::menuChosen, this,
+            [this](const QString& item) { commands_->menu(item); });
+    connect(windows_.get(), &ChildWindows::quitWanted, this, &QWidget::close);
+    connect(windows_.get(), &ChildWindows::printDialogWanted, this,
+            [this] { commands_->menu(platform::menu::Yazdir); });
+}
+
+KitaplarMDI::~KitaplarMDI() {
+    windows_.reset();
+    // The central widget is a member.
+    takeCentralWidget();
+}
+
+platform::MainFrame& KitaplarMDI::frame() {
+    return *frame_;
+}
+
+bool KitaplarMDI::load() {
+    frame_->FontSize(FontSizeAtStart);
+    sizedOnce_ = false;
+    if (!openLibrary()) return false;
+
+    browse::BookSelector selector = browse::readBookSelector(library_);
+    frame_->fillSelector(std::move(selector.rows));
+    for (QStringView key : {button::New, button::Up, button::Down}) frame_->setButtonEnabled(key, false);
+
+    resize(screen()->size());
+    windows_->maximizeMainWindow = [this] { setWindowState(windowState() | Qt::WindowMaximized); };
+    windows_->browseWindow();
+    showMain();
+    windows_->showBrowse();
+    windows_->showContent();
+    windows_->showBrowse();
+    windows_->loadedBrowseWindow()->bookTree().setFocus();
+    frame_->hidePageButtonsAtStart();
+    return true;
+}
+
+bool KitaplarMDI::openLibrary() {
+    auto opened = data::Library::open(services_.folder);
+    if (!opened) {
+        services_.dialogs.show(platform::errorMessage(opened.error().message, u"Okuma Hatası"_s));
+        return false;
+    }
+    library_ = std::move(*opened);
+    return true;
+}
+
+void KitaplarMDI::showMain() {
+    show();
+    sizeChanged();
+}
+
+WindowState KitaplarMDI::state() const {
+    if (isMinimized()) return WindowState::Minimized;
+    return isMaximized() || isFullScreen() ? WindowState::Maximized : WindowState::Normal;
+}
+
+void KitaplarMDI::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    sizeChanged();
+}
+
+void KitaplarMDI::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) sizeChanged();
+    if (event->type() == QEvent::PaletteChange) area_.setBackground(palette().brush(QPalette::Dark));
+}
+
+void KitaplarMDI::sizeChanged() {
+    if (sizing_ || !frame_ || !windows_) return;
+    sizing_ = true;
+    if (isVisible() && state() == WindowState::Normal && !sizedOnce_) {
+        const QSize screenSize = screen()->size();
+        const TwipsRect place =
+            firstNormalPlace(platform::toTwipsX(screenSize.width(), *this),
+                             platform::toTwipsY(screenSize.height(), *this), platform::toTwipsY(y(), *this));
+        sizedOnce_ = true;
+        const QRect pixels = platform::toPixels(place, *this);
+        move(pixels.left(), y());
+        resize(pixels.size());
+    }
+    if (isVisible() && state() != WindowState::Minimized)
+        windows_->arrange(browseWidth(frame_->width(), state()));
+    frame_->setSpacerWidth(frame_->width() - SpacerRoom);
+    sizing_ = false;
+}
+
+void KitaplarMDI::closeEvent(QCloseEvent* event) {
+    library_.close();
+    QMainWindow::closeEvent(event);
+}
+
+}  // namespace lirovan::shell

@@ -1,0 +1,56 @@
+// KitaplarMDI, the main window: a frame of child windows with its menus, toolbar, status bar and book
+// selector. It opens the library, brings up the windows and, when it closes, ends the program.
+#pragma once
+
+#include <QMainWindow>
+#include <QMdiArea>
+
+#include "data/library.h"
+#include "shell/commands.h"
+#include "shell/main_layout.h"
+#include "shell/ui/services.h"
+
+namespace lirovan::shell {
+
+class ChildWindows;
+class FrameWidgets;
+
+class KitaplarMDI : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    explicit KitaplarMDI(Services services);
+    ~KitaplarMDI() override;
+
+    /// The window's load: library, selector, splash, browse window, content window. False: the library could
+    /// not be opened and the user has been told; the program ends.
+    bool load();
+
+    const data::Library& library() const { return library_; }
+    platform::MainFrame& frame();
+    ChildWindows& windows() { return *windows_; }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    class Frame;
+
+    bool openLibrary();
+    void showMain();
+    void sizeChanged();
+    WindowState state() const;
+
+    Services services_;
+    data::Library library_;
+    QMdiArea area_;
+    std::unique_ptr<Frame> frame_;
+    std::unique_ptr<ChildWindows> windows_;
+    std::unique_ptr<Commands> commands_;
+    bool sizedOnce_ = false;
+    bool sizing_ = false;
+};
+
+}  // namespace lirovan::shell

@@ -1,0 +1,100 @@
+// The windows inside the main window's frame: loads, shows and unloads them, and carries out on them what the
+// commands ask.
+#pragma once
+
+#include <QMdiArea>
+#include <QPointer>
+#include <memory>
+#include <optional>
+
+#include "browse/content_window.h"
+#include "browse/search_tab_state.h"
+#include "browse/ui/frm_Icerik.h"
+#include "data/library.h"
+#include "search/hit_positions.h"
+#include "search/ui/frm_Arama.h"
+#include "shell/commands.h"
+#include "shell/ui/services.h"
+
+namespace lirovan::shell {
+
+class ChildWindows : public QObject, public Windows {
+    Q_OBJECT
+
+  public:
+    ChildWindows(QMdiArea& area, platform::MainFrame& frame, const data::Library& library,
+                 Services& services);
+    ~ChildWindows() override;
+
+    /// Told while the browse window is loaded.
+    browse::TreeProgress treeProgress;
+    std::function<void()> maximizeMainWindow;
+    std::function<bool()> isHelpShown;
+
+    /// Loads the browse window if it is not loaded; not shown yet.
+    search::frm_Arama& browseWindow();
+    search::frm_Arama* loadedBrowseWindow() const { return browse_; }
+    browse::frm_Icerik& contentWindow();
+    browse::frm_Icerik* loadedContentWindow() const { return content_; }
+    browse::ContentView& contentView();
+
+    /// The main window was resized: the browse window's width, then both places.
+    void arrange(platform::Twips browseWidth);
+    /// A search or summary runs.
+    bool isBusy() const { return search_.running; }
+
+    // Hit navigation of the shared content window
+    void ReOrderPos();
+    void SetPosZero();
+
+    bool isBrowseMinimized() const override { return browse_ && browse_->isMinimized(); }
+    void restoreBrowse() override;
+    void showBrowse() override;
+    void hideBrowse() override;
+    void showTab(browse::Tab tab) override;
+    void sortResults(QStringView key) override;
+    bool isContentMinimized() const override { return content_ && content_->isMinimized(); }
+    void restoreContent() override;
+    void showContent() override;
+    void unloadContent() override;
+    void focusContentView() override;
+    void changeContentFontSize(int step) override;
+    bool contentHasSelection() const override;
+    void printContent(const platform::PrintTarget& target, std::function<void(bool)> finished) override;
+    void openInNewWindow() override;
+    void previousHit() override;
+    void nextHit() override;
+    void setActiveZoom(double factor) override;
+    void sendCut() override;
+    void sendCopy() override;
+    void showNotebook() override;
+    void pasteIntoNotebook() override;
+    void showHelp() override;
+    void showAbout() override;
+    void quit() override;
+
+  Q_SIGNALS:
+    void quitWanted();
+    void printDialogWanted();  ///< a page's own print link
+
+  private:
+    class ContentPort;
+
+    void loadBrowse();
+    void loadContent();
+
+    QMdiArea& area_;
+    platform::MainFrame& frame_;
+    const data::Library& library_;
+    Services& services_;
+    std::unique_ptr<ContentPort> contentPort_;
+    browse::ContentWindow contentDecisions_;
+    browse::SearchTabState search_;
+    QPointer<search::frm_Arama> browse_;
+    QPointer<browse::frm_Icerik> content_;
+    std::optional<search::HitPositions> hits_;
+    platform::TwipsRect lastBrowsePlace_;
+    bool lastBrowseMinimized_ = false;
+};
+
+}  // namespace lirovan::shell

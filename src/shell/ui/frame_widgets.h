@@ -1,0 +1,82 @@
+// The main window's side of the port that its child windows use: menus, Toolbar1, StatusBar1, the selector
+// and the sizes. Page font size and hit navigation belong to the shared content window and are added by the
+// class that knows it.
+#pragma once
+
+#include <QLabel>
+#include <QObject>
+#include <array>
+
+#include "browse/book_selector.h"
+#include "platform/core/main_frame.h"
+#include "shell/command_states.h"
+
+class QMainWindow;
+class QMdiArea;
+
+namespace lirovan::shell {
+
+class MainMenu;
+class MainToolBar;
+
+class FrameWidgets : public QObject, public platform::MainFrame {
+    Q_OBJECT
+
+  public:
+    /// Builds the bars of `window`, whose central widget is `area`.
+    FrameWidgets(QMainWindow& window, QMdiArea& area);
+
+    void setButtonVisible(QStringView key, bool visible) override { states_.setButtonVisible(key, visible); }
+    void setButtonEnabled(QStringView key, bool enabled) override { states_.setButtonEnabled(key, enabled); }
+    void setSpacerWidth(platform::Twips width) override;
+
+    void setMenuChecked(QStringView item, bool checked) override { states_.setMenuChecked(item, checked); }
+    bool isMenuChecked(QStringView item) const override { return states_.menu(item).checked; }
+    void setMenuEnabled(QStringView item, bool enabled) override { states_.setMenuEnabled(item, enabled); }
+    void setMenuVisible(QStringView item, bool visible) override { states_.setMenuVisible(item, visible); }
+    void popUpMenu(QStringView item) override;
+
+    void setPanelText(int panel, const QString& text) override;
+    void setPanelVisible(int panel, bool visible) override;
+
+    void setProgressVisible(bool visible) override;
+    void setProgressMaximum(int maximum) override;
+    void setProgressValue(int value) override;
+    void setToolTextVisible(bool visible) override;
+    void setToolText(const QString& text) override;
+    void setToolTextWidth(platform::Twips width) override;
+
+    void setSelectorVisible(bool visible) override;
+    platform::BookSelection selectedBooks() const override;
+    /// The selector's rows; the first is chosen.
+    void fillSelector(std::vector<browse::SelectorRow> rows);
+    /// The toolbar as it stands after start-up: no page command is visible.
+    void hidePageButtonsAtStart();
+
+    /// The work area's size and the room that the constants of the layout leave for the frame around it.
+    platform::Twips width() const override;
+    platform::Twips height() const override;
+    void setBusyPointer(bool busy) override;
+    void setCommandsLocked(bool locked) override { states_.setLocked(locked); }
+
+    const CommandStates& states() const { return states_; }
+    MainToolBar& toolBar() const { return *toolBar_; }
+
+  Q_SIGNALS:
+    void buttonPressed(const QString& key);
+    void menuChosen(const QString& item);
+
+  private:
+    void addStatusBar();
+    QLabel* panel(int number) const;
+
+    QMainWindow& window_;
+    QMdiArea& area_;
+    CommandStates states_;
+    MainMenu* menu_ = nullptr;
+    MainToolBar* toolBar_ = nullptr;
+    std::array<QLabel*, 3> panels_{};
+    std::vector<browse::SelectorRow> rows_;
+};
+
+}  // namespace lirovan::shell
