@@ -24,9 +24,9 @@ constexpr int MostPoints = 50;
 
 void Commands::button(QStringView key) {
     if (key == button_key::Kitap) {
-        showbrowse::Tab(browse::Tab::Books, status::Kitaplar);
+        showBrowseTab(browse::Tab::Books, status::Kitaplar);
     } else if (key == button_key::Arama) {
-        showbrowse::Tab(browse::Tab::Search, status::Bul);
+        showBrowseTab(browse::Tab::Search, status::Bul);
     } else if (key == button_key::Icerik) {
         showContentWindow();
     } else if (key == button_key::Cut) {
@@ -120,7 +120,7 @@ void Commands::toggleContent() {
     frame_.setMenuChecked(item_name::Icerik, true);
 }
 
-void Commands::showbrowse::Tab(browse::Tab tab, QStringView status) {
+void Commands::showBrowseTab(browse::Tab tab, QStringView status) {
     if (windows_.isBrowseMinimized())
         windows_.restoreBrowse();
     else

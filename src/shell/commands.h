@@ -71,7 +71,7 @@ class Commands {
   private:
     void toggleBrowse();
     void toggleContent();
-    void showbrowse::Tab(browse::Tab tab, QStringView status);
+    void showBrowseTab(browse::Tab tab, QStringView status);
     void showContentWindow();
     void cut();
     void copy();

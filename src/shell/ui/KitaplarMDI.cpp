@@ -1,6 +1,7 @@
 #include "shell/ui/KitaplarMDI.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QScreen>
 
 #include "browse/book_selector.h"
@@ -9,6 +10,7 @@
 #include "shell/command_table.h"
 #include "shell/ui/child_windows.h"
 #include "shell/ui/frame_widgets.h"
+#include "shell/ui/import_progress.h"
 
 namespace lirovan::shell {
 
@@ -84,8 +86,11 @@ bool KitaplarMDI::load() {
     for (QStringView key : {button::New, button::Up, button::Down}) frame_->setButtonEnabled(key, false);
 
     resize(screen()->size());
-    windows_->maximizeMainWindow = [this] { setWindowState(windowState() | Qt::WindowMaximized); };
+    windows_->maximizeMainWindow = [this] { maximizeWanted_ = true; };
     windows_->browseWindow();
+    // A page view needs another kind of native window than a plain frame: made before the frame becomes one,
+    // the toolkit does not have to make the frame anew, in which it would lose its state.
+    windows_->contentWindow();
     showMain();
     windows_->showBrowse();
     windows_->showContent();
@@ -96,17 +101,27 @@ bool KitaplarMDI::load() {
 }
 
 bool KitaplarMDI::openLibrary() {
-    auto opened = data::Library::open(services_.folder);
-    if (!opened) {
-        services_.dialogs.show(platform::errorMessage(opened.error().message, u"Okuma Hatası"_s));
+    const auto refuse = [this](const platform::Error& error) {
+        services_.dialogs.show(platform::errorMessage(error.message, u"Okuma Hatası"_s));
         return false;
+    };
+    // A file that is not there, or cannot be read, is reported by opening it.
+    const QFileInfo file(services_.folder.path(data::LibraryFile));
+    if (file.isFile() && file.isReadable()) {
+        const auto ensured = ensureLibraryLayout(file.filePath(), nullptr);
+        if (!ensured) return refuse(ensured.error());
     }
+    auto opened = data::Library::open(services_.folder);
+    if (!opened) return refuse(opened.error());
     library_ = std::move(*opened);
     return true;
 }
 
 void KitaplarMDI::showMain() {
-    show();
+    if (maximizeWanted_)
+        showMaximized();
+    else
+        show();
     sizeChanged();
 }
 

@@ -51,6 +51,7 @@ class KitaplarMDI : public QMainWindow {
     std::unique_ptr<Commands> commands_;
     bool sizedOnce_ = false;
     bool sizing_ = false;
+    bool maximizeWanted_ = false;
 };
 
 }  // namespace lirovan::shell
