@@ -4,8 +4,8 @@ namespace lirovan::shell {
 namespace {
 
 constexpr HelpTopic Topics[] = {
-    {u"cmdKitap", u"Label1", u"Kitaplar", u"lblKitaplar", u"kitaplar", u"tlbtn_Kitap", BrowseTab::Kitaplar},
-    {u"cmdArama", u"Label2", u"Arama", u"lblArama", u"arama", u"tlbtn_Arama", BrowseTab::Arama},
+    {u"cmdKitap", u"Label1", u"Kitaplar", u"lblKitaplar", u"kitaplar", u"tlbtn_Kitap", browse::Tab::Books},
+    {u"cmdArama", u"Label2", u"Arama", u"lblArama", u"arama", u"tlbtn_Arama", browse::Tab::Search},
     {u"cmdNot", u"Label3", u"Not Defteri", u"lblNotlar", u"notlar", u"not", std::nullopt},
 };
 

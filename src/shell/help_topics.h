@@ -5,19 +5,19 @@
 #include <optional>
 #include <span>
 
+#include "browse/window_ports.h"
 #include "platform/core/twips.h"
-#include "shell/commands.h"
 
 namespace lirovan::shell {
 
 struct HelpTopic {
-    QStringView button;            ///< control name, "cmdKitap"
-    QStringView captionLabel;      ///< control name of the caption beside it, "Label1"
-    QStringView title;             ///< that caption, and the text of lblKBaslik
-    QStringView textLabel;         ///< control name of the text shown, "lblKitaplar"
-    QStringView textFile;          ///< the text, in the help resources
-    QStringView icon;              ///< icon key
-    std::optional<BrowseTab> tab;  ///< to which the browse window is switched
+    QStringView button;              ///< control name, "cmdKitap"
+    QStringView captionLabel;        ///< control name of the caption beside it, "Label1"
+    QStringView title;               ///< that caption, and the text of lblKBaslik
+    QStringView textLabel;           ///< control name of the text shown, "lblKitaplar"
+    QStringView textFile;            ///< the text, in the help resources
+    QStringView icon;                ///< icon key
+    std::optional<browse::Tab> tab;  ///< to which the browse window is switched
 };
 
 std::span<const HelpTopic> helpTopics();

@@ -51,7 +51,9 @@ int main(int argc, char** argv) {
         dialogs.show(platform::errorMessage(folder.error().message, u"Okuma Hatası"_s));
         return 1;
     }
-    shell::KitaplarMDI window({*folder, dialogs, printing, nullptr});
+    const auto calls = shell::systemRegistry();
+    shell::reg_api registry(*calls);
+    shell::KitaplarMDI window({*folder, dialogs, printing, registry});
     if (!window.load()) return 1;
     return QApplication::exec();
 }

@@ -41,8 +41,8 @@ TEST(Splash, RecordsTheFolderShowsItsLinesAndKnowsWhenItIsClosed) {
 
 TEST(Help, ShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
     test::FakeMainFrame frame;
-    std::optional<BrowseTab> tab;
-    frm_yardim help(frame, [&tab](BrowseTab shown) { tab = shown; });
+    std::optional<browse::Tab> tab;
+    frm_yardim help(frame, [&tab](browse::Tab shown) { tab = shown; });
     help.show();
     EXPECT_TRUE(help.lblIcerik->isVisible());
     EXPECT_EQ(help.lblIcerik->text(), u"      Yukarıdaki konulardan birini seçin."_s);
@@ -50,11 +50,12 @@ TEST(Help, ShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
 
     struct Case {
         QString button, title, text, word;
-        std::optional<BrowseTab> tab;
+        std::optional<browse::Tab> tab;
     };
     const Case cases[] = {
-        {u"cmdKitap"_s, u"Kitaplar"_s, u"lblKitaplar"_s, u"çift tıklayın"_s, BrowseTab::Kitaplar},
-        {u"cmdArama"_s, u"Arama"_s, u"lblArama"_s, u"Tüm Kelimeleri İçeren Konuları Bul"_s, BrowseTab::Arama},
+        {u"cmdKitap"_s, u"Kitaplar"_s, u"lblKitaplar"_s, u"çift tıklayın"_s, browse::Tab::Books},
+        {u"cmdArama"_s, u"Arama"_s, u"lblArama"_s, u"Tüm Kelimeleri İçeren Konuları Bul"_s,
+         browse::Tab::Search},
         {u"cmdNot"_s, u"Not Defteri"_s, u"lblNotlar"_s, u"Düzen → Yapıştır"_s, std::nullopt},
     };
     for (const Case& c : cases) {

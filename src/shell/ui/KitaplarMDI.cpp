@@ -1,6 +1,7 @@
 #include "shell/ui/KitaplarMDI.h"
 
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QScreen>
 
@@ -10,6 +11,7 @@
 #include "shell/command_table.h"
 #include "shell/ui/child_windows.h"
 #include "shell/ui/frame_widgets.h"
+#include "shell/ui/frmGiris.h"
 #include "shell/ui/import_progress.h"
 
 namespace lirovan::shell {
@@ -22,8 +24,39 @@ namespace {
 /// Page font size before the first topic, in pixels.
 constexpr int FontSizeAtStart = 12;
 
+constexpr int FrameMs = 16;
+
 // Smaller than that, a 1366 × 768 screen at double scale could not show the window.
 constexpr QSize LeastSize{480, 320};
+
+/// The splash window's lines. Titles fly past: what no screen could show is not put there.
+browse::TreeProgress splashProgress(frmGiris& splash) {
+    struct State {
+        QElapsedTimer sinceFrame;
+        QString book;
+    };
+    auto state = std::make_shared<State>();
+    const auto frameIsDue = [&splash, state] {
+        if (!splash.splashShown) return false;
+        if (state->sinceFrame.isValid() && state->sinceFrame.elapsed() < FrameMs) return false;
+        state->sinceFrame.start();
+        return true;
+    };
+    browse::TreeProgress progress;
+    progress.started = [&splash] {
+        if (!splash.splashShown) return;
+        splash.Label1->setText(browse::loadingText());
+        splash.repaintLabels();
+    };
+    progress.bookStarted = [state](const QString& book) { state->book = book; };
+    progress.topicAdded = [&splash, state, frameIsDue](const QString& topic) {
+        if (!frameIsDue()) return;
+        splash.Label1->setText(browse::bookLoadingText(state->book));
+        splash.Label2->setText(browse::topicLoadedText(topic));
+        splash.repaintLabels();
+    };
+    return progress;
+}
 
 }  // namespace
 
@@ -85,12 +118,17 @@ bool KitaplarMDI::load() {
     frame_->fillSelector(std::move(selector.rows));
     for (QStringView key : {button::New, button::Up, button::Down}) frame_->setButtonEnabled(key, false);
 
+    frmGiris splash(services_.registry, services_.folder.text());
+    splash.showAtOnce();
     resize(screen()->size());
+    windows_->treeProgress = splashProgress(splash);
     windows_->maximizeMainWindow = [this] { maximizeWanted_ = true; };
     windows_->browseWindow();
+    windows_->treeProgress = {};
     // A page view needs another kind of native window than a plain frame: made before the frame becomes one,
     // the toolkit does not have to make the frame anew, in which it would lose its state.
     windows_->contentWindow();
+    splash.close();
     showMain();
     windows_->showBrowse();
     windows_->showContent();

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 
+#include "shell/ui/frmHakkinda.h"
+
 namespace lirovan::shell {
 
 using namespace Qt::StringLiterals;
@@ -53,7 +55,8 @@ frm_Arama& ChildWindows::browseWindow() {
 }
 
 void ChildWindows::loadBrowse() {
-    browse_ = new frm_Arama({frame_, *contentPort_, library_, services_.folder, search_, isHelpShown,
+    browse_ = new frm_Arama({frame_, *contentPort_, library_, services_.folder, search_,
+                             [this] { return help_ && help_->helpShown; },
                              std::exchange(maximizeMainWindow, nullptr)});
     area_.addSubWindow(browse_);
     browse_->setSearchTab(new QWidget);
@@ -122,7 +125,7 @@ void ChildWindows::hideBrowse() {
 }
 
 void ChildWindows::showTab(browse::Tab tab) {
-    if (browse_) browse_->decisions().selectTab(tab);
+    browseWindow().decisions().selectTab(tab);
 }
 
 void ChildWindows::sortResults(QStringView) {}
@@ -197,9 +200,18 @@ void ChildWindows::showNotebook() {}
 
 void ChildWindows::pasteIntoNotebook() {}
 
-void ChildWindows::showHelp() {}
+void ChildWindows::showHelp() {
+    frm_yardim help(
+        frame_, [this](browse::Tab tab) { showTab(tab); }, area_.window());
+    help_ = &help;
+    help.exec();
+    help_.clear();
+    QApplication::processEvents();
+}
 
-void ChildWindows::showAbout() {}
+void ChildWindows::showAbout() {
+    frmHakkinda(area_.window()).exec();
+}
 
 void ChildWindows::quit() {
     Q_EMIT quitWanted();

@@ -14,6 +14,7 @@
 #include "search/hit_positions.h"
 #include "search/ui/frm_Arama.h"
 #include "shell/commands.h"
+#include "shell/ui/frm_yardim.h"
 #include "shell/ui/services.h"
 
 namespace lirovan::shell {
@@ -29,7 +30,6 @@ class ChildWindows : public QObject, public Windows {
     /// Told while the browse window is loaded.
     browse::TreeProgress treeProgress;
     std::function<void()> maximizeMainWindow;
-    std::function<bool()> isHelpShown;
 
     /// Loads the browse window if it is not loaded; not shown yet.
     search::frm_Arama& browseWindow();
@@ -93,6 +93,7 @@ class ChildWindows : public QObject, public Windows {
     QPointer<search::frm_Arama> browse_;
     QPointer<browse::frm_Icerik> content_;
     std::optional<search::HitPositions> hits_;
+    QPointer<frm_yardim> help_;
     platform::TwipsRect lastBrowsePlace_;
     bool lastBrowseMinimized_ = false;
 };

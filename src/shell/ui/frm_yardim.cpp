@@ -43,7 +43,7 @@ QTextBrowser* textBox(const HelpTopic& topic, QWidget* parent) {
 
 }  // namespace
 
-frm_yardim::frm_yardim(const platform::MainFrame& main, std::function<void(BrowseTab)> showTab,
+frm_yardim::frm_yardim(const platform::MainFrame& main, std::function<void(browse::Tab)> showTab,
                        QWidget* parent)
     : QDialog(parent),
       lblBaslik(label(QStringLiteral("lblBaslik"), QStringLiteral("Yardım Konuları"), this)),

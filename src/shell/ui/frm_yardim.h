@@ -19,7 +19,7 @@ class frm_yardim : public QDialog {
   public:
     /// Loads the window and places it by `main`. `showTab` switches the browse window to the topic's tab,
     /// behind this window.
-    frm_yardim(const platform::MainFrame& main, std::function<void(BrowseTab)> showTab,
+    frm_yardim(const platform::MainFrame& main, std::function<void(browse::Tab)> showTab,
                QWidget* parent = nullptr);
 
     /// The help-shown flag: true from loading until the window is closed.
@@ -39,7 +39,7 @@ class frm_yardim : public QDialog {
     void showTopic(const HelpTopic& topic);
     void place(const platform::MainFrame& main);
 
-    std::function<void(BrowseTab)> showTab_;
+    std::function<void(browse::Tab)> showTab_;
     std::vector<QTextBrowser*> texts_;  // lblKitaplar, lblArama, lblNotlar
 };
 
