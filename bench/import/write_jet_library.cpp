@@ -1,5 +1,5 @@
-// write-jet-library DOSYA TOPICS BYTES — a Jet 4 library of made-up text, for the benchmark of the import and
-// for the files that the damage test breaks. The same call always gives the same file.
+// write-jet-library FILE TOPICS BYTES — a Jet 4 library of made-up Turkish text. The same call always gives
+// the same file.
 #include <QFile>
 #include <QStringList>
 #include <cstdio>
