@@ -35,6 +35,7 @@ LibraryFile::LibraryFile() : folder_(std::make_unique<QTemporaryDir>()) {
     if (!folder_->isValid() || !QDir(folder_->path()).mkdir(QStringLiteral("OKU")))
         throw std::runtime_error("no temporary folder");
     database_ = must(Database::open(path(), OpenMode::Create));
+    execute(u"PRAGMA synchronous=OFF");  // nothing here has to outlive a power cut
     must(platform::createLayout(database_, platform::LayoutKind::Library));
 }
 

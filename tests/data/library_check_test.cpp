@@ -1,0 +1,88 @@
+#include "data/library_check.h"
+
+#include <gtest/gtest.h>
+
+#include "data/library_writer.h"
+#include "support/library_file.h"
+
+using namespace lirovan;
+using namespace lirovan::data;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList faults(const test::LibraryFile& file) {
+    const auto database = platform::Database::open(file.path(), platform::OpenMode::ReadOnly);
+    if (!database) return {database.error().message};
+    const auto found = checkLibrary(*database);
+    return found ? *found : QStringList{found.error().message};
+}
+
+}  // namespace
+
+TEST(LibraryCheck, FindsNothingInASoundLibrary) {
+    EXPECT_EQ(faults(test::smallLibrary()), QStringList{});
+}
+
+TEST(LibraryCheck, NamesEveryFaultWithItsRow) {
+    struct {
+        QStringView damage;
+        QStringList expected;
+    } const cases[] = {
+        {u"DROP TABLE tbl_scripts; DROP TABLE tbl_Konu",
+         {u"tbl_Konu tablosu yok ya da okunamıyor."_s, u"tbl_scripts tablosu yok ya da okunamıyor."_s}},
+        {u"ALTER TABLE tbl_Yazar RENAME COLUMN Yazar TO Ad",
+         {u"tbl_Yazar tablosunun 2. sütunu Yazar değil."_s}},
+        {u"INSERT INTO tbl_Yazar VALUES (2, 'Öteki')", {u"Yazar 2: numara birden çok kez verilmiş."_s}},
+        {u"INSERT INTO tbl_Kitaplar VALUES (40, 'Öteki', 1, 9)",
+         {u"Kitap 40: numara birden çok kez verilmiş."_s}},
+        {u"UPDATE tbl_Konu SET KonuID=101 WHERE KonuID=102",
+         {u"Konu 101: birden çok metni var."_s, u"Konu 102: metni yok."_s}},
+        {u"UPDATE tbl_Kitaplar SET YazarID=77 WHERE KitapID=1", {u"Kitap 1: yazarı yok."_s}},
+        {u"UPDATE tbl_KonuBaslik SET KitapID=NULL WHERE KonuID=101", {u"Konu 101: kitabı yok."_s}},
+        {u"DELETE FROM tbl_KonuBaslik WHERE KonuID=101", {u"Konu 101: başlığı yok."_s}},
+        {u"UPDATE tbl_KonuBaslik SET KonuBaslik=' ' WHERE KonuID=101", {u"Konu 101: başlığı boş."_s}},
+        {u"UPDATE tbl_Konu SET Konu=NULL WHERE KonuID=101", {u"Konu 101: metin boş."_s}},
+        {u"UPDATE tbl_Konu SET Konu='<P><B>x</P>' WHERE KonuID=101", {u"Konu 101: <b> kapanmamış."_s}},
+    };
+    for (const auto& one : cases) {
+        test::LibraryFile file = test::smallLibrary();
+        file.execute(one.damage);
+        EXPECT_EQ(faults(file), one.expected) << one.damage.toUtf8().constData();
+    }
+}
+
+TEST(MarkupFault, AsksForEndsOnlyWhereABrowserNeedsThem) {
+    struct {
+        QStringView html, expected;
+    } const cases[] = {
+        {u"", u""},
+        {u"<P>bir<BR>iki<LI>üç <b>a</B> 3 < 4", u""},
+        {u"<!-- <b> --><P>", u""},
+        {u"<script>if (a<b) document.write('<b>')</script>", u""},
+        {u"<td width=3><tr><hr>", u""},
+        {u"<P>a</P", u"<P etiketinin “>” işareti yok"},
+        {u"son <b", u"<b etiketinin “>” işareti yok"},
+        {u"<!-- a", u"açıklama (<!--) kapanmamış"},
+        {u"<FONT size=2>a", u"<font> kapanmamış"},
+        {u"a</b><b>", u"</b> fazla"},
+        {u"<style>a{}", u"<style> kapanmamış"},
+        {u"<br/><body><base>", u""},  // not the element <b>
+    };
+    for (const auto& one : cases) {
+        const QString fault = markupFault(one.html).value_or(QString());
+        EXPECT_EQ(fault, one.expected) << one.html.toUtf8().constData();
+    }
+}
+
+TEST(LibraryWriter, LeavesNoRowsWhenItIsNotFinished) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.vq"_s);
+    {
+        auto writer = LibraryWriter::create(path);
+        ASSERT_TRUE(writer);
+        ASSERT_TRUE(writer->add(Author{AuthorId{1}, u"A"_s}));
+    }
+    EXPECT_FALSE(Library::openFile(path, platform::OpenMode::ReadOnly));
+    EXPECT_FALSE(LibraryWriter::create(path));  // the file is there
+}
