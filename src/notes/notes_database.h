@@ -51,6 +51,8 @@ class NotesDatabase {
     static platform::Result<NotesDatabase> open(const platform::AppFolder& folder,
                                                 const Importer& importer = {});
     static platform::Result<NotesDatabase> openFile(const QString& path);
+    /// Over a connection to a notes file that is open already.
+    explicit NotesDatabase(platform::Database database) : database_(std::move(database)) {}
 
     bool isOpen() const { return database_.isOpen(); }
     void close() { database_.close(); }
@@ -67,7 +69,6 @@ class NotesDatabase {
     platform::Result<std::vector<Note>> list(int rtfCharacters) const;
 
   private:
-    explicit NotesDatabase(platform::Database database) : database_(std::move(database)) {}
     platform::Database database_;
 };
 

@@ -8,7 +8,7 @@ namespace {
 std::vector<lirovan::tools::Command> allCommands() {
     using namespace lirovan::tools;
     std::vector<Command> all;
-    for (auto&& group : {makingCommands(), checkingCommands(), readingCommands()})
+    for (auto&& group : {makingCommands(), checkingCommands(), readingCommands(), noteCommands()})
         all.insert(all.end(), group.begin(), group.end());
     return all;
 }
