@@ -1,7 +1,10 @@
 #include "platform/core/page_access.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <QRegularExpression>
 
 namespace lirovan::platform {
 
@@ -31,6 +34,21 @@ QString withoutScheme(const QString& text) {
     return drive ? path.mid(1) : path;
 }
 
+/// Whether an HTML file begins with a byte order mark or names its character set.
+bool tellsItsEncoding(const QString& file) {
+    QFile content(file);
+    if (!content.open(QIODevice::ReadOnly)) return false;
+    const QByteArray start = content.read(1024);  // as far as the engine looks
+    if (start.startsWith("\xef\xbb\xbf") || start.startsWith("\xff\xfe") || start.startsWith("\xfe\xff"))
+        return true;
+    static const QRegularExpression meta(QStringLiteral("<meta[^>]+charset"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return QString::fromLatin1(start).contains(meta);
+}
+
+// The page that the program writes.
+constexpr QStringView PageFile = u"\\OKU\\oku.html";
+
 }  // namespace
 
 PageAccess::PageAccess(AppFolder folder)
@@ -47,15 +65,36 @@ std::optional<QString> PageAccess::file(const QString& pathText) const {
     return path;
 }
 
-PageAccess::Decision PageAccess::judge(const QUrl& url) const {
-    if (url.scheme() != u"file" || !url.host().isEmpty()) return {};
-    const QString written = url.toLocalFile();
-    const auto path = file(written);
-    if (!path || !QFileInfo(*path).isFile()) return {};
-    if (QDir::cleanPath(written) == *path) return {Verdict::Allow, {}};
-    QUrl target = QUrl::fromLocalFile(*path);
-    if (url.hasFragment()) target.setFragment(url.fragment(QUrl::FullyEncoded));
-    return {Verdict::Redirect, target};
+std::optional<QString> PageAccess::fileAt(const QUrl& address) const {
+    if (address.scheme() != Scheme || address.host() != Host) return std::nullopt;
+    auto path = file(QStringLiteral("file://") + address.path(QUrl::FullyEncoded));
+    if (path && !QFileInfo(*path).isFile()) return std::nullopt;
+    return path;
+}
+
+QUrl PageAccess::address(const QString& file) const {
+    QUrl url = QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath());
+    url.setScheme(Scheme);
+    url.setHost(Host);
+    return url;
+}
+
+QByteArray PageAccess::contentType(const QString& file) const {
+    // Only what pages are made of: the desktop's own table of types can differ from machine to machine.
+    static const QHash<QString, QByteArray> types{
+        {QStringLiteral("gif"), "image/gif"},     {QStringLiteral("png"), "image/png"},
+        {QStringLiteral("jpg"), "image/jpeg"},    {QStringLiteral("jpeg"), "image/jpeg"},
+        {QStringLiteral("bmp"), "image/bmp"},     {QStringLiteral("ico"), "image/x-icon"},
+        {QStringLiteral("svg"), "image/svg+xml"}, {QStringLiteral("webp"), "image/webp"},
+        {QStringLiteral("css"), "text/css"},      {QStringLiteral("js"), "text/javascript"},
+        {QStringLiteral("txt"), "text/plain"},    {QStringLiteral("woff"), "font/woff"},
+        {QStringLiteral("woff2"), "font/woff2"},  {QStringLiteral("ttf"), "font/ttf"},
+        {QStringLiteral("mp3"), "audio/mpeg"},    {QStringLiteral("ogg"), "audio/ogg"},
+        {QStringLiteral("wav"), "audio/wav"},     {QStringLiteral("mp4"), "video/mp4"},
+        {QStringLiteral("htm"), "text/html"},     {QStringLiteral("html"), "text/html"}};
+    const QByteArray type = types.value(QFileInfo(file).suffix().toLower(), "application/octet-stream");
+    if (type != "text/html" || (file != folder_.path(PageFile) && tellsItsEncoding(file))) return type;
+    return type + "; charset=windows-1254";
 }
 
 }  // namespace lirovan::platform

@@ -1,10 +1,13 @@
 // What a page may load: the files of the application folder, and nothing else.
 //
-// The page engine asks for every request of every frame. A name is brought to the file that it means first:
-// symbolic links and ".." are followed, backslashes separate, letter case does not matter. What then lies
-// outside the folder is refused, and so is everything that is no file.
+// Inside the page engine a file has an address of the program's own scheme, "lirovan://kitaplik/<real path>".
+// So there is one place that hands files to pages, it can tell their encoding, and no page stands in the
+// world of file addresses. A name is brought to the file that it means first: symbolic links and ".." are
+// followed, backslashes separate, letter case does not matter. What then lies outside the folder has no
+// address.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QUrl>
 #include <optional>
@@ -15,11 +18,8 @@ namespace lirovan::platform {
 
 class PageAccess {
   public:
-    enum class Verdict { Allow, Redirect, Refuse };
-    struct Decision {
-        Verdict verdict = Verdict::Refuse;
-        QUrl target;  ///< Redirect: the same file under the name that it has on the disk
-    };
+    static constexpr QLatin1StringView Scheme{"lirovan"};
+    static constexpr QLatin1StringView Host{"kitaplik"};
 
     explicit PageAccess(AppFolder folder);
 
@@ -27,9 +27,14 @@ class PageAccess {
     /// are
     /// "<folder>\OKU\oku.html", "file:\<folder>\OKU\oku.html" and file URLs.
     std::optional<QString> file(const QString& pathText) const;
+    /// The file at an address, if it exists and lies inside the folder. Folders have none.
+    std::optional<QString> fileAt(const QUrl& address) const;
+    /// The address of a file by its real path.
+    QUrl address(const QString& file) const;
 
-    /// For a page, a frame or anything that a page refers to. Folders are refused.
-    Decision judge(const QUrl& url) const;
+    /// The type of a file by its name, for pages with their encoding where they do not tell it themselves:
+    /// "text/html; charset=windows-1254". The page file always has that one, whatever a topic's text says.
+    QByteArray contentType(const QString& file) const;
 
     const AppFolder& folder() const { return folder_; }
 

@@ -3,6 +3,7 @@
 #include <QAuthenticator>
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QTimer>
 #include <QWebEngineCertificateError>
 #include <QWebEngineFileSystemAccessRequest>
 #include <QWebEngineNewWindowRequest>
@@ -26,8 +27,7 @@ ContentPage::ContentPage(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QO
     connect(this, &QWebEnginePage::loadStarted, this, [this] { dialogsOfThisPage_ = 0; });
     connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
         // There is one view: a link that wants a window of its own is followed in it, a script's is not.
-        if (request.isUserInitiated() &&
-            engine_->access().judge(request.requestedUrl()).verdict != PageAccess::Verdict::Refuse)
+        if (request.isUserInitiated() && engine_->access().fileAt(request.requestedUrl()))
             setUrl(request.requestedUrl());
     });
 }
@@ -54,13 +54,17 @@ void ContentPage::denyFeatures() {
 }
 
 bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool isMainFrame) {
-    const PageAccess::Decision decision = engine_->access().judge(url);
-    if (decision.verdict == PageAccess::Verdict::Refuse) return false;
-    if (isMainFrame) {
-        const QUrl& target = decision.verdict == PageAccess::Verdict::Redirect ? decision.target : url;
-        Q_EMIT leaving(target.toLocalFile());
+    const PageAccess& access = engine_->access();
+    if (const auto file = access.fileAt(url)) {
+        if (isMainFrame) Q_EMIT leaving(*file);
+        return true;
     }
-    return true;
+    // A script that goes to a file by its path: where paths begin with a drive, that looks like a scheme.
+    const bool isPath = url.scheme().size() == 1;
+    if (const auto file =
+            isMainFrame && isPath ? access.file(url.toString(QUrl::FullyDecoded)) : std::nullopt)
+        QTimer::singleShot(0, this, [this, address = access.address(*file)] { setUrl(address); });
+    return false;
 }
 
 QStringList ContentPage::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) {

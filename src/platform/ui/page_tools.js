@@ -166,6 +166,13 @@
     return true;
   }
 
+  // A page that was written anew calls itself complete before its pictures have come, and they move the text.
+  function state() {
+    if (window.lirovan.left) return 'left';
+    const waits = Array.from(document.images).some(image => !image.complete && image.loading !== 'lazy');
+    return waits ? 'interactive' : document.readyState;
+  }
+
   // ---- Selection ----
 
   // Elements around a selection that its text keeps something of.
@@ -208,7 +215,7 @@
       write(html);
       close();
     },
-    state: () => window.lirovan.left ? 'left' : document.readyState,
+    state,
     leave: () => { window.lirovan.left = true; },
     hasElement: name => !!byName(name),
     focusElement, offsets, selectionHtml,

@@ -1,6 +1,6 @@
 #include "platform/ui/script_text.h"
 
-#include <QUrl>
+#include <algorithm>
 
 namespace lirovan::platform {
 
@@ -27,13 +27,13 @@ QString scriptText(QStringView text) {
     return literal;
 }
 
-QString readableAddresses(QString html, const AppFolder& folder) {
-    constexpr QStringView Special = u"#?%";
-    const QString& text = folder.text();
+QString readableAddresses(QString html, const PageAccess& access) {
+    constexpr QStringView Special = u"#?%:";
+    const QString& text = access.folder().text();
     if (std::none_of(text.cbegin(), text.cend(), [&](QChar c) { return Special.contains(c); })) return html;
     const QString written = QStringLiteral("src=\"") + text + u'\\';
-    const QString address = QUrl::fromLocalFile(text).toString(QUrl::FullyEncoded);
-    return html.replace(written, QStringLiteral("src=\"") + address + u'\\');
+    return html.replace(written,
+                        QStringLiteral("src=\"") + access.address(text).path(QUrl::FullyEncoded) + u'/');
 }
 
 }  // namespace lirovan::platform

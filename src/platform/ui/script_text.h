@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "platform/core/paths.h"
+#include "platform/core/page_access.h"
 
 namespace lirovan::platform {
 
@@ -11,7 +11,8 @@ namespace lirovan::platform {
 QString scriptText(QStringView text);
 
 /// Page markup whose picture addresses "<folder>\OKU\..." the engine can follow: a folder whose name holds a
-/// character that means something in an address (#, ?, %) is written as a file address there.
-QString readableAddresses(QString html, const AppFolder& folder);
+/// character that means something in an address (#, ?, %, the colon of a drive) is written as an address
+/// there.
+QString readableAddresses(QString html, const PageAccess& access);
 
 }  // namespace lirovan::platform

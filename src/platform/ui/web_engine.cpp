@@ -10,6 +10,9 @@
 #include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
+#include <QWebEngineUrlRequestJob>
+#include <QWebEngineUrlScheme>
+#include <QWebEngineUrlSchemeHandler>
 
 namespace lirovan::platform {
 
@@ -24,9 +27,7 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
         if (!isPartOfPage(info.resourceType())) return info.block(true);
         // Data written into the page itself leads nowhere, except as a frame with a page of its own.
         if (info.requestUrl().scheme() == u"data" && !isFrame(info.resourceType())) return;
-        const PageAccess::Decision decision = access_.judge(info.requestUrl());
-        if (decision.verdict == PageAccess::Verdict::Refuse) info.block(true);
-        if (decision.verdict == PageAccess::Verdict::Redirect) info.redirect(decision.target);
+        if (!access_.fileAt(info.requestUrl())) info.block(true);
     }
 
   private:
@@ -53,39 +54,67 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
     const PageAccess& access_;
 };
 
+/// Hands the files of the folder to pages.
+class WebEngine::Files : public QWebEngineUrlSchemeHandler {
+  public:
+    explicit Files(const PageAccess& access) : access_(access) {}
+
+    void requestStarted(QWebEngineUrlRequestJob* job) override {
+        const auto path = access_.fileAt(job->requestUrl());
+        if (!path) return job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+        auto file = std::make_unique<QFile>(*path);
+        if (!file->open(QIODevice::ReadOnly)) return job->fail(QWebEngineUrlRequestJob::RequestDenied);
+        QFile* device = file.release();
+        QObject::connect(job, &QObject::destroyed, device, &QObject::deleteLater);
+        job->reply(access_.contentType(*path), device);
+    }
+
+  private:
+    const PageAccess& access_;
+};
+
 namespace {
 
 void shut(QWebEngineSettings& settings) {
     using S = QWebEngineSettings;
-    for (const auto attribute :
-         {S::JavascriptCanAccessClipboard, S::JavascriptCanPaste, S::LocalStorageEnabled,
-          S::LocalContentCanAccessRemoteUrls, S::HyperlinkAuditingEnabled, S::ErrorPageEnabled,
-          S::PluginsEnabled, S::PdfViewerEnabled, S::FullScreenSupportEnabled, S::ScreenCaptureEnabled,
-          S::WebGLEnabled, S::AutoLoadIconsForPage, S::FocusOnNavigationEnabled,
-          S::AllowRunningInsecureContent, S::AllowGeolocationOnInsecureOrigins,
-          S::AllowWindowActivationFromJavaScript, S::DnsPrefetchEnabled, S::NavigateOnDropEnabled,
-          S::ScrollAnimatorEnabled})
+    for (const auto attribute : {S::JavascriptCanAccessClipboard,
+                                 S::JavascriptCanPaste,
+                                 S::LocalStorageEnabled,
+                                 S::LocalContentCanAccessRemoteUrls,
+                                 S::LocalContentCanAccessFileUrls,
+                                 S::HyperlinkAuditingEnabled,
+                                 S::ErrorPageEnabled,
+                                 S::PluginsEnabled,
+                                 S::PdfViewerEnabled,
+                                 S::FullScreenSupportEnabled,
+                                 S::ScreenCaptureEnabled,
+                                 S::WebGLEnabled,
+                                 S::AutoLoadIconsForPage,
+                                 S::FocusOnNavigationEnabled,
+                                 S::AllowRunningInsecureContent,
+                                 S::AllowGeolocationOnInsecureOrigins,
+                                 S::AllowWindowActivationFromJavaScript,
+                                 S::DnsPrefetchEnabled,
+                                 S::NavigateOnDropEnabled,
+                                 S::ScrollAnimatorEnabled})
         settings.setAttribute(attribute, false);
-    // Without it the engine would refuse a page its own pictures. The gate says which files.
-    settings.setAttribute(S::LocalContentCanAccessFileUrls, true);
     settings.setAttribute(S::WebRTCPublicInterfacesOnly, true);
     settings.setAttribute(S::PrintElementBackgrounds, true);
     settings.setUnknownUrlSchemePolicy(S::DisallowUnknownUrlSchemes);
-    // The pages declare no character set.
     settings.setDefaultTextEncoding(QStringLiteral("windows-1254"));
 }
 
-QWebEngineScript script(const QString& file, QWebEngineScript::ScriptWorldId world, bool inFrames) {
-    QFile source(QStringLiteral(":/lirovan/platform/") + file);
+QWebEngineScript pageTools() {
+    QFile source(QStringLiteral(":/lirovan/platform/page_tools.js"));
     const bool opened = source.open(QIODevice::ReadOnly);
-    Q_ASSERT_X(opened, "page script", "not built in");
-    QWebEngineScript result;
-    result.setName(file);
-    result.setSourceCode(opened ? QString::fromUtf8(source.readAll()) : QString());
-    result.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    result.setWorldId(world);
-    result.setRunsOnSubFrames(inFrames);
-    return result;
+    Q_ASSERT_X(opened, "page_tools.js", "not built in");
+    QWebEngineScript script;
+    script.setName(QStringLiteral("page_tools"));
+    script.setSourceCode(opened ? QString::fromUtf8(source.readAll()) : QString());
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::ApplicationWorld);
+    script.setRunsOnSubFrames(false);
+    return script;
 }
 
 // Pages that have a dark form, as the start page, take it from the desktop's palette. The engine asks for it
@@ -102,14 +131,19 @@ void tellColourScheme() {
 }  // namespace
 
 void WebEngine::prepare() {
-    // The gate stops requests; these stop what is no request: name look-ups, WebRTC, the engine's own
-    // housekeeping.
+    QWebEngineUrlScheme scheme(PageAccess::Scheme.latin1());
+    scheme.setSyntax(QWebEngineUrlScheme::Syntax::Host);  // so that relative names resolve
+    QWebEngineUrlScheme::registerScheme(scheme);
+
+    // Behind the gate there is no network at all: every connection, also one that is no request (WebRTC, the
+    // engine's own housekeeping), has to take a proxy whose name is not looked up, as no name is.
     QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
-    if (!flags.isEmpty()) flags += ' ';
     flags +=
-        "--disable-background-networking --dns-prefetch-disable --no-pings --disable-quic "
-        "--force-webrtc-ip-handling-policy=disable_non_proxied_udp";
-    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags);
+        " --proxy-server=http://lirovan.invalid:1 --proxy-bypass-list=<-loopback>"
+        " --host-resolver-rules=\"MAP * ~NOTFOUND\" --dns-prefetch-disable --disable-quic"
+        " --force-webrtc-ip-handling-policy=disable_non_proxied_udp --disable-background-networking "
+        "--no-pings";
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags.trimmed());
 }
 
 std::shared_ptr<WebEngine> WebEngine::create(const AppFolder& folder, const QUrl& installer) {
@@ -121,17 +155,17 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
     : access_(folder),
       installer_(std::move(installer)),
       gate_(std::make_unique<Gate>(access_)),
+      files_(std::make_unique<Files>(access_)),
       profile_(std::make_unique<QWebEngineProfile>()) {
     Q_ASSERT(profile_->isOffTheRecord());
     profile_->setUrlRequestInterceptor(gate_.get());
+    profile_->installUrlSchemeHandler(PageAccess::Scheme.latin1(), files_.get());
     profile_->setHttpCacheType(QWebEngineProfile::NoCache);
     profile_->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
     profile_->setSpellCheckEnabled(false);
     profile_->cookieStore()->setCookieFilter([](const auto&) { return false; });
     shut(*profile_->settings());
-    profile_->scripts()->insert(script(QStringLiteral("page_shut.js"), QWebEngineScript::MainWorld, true));
-    profile_->scripts()->insert(
-        script(QStringLiteral("page_tools.js"), QWebEngineScript::ApplicationWorld, false));
+    profile_->scripts()->insert(pageTools());
     QObject::connect(profile_.get(), &QWebEngineProfile::downloadRequested, profile_.get(),
                      [](QWebEngineDownloadRequest* download) { download->cancel(); });
 }

@@ -13,7 +13,8 @@ namespace lirovan::platform {
 
 class WebEngine {
   public:
-    /// Settles what the engine reads once at its start. Call before the QApplication is made.
+    /// Settles what the engine reads once at its start. Call before the QApplication is made; without it no
+    /// page is shown.
     static void prepare();
 
     /// Make it after the QApplication; views keep it alive. `installer`: the address up to and including the
@@ -29,11 +30,13 @@ class WebEngine {
 
   private:
     class Gate;
+    class Files;
     WebEngine(const AppFolder& folder, QUrl installer);
 
     PageAccess access_;
     QUrl installer_;
     std::unique_ptr<Gate> gate_;
+    std::unique_ptr<Files> files_;
     std::unique_ptr<QWebEngineProfile> profile_;
 };
 

@@ -29,8 +29,8 @@ namespace {
 // One line of the scroll bar: a line of page text.
 constexpr int LineStep = 20;
 
-// Between two looks at a page that is being written.
-constexpr auto LookInterval = 5ms;
+// Between two looks at a page that is loading or being written; the end of loading is not waited out.
+constexpr auto LookInterval = 10ms;
 
 }  // namespace
 
@@ -64,6 +64,11 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
 WebView::~WebView() {
     Q_EMIT gone();
     delete view_;  // with its page, before the engine's profile
+}
+
+void WebView::setTimeLimits(std::chrono::milliseconds answer, std::chrono::milliseconds load) {
+    answerLimit_ = answer;
+    loadLimit_ = load;
 }
 
 void WebView::makePage() {
@@ -132,20 +137,18 @@ void WebView::navigate(const QString& pathText) {
     showPage();
     load_ = Load::Running;
     page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
-    page_->setUrl(QUrl::fromLocalFile(QFileInfo(*file).absoluteFilePath()));
+    page_->setUrl(engine_->access().address(*file));
 }
 
 Outcome WebView::waitUntilComplete() {
-    const QPointer self(this);
     const QDeadlineTimer deadline(loadLimit_);
     for (;;) {
         if (load_ == Load::Failed) return Outcome::Answered;
-        if (load_ == Load::Idle) {
-            const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"));
-            if (state.outcome != Outcome::Answered) return state.outcome;
-            // No value: nothing has ever been loaded.
-            if (!state.value || state.value->toString() == u"complete") return Outcome::Answered;
-        }
+        const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"));
+        if (state.outcome != Outcome::Answered) return state.outcome;
+        // No value: nothing has ever been loaded.
+        const bool complete = state.value ? state.value->toString() == u"complete" : load_ == Load::Idle;
+        if (complete) return Outcome::Answered;
         if (deadline.hasExpired()) return Outcome::TimedOut;
         if (const Outcome paused = pause(LookInterval); paused == Outcome::Gone) return paused;
     }
@@ -194,6 +197,7 @@ Outcome WebView::waitFor(Question& question, std::chrono::milliseconds limit) {
 Outcome WebView::pause(std::chrono::milliseconds time) {
     Question question;
     QTimer::singleShot(time, &question.loop, [&] { question.close(Outcome::Answered); });
+    connect(this, &WebView::loaded, &question.loop, [&] { question.close(Outcome::Answered); });
     return waitFor(question, time + answerLimit_);
 }
 
@@ -237,8 +241,8 @@ Reply<QString> WebView::innerHtml() {
 }
 
 Outcome WebView::rewrite(const QString& html) {
-    const Outcome written = tell(QStringLiteral("lirovan.rewrite(%1)")
-                                     .arg(scriptText(readableAddresses(html, engine_->access().folder()))));
+    const Outcome written = tell(
+        QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(readableAddresses(html, engine_->access()))));
     return written == Outcome::Answered ? waitUntilComplete() : written;
 }
 

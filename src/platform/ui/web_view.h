@@ -90,8 +90,9 @@ class WebView : public QWidget, public PageView {
     /// no value.
     Reply<QVariant> ask(const QString& expression);
     Outcome tell(const QString& expression) { return ask(expression).outcome; }
-    /// Runs `loop` until it ends, the limit is over (TimedOut) or the view is gone.
+    /// Lets events run until the question is closed, its limit is over or the view is gone.
     Outcome waitFor(Question& question, std::chrono::milliseconds limit);
+    /// Lets events run for `time` or until a page has been loaded.
     Outcome pause(std::chrono::milliseconds time);
     Reply<QString> selectionHtml();
     void printSelection(const PrintTarget& target, std::function<void(bool)> finished);

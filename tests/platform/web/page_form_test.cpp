@@ -6,20 +6,24 @@ using namespace lirovan::test;
 
 namespace {
 
-struct PageFormTest : WebTest {
-    /// The form of a page, of the page that this text gives, and of the one that that gives.
-    void expectSameAgain(const QString& page) {
-        show(page);
-        const QString once = view->innerHtml().valueOr(QString());
-        const QString shape = shapeOfPage();
-        ASSERT_FALSE(once.isEmpty());
-        ASSERT_EQ(view->rewrite(once), Outcome::Answered);
-        EXPECT_EQ(shapeOfPage().toStdString(), shape.toStdString()) << once.toStdString();
-        EXPECT_EQ(view->innerHtml().valueOr(QString()).toStdString(), once.toStdString());
-    }
+/// Every node of the page, written without regard to the form; blanks that mean nothing are left out.
+constexpr QStringView ShapeScript =
+    uR"((function shape(node) {
+    const blank = n => n && n.nodeType === 3 && !n.data.trim();
+    if (blank(node) && (node.parentNode.nodeName === 'HEAD' || (node.nextSibling && node.nextSibling.nodeName === 'HR' &&
+        node.previousSibling && node.previousSibling.nodeName === 'DIV' && node.parentNode.nodeName !== 'PRE'))) return '';
+    if (node.nodeType === 3) return JSON.stringify(node.data);
+    if (node.nodeType === 8) return '!' + JSON.stringify(node.data);
+    if (node.nodeType !== 1) return '?' + node.nodeType;
+    const attributes = node === document.documentElement ? '' :
+        JSON.stringify(Array.from(node.attributes, a => [a.name, a.value]));
+    const content = node.content || node;
+    return '(' + node.nodeName + attributes + Array.from(content.childNodes, shape).join('') + ')';
+})(document.documentElement) + document.compatMode)";
 
-    /// Every node of the page, told independently of the form, by a script of the page itself.
-    QString shapeOfPage() { return {}; }
+struct PageFormTest : WebTest {
+    QString form() { return view->innerHtml().valueOr(QString()); }
+    QString shape() { return inPage(ShapeScript.toString()); }
 };
 
 }  // namespace
@@ -32,7 +36,7 @@ TEST_F(PageFormTest, HoldsTheTextsThatThePageRewritesReplace) {
     for (const QString& between : {u""_s, u"\r\n"_s, u"\n  "_s}) {
         show(topicPage(u"BİR"_s, menu.arg(home, between) + u"<font face=Verdana size=2>x</font>"
                                                            "<IMG SRC='duaimages/dua 1.gif'>"_s));
-        const QString html = view->innerHtml().valueOr(QString());
+        const QString html = form();
         for (const QString& piece :
              {u"</TITLE></HEAD>"_s, u" src=\"print.gif\""_s, u" src=\"duaimages/dua 1.gif\""_s,
               u"<FONT face=Verdana size=2>"_s,
@@ -42,22 +46,93 @@ TEST_F(PageFormTest, HoldsTheTextsThatThePageRewritesReplace) {
 }
 
 TEST_F(PageFormTest, SetsAStyleBlockOffByLineBreaks) {
+    const auto inserted = [](int size) {
+        return u"</TITLE><style>td {font-size: %1px;font-family: Arial;}</style></HEAD>"_s.arg(size);
+    };
+    const auto returned = [](int size) {
+        return u"</TITLE>\r\n<STYLE>td {font-size: %1px;font-family: Arial;}</STYLE>\r\n</HEAD>"_s.arg(size);
+    };
     show(topicPage(u"İKİ"_s, u"metin"_s));
-    QString html = view->innerHtml().valueOr(QString());
+    QString html = form();
     for (int size = 17; size < 20; ++size) {
-        const QString inserted =
-            u"</TITLE><style>td {font-size: %1px;font-family: Arial;}</style></HEAD>"_s.arg(size);
-        const QString returned =
-            u"</TITLE>\r\n<STYLE>td {font-size: %1px;font-family: Arial;}</STYLE>\r\n</HEAD>"_s.arg(size);
-        html.replace(
-            size == 17
-                ? u"</TITLE></HEAD>"_s
-                : u"</TITLE>\r\n<STYLE>td {font-size: %1px;font-family: Arial;}</STYLE>\r\n</HEAD>"_s.arg(
-                      size - 1),
-            inserted);
-        ASSERT_TRUE(html.contains(inserted)) << html.toStdString();
+        html.replace(size == 17 ? u"</TITLE></HEAD>"_s : returned(size - 1), inserted(size));
+        ASSERT_TRUE(html.contains(inserted(size))) << html.toStdString();
         ASSERT_EQ(view->rewrite(html), Outcome::Answered);
-        html = view->innerHtml().valueOr(QString());
-        EXPECT_TRUE(html.contains(returned)) << html.toStdString();
+        html = form();
+        EXPECT_TRUE(html.contains(returned(size))) << html.toStdString();
+    }
+    EXPECT_EQ(
+        inPage(u"getComputedStyle(document.querySelector('td font[face=Arial]').parentNode).fontSize"_s),
+        u"19px"_s);
+}
+
+TEST_F(PageFormTest, WritesNamesValuesAndTextsAsTheOldFormDoes) {
+    const std::pair<QString, QString> cases[] = {
+        {u"<b>x</b><BR/><i class=''>y</i>"_s, u"<B>x</B><BR><I class=\"\">y</I>"_s},
+        {u"<span style='background-color: #00FF00'>a</span><span style='color:red'>b</span>"_s,
+         u"<SPAN style=\"background-color: #00FF00\">a</SPAN><SPAN style=color:red>b</SPAN>"_s},
+        {u"<a href=x.htm title='\"tırnak\"' name=n>z</a>"_s,
+         u"<A href=\"x.htm\" title=\"&quot;tırnak&quot;\" name=n>z</A>"_s},
+        {u"a &lt; b &amp;amp; c&nbsp;d &quot;e&quot; ∞"_s, u"a &lt; b &amp;amp; c&nbsp;d \"e\" ∞"_s},
+        {u"bir\r\niki\nüç"_s, u"bir\r\niki\r\nüç"_s},
+        {u"<td nowrap>x<input disabled value=1>"_s, u"x<INPUT disabled=\"\" value=1>"_s},
+        {u"<img src='/a&b/c=1&d;&amp;copy=x'>"_s, u"<IMG src=\"/a&b/c=1&d;&copy=x\">"_s},
+        {u"<img src='a&amp;copy;b'>"_s, u"<IMG src=\"a&amp;copy;b\">"_s},
+    };
+    for (const auto& [content, expected] : cases) {
+        show(u"<html><title>t</title><body><div id=c>"_s + content + u"</div></html>"_s);
+        const QString html = form();
+        EXPECT_TRUE(html.contains(u"<DIV id=c>"_s + expected + u"</DIV>"_s)) << expected.toStdString() << "\n"
+                                                                             << html.toStdString();
+    }
+}
+
+TEST_F(PageFormTest, SaysTheSameWhenWrittenBack) {
+    const QString mixed = u"<p>Bir <b>iki <i>üç</b> dört</i><P>beş<br>altı"_s;
+    const QString contents[] = {
+        mixed,
+        hit(0, u"kelime"_s) + u" ve "_s + hit(1, u"kelime"_s),
+        u"<font color=red><span style='background-color: #00FFFF'>yanlış</font></span> sıra <b><p>x</b>y</p>"_s,
+        u"<PRE>\n\nilk satır boş\r\n  girinti <b>koyu</b>\n</PRE><pre>\r\nx</pre><listing>\n\na</listing>"_s,
+        u"<pre><div>a</div>\n\n<hr></pre><div>a</div>\n\n<hr>"_s,
+        u"<textarea>\n\nmetin &lt;b&gt; &amp;amp;</textarea><input type=text value='a \"b\" c'><select><option selected>bir</select>"_s,
+        u"<script>if (1 < 2 && 3 > 2) window.q = '<b>&amp;</b>';\n// ğüşıöç\n</script><style>p > b {color: red}</style>"_s,
+        u"<!-- yorum -- <b>x</b> --><!><?xml?>son<!doctype x>"_s,
+        u"&lt;&gt;&amp;&nbsp;&quot;&#39;&#305;&#13;&#8734;&#128512; &amp;lt; &ouml; &bilinmez;"_s,
+        u"<table><caption>c</caption><tr><th>a<td>b<tr><td colspan=2><table><tr><td>iç</table></table>"_s,
+        u"<table>dışarı<tr><b>kaçan</b><td>x</table>"_s,
+        u"<ol start=101 style='line-height:200%'><li>bir</li><li>iki<ul><li>üç</ul></ol><dl><dt>a<dd>b</dl>"_s,
+        u"<a name=x></a><a href='a b.htm?c=1&amp;copy=2#d' title=\"it's\" onclick='f(\"a\")'>bağ</a>"_s,
+        u"<xmp><b>&amp;</b></xmp><noscript><b>&amp;</b></noscript><iframe></iframe><template><td>x</td></template>"_s,
+        u"<svg viewBox='0 0 1 1'><linearGradient id=a></linearGradient><style>a&gt;b</style></svg><math><mi>x</mi></math>"_s,
+        u"<form><input name=open><input type=hidden name=write value=1></form><center><font size=+1>x</center>"_s,
+        u"boş nitelik <font color='' size=>x</font> <img alt='a\nb\tc' src=''>"_s,
+        u"<div title='&#13;&#10;&nbsp;&amp;nbsp;'>x</div>"_s,
+        QString(400, u'a').replace(u"a"_s, u"<font size=2>"_s) + u"derin"_s,
+        u"son <plaintext><b>düz & metin</b> <"_s,
+    };
+    for (const QString& content : contents) {
+        show(topicPage(u"DENEME &amp; <SON>"_s, content));
+        const QString before = shape();
+        const QString once = form();
+        ASSERT_TRUE(before.endsWith(u"BackCompat"));
+        ASSERT_EQ(view->rewrite(once), Outcome::Answered);
+        EXPECT_EQ(shape().toStdString(), before.toStdString()) << once.toStdString();
+        EXPECT_EQ(form().toStdString(), once.toStdString());
+    }
+}
+
+TEST_F(PageFormTest, KeepsPagesWithoutTheProgramsFrame) {
+    for (const QString& page :
+         {u""_s, u"yalnız metin"_s, u"<font face=Verdana size =2>özet</font><hr>"_s,
+          u"<html lang=tr><head>\n<meta "
+          u"charset=utf-8>\n<title>x</title>\n<style>a{}</style><script>1</script>\n</head>\n"
+          "<body class='a b' onload='window.y=1'>\n<p>x</body></html>\n"_s,
+          u"<html><head></head><frameset cols=50%,50%><frame name=a><frame name=b></frameset></html>"_s}) {
+        show(page);
+        const QString before = shape();
+        const QString once = form();
+        ASSERT_EQ(view->rewrite(once), Outcome::Answered);
+        EXPECT_EQ(shape().toStdString(), before.toStdString()) << once.toStdString();
     }
 }

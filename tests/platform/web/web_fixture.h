@@ -10,12 +10,18 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWebEnginePage>
+#include <QWebEngineView>
 #include <functional>
 #include <memory>
 
 #include "platform/core/code_page.h"
 #include "platform/ui/web_view.h"
 #include "support/scripted_dialogs.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
 
 namespace lirovan::test {
 
@@ -61,11 +67,18 @@ class WebTest : public ::testing::Test {
         ASSERT_EQ(view->waitUntilComplete(), Outcome::Answered);
     }
 
-    /// What the page's script left in its title, as it stands in the old markup form.
-    QString title() {
-        const QString html = view->innerHtml().valueOr(QString());
-        const qsizetype from = html.indexOf(u"<TITLE>") + 7;
-        return html.mid(from, html.indexOf(u"</TITLE>") - from);
+    QWebEnginePage* page() const { return view->findChild<QWebEngineView*>()->page(); }
+
+    /// What a script of the page itself would see, as text.
+    QString inPage(const QString& script) {
+        QString result;
+        bool answered = false;
+        page()->runJavaScript(script, [&](const QVariant& value) {
+            result = value.toString();
+            answered = true;
+        });
+        EXPECT_TRUE(until([&] { return answered; })) << script.toStdString();
+        return result;
     }
 
     /// Lets events run until `condition` holds, at most `limit` ms.
