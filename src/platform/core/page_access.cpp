@@ -3,8 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace lirovan::platform {
 
@@ -46,6 +46,24 @@ bool tellsItsEncoding(const QString& file) {
     return QString::fromLatin1(start).contains(meta);
 }
 
+// What pages are made of. The desktop's own table of types differs from machine to machine.
+struct Type {
+    QLatin1StringView suffix;
+    const char* type;
+};
+constexpr Type Types[] = {
+    {QLatin1StringView("html"), "text/html"},    {QLatin1StringView("htm"), "text/html"},
+    {QLatin1StringView("gif"), "image/gif"},     {QLatin1StringView("png"), "image/png"},
+    {QLatin1StringView("jpg"), "image/jpeg"},    {QLatin1StringView("jpeg"), "image/jpeg"},
+    {QLatin1StringView("bmp"), "image/bmp"},     {QLatin1StringView("ico"), "image/x-icon"},
+    {QLatin1StringView("svg"), "image/svg+xml"}, {QLatin1StringView("webp"), "image/webp"},
+    {QLatin1StringView("css"), "text/css"},      {QLatin1StringView("js"), "text/javascript"},
+    {QLatin1StringView("txt"), "text/plain"},    {QLatin1StringView("woff"), "font/woff"},
+    {QLatin1StringView("woff2"), "font/woff2"},  {QLatin1StringView("ttf"), "font/ttf"},
+    {QLatin1StringView("mp3"), "audio/mpeg"},    {QLatin1StringView("ogg"), "audio/ogg"},
+    {QLatin1StringView("wav"), "audio/wav"},     {QLatin1StringView("mp4"), "video/mp4"},
+};
+
 // The page that the program writes.
 constexpr QStringView PageFile = u"\\OKU\\oku.html";
 
@@ -80,19 +98,12 @@ QUrl PageAccess::address(const QString& file) const {
 }
 
 QByteArray PageAccess::contentType(const QString& file) const {
-    // Only what pages are made of: the desktop's own table of types can differ from machine to machine.
-    static const QHash<QString, QByteArray> types{
-        {QStringLiteral("gif"), "image/gif"},     {QStringLiteral("png"), "image/png"},
-        {QStringLiteral("jpg"), "image/jpeg"},    {QStringLiteral("jpeg"), "image/jpeg"},
-        {QStringLiteral("bmp"), "image/bmp"},     {QStringLiteral("ico"), "image/x-icon"},
-        {QStringLiteral("svg"), "image/svg+xml"}, {QStringLiteral("webp"), "image/webp"},
-        {QStringLiteral("css"), "text/css"},      {QStringLiteral("js"), "text/javascript"},
-        {QStringLiteral("txt"), "text/plain"},    {QStringLiteral("woff"), "font/woff"},
-        {QStringLiteral("woff2"), "font/woff2"},  {QStringLiteral("ttf"), "font/ttf"},
-        {QStringLiteral("mp3"), "audio/mpeg"},    {QStringLiteral("ogg"), "audio/ogg"},
-        {QStringLiteral("wav"), "audio/wav"},     {QStringLiteral("mp4"), "video/mp4"},
-        {QStringLiteral("htm"), "text/html"},     {QStringLiteral("html"), "text/html"}};
-    const QByteArray type = types.value(QFileInfo(file).suffix().toLower(), "application/octet-stream");
+    const QString suffix = QFileInfo(file).suffix();
+    const auto* found = std::find_if(std::begin(Types), std::end(Types), [&](const Type& type) {
+        return suffix.compare(type.suffix, Qt::CaseInsensitive) == 0;
+    });
+    if (found == std::end(Types)) return "application/octet-stream";
+    const QByteArray type = found->type;
     if (type != "text/html" || (file != folder_.path(PageFile) && tellsItsEncoding(file))) return type;
     return type + "; charset=windows-1254";
 }
