@@ -59,10 +59,9 @@ bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool 
         if (isMainFrame) Q_EMIT leaving(*file);
         return true;
     }
-    // A script that goes to a file by its path: where paths begin with a drive, that looks like a scheme.
-    const bool isPath = url.scheme().size() == 1;
-    if (const auto file =
-            isMainFrame && isPath ? access.file(url.toString(QUrl::FullyDecoded)) : std::nullopt)
+    // A script that goes to a file by its path. Where paths begin with a drive, that looks like a scheme.
+    const bool isPath = url.scheme() == u"file" || url.scheme().size() == 1;
+    if (const auto file = isMainFrame && isPath ? access.file(url.toString()) : std::nullopt)
         QTimer::singleShot(0, this, [this, address = access.address(*file)] { setUrl(address); });
     return false;
 }

@@ -27,7 +27,11 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
         if (!isPartOfPage(info.resourceType())) return info.block(true);
         // Data written into the page itself leads nowhere, except as a frame with a page of its own.
         if (info.requestUrl().scheme() == u"data" && !isFrame(info.resourceType())) return;
-        if (!access_.fileAt(info.requestUrl())) info.block(true);
+        // A picture may also be named by its file address.
+        const bool byFile = info.requestUrl().scheme() == u"file" && !isFrame(info.resourceType());
+        const bool known = byFile ? access_.file(info.requestUrl().toString()).has_value()
+                                  : access_.fileAt(info.requestUrl()).has_value();
+        if (!known) info.block(true);
     }
 
   private:
@@ -77,27 +81,18 @@ namespace {
 
 void shut(QWebEngineSettings& settings) {
     using S = QWebEngineSettings;
-    for (const auto attribute : {S::JavascriptCanAccessClipboard,
-                                 S::JavascriptCanPaste,
-                                 S::LocalStorageEnabled,
-                                 S::LocalContentCanAccessRemoteUrls,
-                                 S::LocalContentCanAccessFileUrls,
-                                 S::HyperlinkAuditingEnabled,
-                                 S::ErrorPageEnabled,
-                                 S::PluginsEnabled,
-                                 S::PdfViewerEnabled,
-                                 S::FullScreenSupportEnabled,
-                                 S::ScreenCaptureEnabled,
-                                 S::WebGLEnabled,
-                                 S::AutoLoadIconsForPage,
-                                 S::FocusOnNavigationEnabled,
-                                 S::AllowRunningInsecureContent,
-                                 S::AllowGeolocationOnInsecureOrigins,
-                                 S::AllowWindowActivationFromJavaScript,
-                                 S::DnsPrefetchEnabled,
-                                 S::NavigateOnDropEnabled,
-                                 S::ScrollAnimatorEnabled})
+    for (const auto attribute :
+         {S::JavascriptCanAccessClipboard, S::JavascriptCanPaste, S::LocalStorageEnabled,
+          S::LocalContentCanAccessRemoteUrls,
+
+          S::HyperlinkAuditingEnabled, S::ErrorPageEnabled, S::PluginsEnabled, S::PdfViewerEnabled,
+          S::FullScreenSupportEnabled, S::ScreenCaptureEnabled, S::WebGLEnabled, S::AutoLoadIconsForPage,
+          S::FocusOnNavigationEnabled, S::AllowRunningInsecureContent, S::AllowGeolocationOnInsecureOrigins,
+          S::AllowWindowActivationFromJavaScript, S::DnsPrefetchEnabled, S::NavigateOnDropEnabled,
+          S::ScrollAnimatorEnabled})
         settings.setAttribute(attribute, false);
+    // Without it the engine would refuse a page its own pictures. The gate says which files.
+    settings.setAttribute(S::LocalContentCanAccessFileUrls, true);
     settings.setAttribute(S::WebRTCPublicInterfacesOnly, true);
     settings.setAttribute(S::PrintElementBackgrounds, true);
     settings.setUnknownUrlSchemePolicy(S::DisallowUnknownUrlSchemes);
@@ -133,6 +128,9 @@ void tellColourScheme() {
 void WebEngine::prepare() {
     QWebEngineUrlScheme scheme(PageAccess::Scheme.latin1());
     scheme.setSyntax(QWebEngineUrlScheme::Syntax::Host);  // so that relative names resolve
+    // A page's script may go to a file by its path ("file:///home/..."); ContentPage turns that into an
+    // address.
+    scheme.setFlags(QWebEngineUrlScheme::LocalScheme);
     QWebEngineUrlScheme::registerScheme(scheme);
 
     // Behind the gate there is no network at all: every connection, also one that is no request (WebRTC, the

@@ -97,12 +97,16 @@ TEST_F(WebViewTest, RewritesThePageInItsPlace) {
     show(topicPage(u"T"_s, u"eski"_s));
     const QString absolute = folder.pageText(u"\\OKU\\duaimages/dua 1.gif");
     ASSERT_EQ(
-        view->rewrite(u"<HEAD><TITLE>Y</TITLE></HEAD><BODY><IMG id=a src=\"print.gif\"><IMG id=b src=\"%1\">"
-                      "<IMG id=c src=\"DUAIMAGES/Dua 1.GIF\"><SCRIPT>var ran = 'evet';</SCRIPT> "
-                      "\"tırnak\" \\ \u2028 \U0001F600 son"_s.arg(absolute)),
+        view->rewrite(
+            u"<HEAD><TITLE>Y</TITLE></HEAD><BODY><IMG id=a src=\"print.gif\"><IMG id=b src=\"%1\">"
+            "<IMG id=c src=\"DUAIMAGES/Dua 1.GIF\"><IMG id=d src=\"%2\"><SCRIPT>var ran = 'evet';</SCRIPT> "
+            "\"tırnak\" \\ \u2028 \U0001F600 son"_s.arg(
+                absolute, QUrl::fromLocalFile(onDisk(u"OKU/print.gif")).toString())),
         Outcome::Answered);
-    EXPECT_EQ(inPage(u"[a.naturalWidth, b.naturalWidth, c.naturalWidth, ran, document.compatMode].join()"_s),
-              u"1,1,1,evet,BackCompat");
+    EXPECT_EQ(
+        inPage(
+            u"[a.naturalWidth, b.naturalWidth, c.naturalWidth, d.naturalWidth, ran, document.compatMode].join()"_s),
+        u"1,1,1,1,evet,BackCompat");
     EXPECT_EQ(text(), u"\"tırnak\" \\ \u2028 \U0001F600 son");
     EXPECT_EQ(view->location(), pagePath);
     // A page cannot get in the way with its names, nor by replacing the document's operations.
@@ -279,6 +283,8 @@ TEST_F(WebViewTest, FollowsLinksInsideTheFolderAlsoIntoNewWindows) {
     const QString contents[] = {
         u"<a href=vq.htm target=_blank style='font-size:100px'>bağ</a>"_s,
         u"<a href='%1' style='font-size:100px'>bağ</a>"_s.arg(home),
+        u"<b onclick='location=\"file://\"+encodeURI(this.title.replace(/.OKU./, \"/OKU/\"))' title=\"%1\" "
+        "style='font-size:100px'>bağ</b>"_s.arg(home),
         u"<b onclick='location=this.getAttribute(\"url\")' url=\"%1\" style='font-size:100px'>bağ</b>"_s.arg(
             home)};
     for (const QString& content : contents) {
