@@ -1,7 +1,8 @@
 #include "browse/page_file.h"
 
 #include <QFile>
-#include <QSaveFile>
+#include <QTemporaryFile>
+#include <filesystem>
 
 #include "browse/page_layout.h"
 
@@ -13,9 +14,19 @@ using platform::Result;
 
 namespace {
 
+// A finished file takes the old one's place. Unlike QSaveFile this does not wait for the disk: the page is
+// made anew at the next click, and a reader should not wait for it.
 bool replace(const QString& path, const QByteArray& bytes) {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    QTemporaryFile file(path + u".XXXXXX"_s);
+    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush()) return false;
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup |
+                        QFileDevice::ReadOther);
+    file.close();
+    std::error_code failure;
+    std::filesystem::rename(file.fileName().toStdU16String(), path.toStdU16String(), failure);
+    if (failure) return false;
+    file.setAutoRemove(false);
+    return true;
 }
 
 bool overwrite(QFile& file, const QByteArray& bytes) {
