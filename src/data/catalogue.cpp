@@ -151,4 +151,8 @@ QString deleteVariants() {
     return u"Delete FROM tbl_KelimeKont"_s;
 }
 
+QString copyInto() {
+    return u"VACUUM INTO ?"_s;
+}
+
 }  // namespace lirovan::data::catalogue

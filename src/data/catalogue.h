@@ -62,5 +62,6 @@ QString variants(QStringView word);
 QString variantExists(QStringView searchForm);  ///< KelimeKontID
 QString insertVariant(QStringView written, QStringView searchForm);
 QString deleteVariants();
+QString copyInto();  ///< writes the whole file anew; its path goes into parameter 1
 
 }  // namespace lirovan::data::catalogue

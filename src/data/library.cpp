@@ -137,4 +137,13 @@ Result<QString> Library::script() const {
     return *step == platform::Step::Row ? statement->text(catalogue::ScriptColumn) : QString();
 }
 
+Result<void> Library::copyTo(const QString& path) const {
+    Result<Statement> copy = database_.prepare(catalogue::copyInto());
+    if (!copy) return copy.error();
+    if (const Result<void> bound = copy->bind(1, path); !bound) return bound;
+    const Result<platform::Step> done = copy->step();
+    if (!done) return done.error();
+    return {};
+}
+
 }  // namespace lirovan::data

@@ -61,6 +61,9 @@ class Library {
     /// The fragment in the first row of tbl_scripts; empty where there is no row.
     platform::Result<QString> script() const;
 
+    /// Writes the whole library into the new file `path`.
+    platform::Result<void> copyTo(const QString& path) const;
+
     /// A statement of the catalogue as a raw cursor, for scans that read stored UTF-8 (catalogue.h has the
     /// positions).
     platform::Result<platform::Statement> query(const QString& statement) const {

@@ -1,57 +1,54 @@
 #include "search/companion.h"
 
+#include <vector>
+
 #include "browse/page_layout.h"
+#include "platform/core/json_line.h"
 #include "search/result_page.h"
 #include "search/variant_table.h"
 #include "text/blanks.h"
 
 namespace lirovan::search::companion {
 
-using namespace Qt::StringLiterals;
+using platform::JsonLine;
+using platform::jsonString;
 using platform::Result;
 
 namespace {
 
-QString jsonText(QStringView text) {
-    QString json = u"\""_s;
-    for (const QChar unit : text) {
-        if (unit == u'"' || unit == u'\\') {
-            json += u'\\';
-            json += unit;
-        } else if (unit == u'\n') {
-            json += u"\\n"_s;
-        } else if (unit < u' ') {
-            json += u"\\u"_s + QString::number(unit.unicode(), 16).rightJustified(4, u'0');
-        } else {
-            json += unit;
-        }
-    }
-    return json += u'"';
+QByteArray jsonList(const std::vector<QByteArray>& items) {
+    QByteArray list = "[";
+    for (const QByteArray& item : items) list += (list.size() > 1 ? "," : "") + item;
+    return list + ']';
 }
 
-QString jsonTexts(const QStringList& texts) {
-    QStringList items;
-    for (const QString& text : texts) items += jsonText(text);
-    return u'[' + items.join(u',') + u']';
+QByteArray jsonTexts(const QStringList& texts) {
+    std::vector<QByteArray> items;
+    for (const QString& text : texts) items.push_back(jsonString(text));
+    return jsonList(items);
 }
 
-QString jsonValue(const NodeValue& value) {
-    if (const auto* number = std::get_if<qint64>(&value)) return QString::number(*number);
-    if (const auto* text = std::get_if<QString>(&value)) return jsonText(*text);
-    return u"null"_s;
+QByteArray jsonValue(const NodeValue& value) {
+    if (const auto* number = std::get_if<qint64>(&value)) return QByteArray::number(*number);
+    if (const auto* text = std::get_if<QString>(&value)) return jsonString(*text);
+    return "null";
 }
 
-QString jsonNode(const ResultNode& node) {
-    return u"{\"anahtar\":"_s + jsonText(node.key) + u",\"ust\":"_s +
-           (node.parent ? jsonText(node.parent->key) : u"null"_s) + u",\"metin\":"_s + jsonText(node.text) +
-           u",\"simge\":"_s + jsonValue(node.image) + u",\"etiket\":"_s + jsonValue(node.tag) + u'}';
+QByteArray jsonNode(const ResultNode& node) {
+    return JsonLine()
+        .text("anahtar", node.key)
+        .raw("ust", node.parent ? jsonString(node.parent->key) : QByteArray("null"))
+        .text("metin", node.text)
+        .raw("simge", jsonValue(node.image))
+        .raw("etiket", jsonValue(node.tag))
+        .finish();
 }
 
-QString jsonNodes(const ResultTree& tree) {
-    QStringList items;
+QByteArray jsonNodes(const ResultTree& tree) {
+    std::vector<QByteArray> items;
     for (int run = 0; run < tree.runCount(); ++run)
-        for (const ResultNode& node : tree.nodes(run)) items += jsonNode(node);
-    return u'[' + items.join(u',') + u']';
+        for (const ResultNode& node : tree.nodes(run)) items.push_back(jsonNode(node));
+    return jsonList(items);
 }
 
 // A run that nobody watches.
@@ -75,12 +72,15 @@ Result<QByteArray> ara(const data::Library& library, Request request) {
     SearchRun empty;
     if (request.options.caseSensitive) empty.KarsilastirmaKipi = text::Comparison::Exact;
     const SearchRun& stored = run.stored() ? *run.stored() : empty;
-    const QString json = u"{\"kelimeler\":"_s + jsonTexts(stored.AramaKelimeleri) + u",\"kip\":"_s +
-                         QString::number(static_cast<int>(stored.KarsilastirmaKipi)) + u",\"varyantlar\":"_s +
-                         jsonTexts(stored.TumVaryantlar) + u",\"dugumler\":"_s + jsonNodes(run.tree) +
-                         u",\"isabetKaydi\":"_s + jsonText(stored.IsabetKaydi) + u",\"bulunan\":"_s +
-                         QString::number(run.result->listed) + u"}\n"_s;
-    return json.toUtf8();
+    return JsonLine()
+               .raw("kelimeler", jsonTexts(stored.AramaKelimeleri))
+               .number("kip", static_cast<qint64>(stored.KarsilastirmaKipi))
+               .raw("varyantlar", jsonTexts(stored.TumVaryantlar))
+               .raw("dugumler", jsonNodes(run.tree))
+               .text("isabetKaydi", stored.IsabetKaydi)
+               .number("bulunan", run.result->listed)
+               .finish() +
+           '\n';
 }
 
 QByteArray vurgula(const data::Library& library, const platform::AppFolder& folder, data::TopicId topic,
@@ -94,11 +94,10 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
         highlightedPage(library, folder, topic, run, request.options.allWords, request.options.wholeWord);
     if (!page) return {};
     if (!json) return browse::pageBytes(page->page);
-    QStringList colours;
-    for (const auto& [word, colour] : page->marks.colours) colours += jsonTexts({word, colour});
-    return (u"{\"isabet\":"_s + QString::number(page->marks.hits) + u",\"renkler\":["_s + colours.join(u',') +
-            u"]}\n"_s)
-        .toUtf8();
+    std::vector<QByteArray> colours;
+    for (const auto& [word, colour] : page->marks.colours) colours.push_back(jsonTexts({word, colour}));
+    return JsonLine().number("isabet", qint64(page->marks.hits)).raw("renkler", jsonList(colours)).finish() +
+           '\n';
 }
 
 Result<QByteArray> ozet(const data::Library& library, Request request, int group) {

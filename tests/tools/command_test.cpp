@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/kitaplik/json_line.h"
+#include "platform/core/json_line.h"
 
 using namespace lirovan::tools;
+using lirovan::platform::JsonLine;
 using namespace Qt::StringLiterals;
 
 namespace {

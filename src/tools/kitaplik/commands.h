@@ -11,5 +11,6 @@ std::vector<Command> makingCommands();    ///< olustur, aktar
 std::vector<Command> checkingCommands();  ///< denetle
 std::vector<Command> noteCommands();      ///< not-aktar
 std::vector<Command> readingCommands();   ///< agac, secici, konu
+std::vector<Command> searchCommands();    ///< ara, vurgula, ozet, kelimeler
 
 }  // namespace lirovan::tools

@@ -2,13 +2,14 @@
 #include "browse/book_tree.h"
 #include "browse/page_layout.h"
 #include "browse/topic_page.h"
+#include "platform/core/json_line.h"
 #include "text/title.h"
 #include "tools/kitaplik/commands.h"
-#include "tools/kitaplik/json_line.h"
 #include "tools/kitaplik/open_library.h"
 
 namespace lirovan::tools {
 
+using platform::JsonLine;
 using platform::Result;
 
 namespace {

@@ -5,7 +5,7 @@
 #include <QStringView>
 #include <optional>
 
-namespace lirovan::tools {
+namespace lirovan::platform {
 
 /// `text` as a JSON string with its quotes, UTF-8. Control characters are escaped; a lone surrogate becomes
 /// U+FFFD.
@@ -32,4 +32,4 @@ class JsonLine {
     QByteArray line_;
 };
 
-}  // namespace lirovan::tools
+}  // namespace lirovan::platform

@@ -1,8 +1,8 @@
-#include "tools/kitaplik/json_line.h"
+#include "platform/core/json_line.h"
 
 #include <QString>
 
-namespace lirovan::tools {
+namespace lirovan::platform {
 
 QByteArray jsonString(QStringView text) {
     QByteArray json(1, '"');
@@ -19,4 +19,4 @@ QByteArray jsonString(QStringView text) {
     return json + '"';
 }
 
-}  // namespace lirovan::tools
+}  // namespace lirovan::platform

@@ -1,0 +1,202 @@
+#include "search/ui/search_tab.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+namespace lirovan::search {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class Widget>
+Widget* named(Widget* widget, const QString& name) {
+    widget->setObjectName(name);
+    return widget;
+}
+
+}  // namespace
+
+SearchTab::SearchTab(const Parts& parts, QWidget* parent)
+    : QWidget(parent),
+      decisions_({parts.frame, parts.dialogs, *this, parts.content, parts.library, parts.folder, parts.state,
+                  tree_}),
+      results_(tree_),
+      Label1(named(new QLabel(u"&Aranacak Kelime(ler):"_s), u"Label1"_s)),
+      txt_Bul(named(new QLineEdit, u"txt_Bul"_s)),
+      cmd_Bul(named(new QPushButton(u"B&ul"_s), u"cmd_Bul"_s)),
+      cmdDur(named(new QPushButton(u"D&ur"_s), u"cmdDur"_s)),
+      Frame1(named(new QGroupBox(u"Arama Seçenekleri"_s), u"Frame1"_s)),
+      chk_BKD(named(new QCheckBox(u"&Büyük / Küçük Harf Duyarlı"_s), u"chk_BKD"_s)),
+      chk_TMK(named(new QCheckBox(u"Ya&lnız Tüm Kelime"_s), u"chk_TMK"_s)),
+      chk_HPI(named(new QCheckBox(u"&Tüm Kelimeleri İçeren Konular"_s), u"chk_HPI"_s)),
+      chk_FindWith(named(new QCheckBox(u"Tümünü Birlikte Ara"_s), u"chk_FindWith"_s)),
+      chk_ClearResult(named(new QCheckBox(u"Sonuçları Temizle"_s), u"chk_ClearResult"_s)),
+      cmd_KelimeKontOlustur(named(new QPushButton(u"Özel Kelimeleri Belirle"_s), u"cmd_KelimeKontOlustur"_s)),
+      fraStopper(named(new QFrame, u"fraStopper"_s)),
+      cmd_Stop(named(new QPushButton(u"Özet Alma İşlemini Durdur"_s), u"cmd_Stop"_s)),
+      tvw_Kitaplar_Bul(named(new QTreeView, u"tvw_Kitaplar_Bul"_s)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(Label1);
+    layout->addLayout(searchRow());
+    layout->addWidget(optionsFrame());
+    layout->addWidget(stopFrame());
+    layout->addWidget(tvw_Kitaplar_Bul, 1);
+    Label1->setBuddy(txt_Bul);
+    setUpTree();
+    connectButtons();
+}
+
+QLayout* SearchTab::searchRow() {
+    auto* row = new QHBoxLayout;
+    row->addWidget(txt_Bul, 1);
+    row->addWidget(cmd_Bul);
+    row->addWidget(cmdDur);
+    cmdDur->hide();
+    return row;
+}
+
+QWidget* SearchTab::optionsFrame() {
+    chk_BKD->setToolTip(u"Büyük ve küçük harfler ayrı sayılır"_s);
+    chk_TMK->setToolTip(u"Başka bir kelimenin parçası olan yerler sayılmaz"_s);
+    chk_HPI->setToolTip(u"Yalnız kelimelerin hepsi geçen konular listelenir"_s);
+    chk_FindWith->setToolTip(u"Yazılanlar tek bir ifade olarak aranır"_s);
+    chk_ClearResult->setToolTip(u"Yeni aramadan önce eski sonuçlar silinir"_s);
+    cmd_KelimeKontOlustur->setToolTip(u"Şapkalı yazılan kelimeleri bütün kitaplardan yeniden toplar"_s);
+    auto* layout = new QVBoxLayout(Frame1);
+    layout->setSpacing(2);
+    for (QCheckBox* box : {chk_BKD, chk_TMK, chk_HPI, chk_FindWith, chk_ClearResult}) layout->addWidget(box);
+    layout->addSpacing(4);
+    layout->addWidget(cmd_KelimeKontOlustur);
+    return Frame1;
+}
+
+QWidget* SearchTab::stopFrame() {
+    auto* layout = new QVBoxLayout(fraStopper);
+    layout->setContentsMargins({});
+    layout->addWidget(cmd_Stop);
+    fraStopper->hide();
+    return fraStopper;
+}
+
+void SearchTab::setUpTree() {
+    tvw_Kitaplar_Bul->setModel(&results_);
+    tvw_Kitaplar_Bul->setAccessibleName(u"Arama sonuçları"_s);
+    tvw_Kitaplar_Bul->setHeaderHidden(true);
+    tvw_Kitaplar_Bul->setUniformRowHeights(true);
+    tvw_Kitaplar_Bul->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tvw_Kitaplar_Bul->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    tvw_Kitaplar_Bul->setContextMenuPolicy(Qt::CustomContextMenu);
+    // Long headings are read by scrolling. Measuring more rows than can be seen would slow a growing tree
+    // down.
+    tvw_Kitaplar_Bul->header()->setStretchLastSection(false);
+    tvw_Kitaplar_Bul->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tvw_Kitaplar_Bul->header()->setResizeContentsPrecision(0);
+    tvw_Kitaplar_Bul->installEventFilter(this);
+    tvw_Kitaplar_Bul->viewport()->installEventFilter(this);
+}
+
+void SearchTab::connectButtons() {
+    connect(txt_Bul, &QLineEdit::returnPressed, this, [this] { decisions_.cmd_Bul_Click(); });
+    connect(cmd_Bul, &QPushButton::clicked, this, [this] { decisions_.cmd_Bul_Click(); });
+    connect(cmdDur, &QPushButton::clicked, this, [this] { decisions_.cmdDur_Click(); });
+    connect(cmd_Stop, &QPushButton::clicked, this, [this] { decisions_.cmd_Stop_Click(); });
+    connect(cmd_KelimeKontOlustur, &QPushButton::clicked, this,
+            [this] { decisions_.cmd_KelimeKontOlustur_Click(); });
+    connect(chk_HPI, &QCheckBox::toggled, this, [this] { decisions_.chk_HPI_Click(); });
+    connect(chk_FindWith, &QCheckBox::toggled, this, [this] { decisions_.chk_FindWith_Click(); });
+    connect(tvw_Kitaplar_Bul, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { decisions_.NodeClick(*ResultTreeModel::node(index)); });
+    connect(tvw_Kitaplar_Bul, &QTreeView::customContextMenuRequested, this,
+            [this] { decisions_.resultTreePressed(true); });
+    connect(&results_, &ResultTreeModel::opened, tvw_Kitaplar_Bul, &QTreeView::expand);
+}
+
+bool SearchTab::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == tvw_Kitaplar_Bul->viewport() && event->type() == QEvent::MouseButtonPress) {
+        if (static_cast<QMouseEvent*>(event)->button() != Qt::RightButton)
+            decisions_.resultTreePressed(false);
+    } else if (watched == tvw_Kitaplar_Bul && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+            if (ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex()))
+                decisions_.NodeClick(*node);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+QString SearchTab::searchText() const {
+    return txt_Bul->text();
+}
+
+void SearchTab::setSearchText(const QString& text) {
+    txt_Bul->setText(text);
+}
+
+SearchOptions SearchTab::options() const {
+    return {.caseSensitive = chk_BKD->isChecked(),
+            .wholeWord = chk_TMK->isChecked(),
+            .allWords = chk_HPI->isChecked(),
+            .together = chk_FindWith->isChecked(),
+            .clearResult = chk_ClearResult->isChecked()};
+}
+
+void SearchTab::setWholeWord(bool checked) {
+    chk_TMK->setChecked(checked);
+}
+
+void SearchTab::setAllWords(bool checked) {
+    chk_HPI->setChecked(checked);
+}
+
+void SearchTab::setTogether(bool checked) {
+    chk_FindWith->setChecked(checked);
+}
+
+void SearchTab::setOptionsEnabled(bool enabled) {
+    Frame1->setEnabled(enabled);
+}
+
+void SearchTab::showStopButton(bool shown) {
+    const bool hadFocus = cmdDur->hasFocus();
+    // Never both at once: the row would jump.
+    (shown ? cmd_Bul : cmdDur)->hide();
+    (shown ? cmdDur : cmd_Bul)->show();
+    if (shown)
+        cmdDur->setFocus();
+    else if (hadFocus)
+        txt_Bul->setFocus();
+}
+
+void SearchTab::showSummaryStop(bool shown) {
+    fraStopper->setVisible(shown);
+}
+
+void SearchTab::setNoDropPointer(bool set) {
+    for (QWidget* widget : {static_cast<QWidget*>(Frame1), tvw_Kitaplar_Bul->viewport()}) {
+        if (set)
+            widget->setCursor(Qt::ForbiddenCursor);
+        else
+            widget->unsetCursor();
+    }
+}
+
+void SearchTab::follow(ResultNode& book) {
+    results_.showChanges();
+    const QModelIndex index = results_.index(book);
+    tvw_Kitaplar_Bul->setCurrentIndex(index);
+    tvw_Kitaplar_Bul->scrollTo(index);
+}
+
+void SearchTab::letEventsRun() {
+    results_.showChanges();
+    QCoreApplication::processEvents();
+}
+
+}  // namespace lirovan::search

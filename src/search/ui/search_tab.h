@@ -1,0 +1,79 @@
+// The search tab of frm_Arama: search box, options, buttons and result tree.
+#pragma once
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeView>
+#include <QWidget>
+
+#include "search/search_window.h"
+#include "search/ui/result_tree_model.h"
+
+namespace lirovan::search {
+
+class SearchTab : public QWidget, private SearchView {
+    Q_OBJECT
+
+  public:
+    struct Parts {
+        platform::MainFrame& frame;
+        platform::Dialogs& dialogs;
+        browse::ContentView& content;
+        const data::Library& library;
+        platform::AppFolder folder;
+        browse::SearchTabState& state;
+    };
+    /// What `parts` refers to outlives the tab.
+    explicit SearchTab(const Parts& parts, QWidget* parent = nullptr);
+
+    /// What the main window's sort menus and its closing need.
+    SearchWindow& decisions() { return decisions_; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    QLayout* searchRow();
+    QWidget* optionsFrame();
+    QWidget* stopFrame();
+    void setUpTree();
+    void connectButtons();
+
+    QString searchText() const override;
+    void setSearchText(const QString& text) override;
+    SearchOptions options() const override;
+    void setWholeWord(bool checked) override;
+    void setAllWords(bool checked) override;
+    void setTogether(bool checked) override;
+    void setOptionsEnabled(bool enabled) override;
+    void showStopButton(bool shown) override;
+    void showSummaryStop(bool shown) override;
+    void setNoDropPointer(bool set) override;
+    void follow(ResultNode& book) override;
+    void letEventsRun() override;
+
+    ResultTree tree_;
+    SearchWindow decisions_;
+    ResultTreeModel results_;
+
+    QLabel* Label1;
+    QLineEdit* txt_Bul;
+    QPushButton* cmd_Bul;
+    QPushButton* cmdDur;
+    QGroupBox* Frame1;
+    QCheckBox* chk_BKD;
+    QCheckBox* chk_TMK;
+    QCheckBox* chk_HPI;
+    QCheckBox* chk_FindWith;
+    QCheckBox* chk_ClearResult;
+    QPushButton* cmd_KelimeKontOlustur;
+    QFrame* fraStopper;
+    QPushButton* cmd_Stop;
+    QTreeView* tvw_Kitaplar_Bul;
+};
+
+}  // namespace lirovan::search

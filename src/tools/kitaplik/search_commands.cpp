@@ -1,0 +1,181 @@
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <filesystem>
+
+#include "search/companion.h"
+#include "tools/kitaplik/commands.h"
+#include "tools/kitaplik/open_library.h"
+
+namespace lirovan::tools {
+
+using namespace Qt::StringLiterals;
+using platform::Error;
+using platform::Result;
+using search::companion::Request;
+
+namespace {
+
+constexpr QStringView OptionUsage = u"[--harf] [--tum-kelime] [--hepsi] [--birlikte]";
+const std::vector<QStringView> OptionFlags = {u"harf", u"tum-kelime", u"hepsi", u"birlikte"};
+
+std::vector<QStringView> flagsAnd(QStringView flag) {
+    std::vector<QStringView> flags = OptionFlags;
+    flags.push_back(flag);
+    return flags;
+}
+
+Request requestOf(const QString& query, const Arguments& arguments) {
+    Request request;
+    request.query = query;
+    request.options = {.caseSensitive = arguments.has(u"harf"),
+                       .wholeWord = arguments.has(u"tum-kelime"),
+                       .allWords = arguments.has(u"hepsi"),
+                       .together = arguments.has(u"birlikte"),
+                       .clearResult = false};
+    return request;
+}
+
+// Order and scope: --sira, --yazar, --kitap.
+Result<void> addScope(Request& request, const Arguments& arguments) {
+    const QString order = arguments.value(u"sira").value_or(u"kitap"_s);
+    if (order != u"kitap" && order != u"konu") return Error{u"--sira kitap ya da konu olmalı."_s};
+    request.order = order == u"kitap" ? search::ListOrder::Kitap : search::ListOrder::Konu;
+    if (const auto author = arguments.value(u"yazar")) {
+        const Result<qint64> id = Arguments::id(*author, u"--yazar");
+        if (!id) return id.error();
+        request.scope.authorId = *id;
+    }
+    if (const auto book = arguments.value(u"kitap")) {
+        const Result<qint64> id = Arguments::id(*book, u"--kitap");
+        if (!id) return id.error();
+        if (request.scope.authorId == 0) return Error{u"--kitap ile birlikte --yazar da verilmeli."_s};
+        request.scope.bookId = *id;
+    }
+    return {};
+}
+
+ExitStatus print(const Result<QByteArray>& bytes) {
+    if (!bytes) return fail(bytes.error());
+    printBytes(*bytes);
+    return ExitStatus::Success;
+}
+
+ExitStatus failUsage(const Error& error) {
+    fail(error);
+    return ExitStatus::Usage;
+}
+
+ExitStatus ara(const Arguments& arguments) {
+    Request request = requestOf(arguments.positional[1], arguments);
+    if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
+    const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
+    if (!open) return fail(open.error());
+    return print(search::companion::ara(open->library, request));
+}
+
+ExitStatus vurgula(const Arguments& arguments) {
+    const Result<qint64> id = Arguments::id(arguments.positional[1], u"KONUID");
+    if (!id) return failUsage(id.error());
+    const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
+    if (!open) return fail(open.error());
+    const QByteArray page =
+        search::companion::vurgula(open->library, platform::AppFolder(*arguments.value(u"klasor")), {*id},
+                                   requestOf(arguments.positional[2], arguments), arguments.has(u"json"));
+    if (page.isEmpty()) printNote(u"Konu %1: gösterilecek sayfa yok."_s.arg(*id));
+    printBytes(page);
+    return ExitStatus::Success;
+}
+
+ExitStatus ozet(const Arguments& arguments) {
+    bool isNumber = false;
+    const int group = arguments.value(u"grup")->toInt(&isNumber);
+    if (!isNumber || group < 0) return failUsage({u"--grup 0 ya da daha büyük bir tam sayı olmalı."_s});
+    Request request = requestOf(arguments.positional[1], arguments);
+    if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
+    const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
+    if (!open) return fail(open.error());
+    return print(search::companion::ozet(open->library, request, group));
+}
+
+Result<QByteArray> rebuiltTable(const QString& path) {
+    const Result<data::Library> library = data::Library::openFile(path, platform::OpenMode::ReadWrite);
+    if (!library) return library.error();
+    return search::companion::kelimeler(*library);
+}
+
+// Beside the target, so that the last step is a rename within one file system and a failure leaves nothing.
+Result<QByteArray> rebuiltCopy(const QString& source, const QString& target) {
+    const QFileInfo info(target);
+    const QTemporaryDir workshop(info.absoluteDir().filePath(u".kitaplik-XXXXXX"_s));
+    if (info.isDir() || !workshop.isValid()) return Error{u"Hedefe yazılamıyor: %1."_s.arg(target)};
+    const QString copy = workshop.filePath(u"kitaplar.vq"_s);
+    {
+        const Result<OpenLibrary> open = openLibrary(source);
+        if (!open) return open.error();
+        if (const Result<void> copied = open->library.copyTo(copy); !copied) return copied.error();
+    }
+    Result<QByteArray> rows = rebuiltTable(copy);
+    if (!rows) return rows;
+    std::error_code failure;
+    std::filesystem::rename(copy.toStdU16String(), info.absoluteFilePath().toStdU16String(), failure);
+    if (failure)
+        return Error{u"%1 yerine konamadı: %2."_s.arg(target, QString::fromStdString(failure.message()))};
+    return rows;
+}
+
+ExitStatus kelimeler(const Arguments& arguments) {
+    const QStringList& words = arguments.positional;
+    return print(words.size() == 1 ? rebuiltTable(words[0]) : rebuiltCopy(words[0], words[1]));
+}
+
+}  // namespace
+
+std::vector<Command> searchCommands() {
+    static const QString araUsage =
+        u"DOSYA SORGU [--sira kitap|konu] [--yazar ID [--kitap ID]] "_s + OptionUsage.toString();
+    static const QString vurgulaUsage =
+        u"DOSYA KONUID SORGU --klasor DIR [--json] "_s + OptionUsage.toString();
+    static const QString ozetUsage =
+        u"DOSYA SORGU --grup K [--sira kitap|konu] [--yazar ID [--kitap ID]] "_s + OptionUsage.toString();
+    const std::vector<QStringView> scope = {u"sira", u"yazar", u"kitap"};
+    return {
+        {u"ara",
+         araUsage,
+         u"Arar; kelimeleri, sonuç ağacını ve isabet kaydını JSON olarak yazar.",
+         2,
+         2,
+         scope,
+         OptionFlags,
+         {},
+         ara},
+        {u"vurgula",
+         vurgulaUsage,
+         u"Bir konunun, aranan kelimeleri işaretli sayfasını yazar.",
+         3,
+         3,
+         {u"klasor"},
+         flagsAnd(u"json"),
+         {u"klasor"},
+         vurgula},
+        {u"ozet",
+         ozetUsage,
+         u"Bir yazarın bulunan konularının özet sayfasını yazar; K yazarın sırası, 0'dan.",
+         2,
+         2,
+         {u"grup", u"sira", u"yazar", u"kitap"},
+         OptionFlags,
+         {u"grup"},
+         ozet},
+        {u"kelimeler",
+         u"DOSYA [HEDEF]",
+         u"Özel kelimeler tablosunu (HEDEF verilirse bir kopyada) yeniden kurar.",
+         1,
+         2,
+         {},
+         {},
+         {},
+         kelimeler},
+    };
+}
+
+}  // namespace lirovan::tools
