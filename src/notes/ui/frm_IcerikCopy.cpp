@@ -64,6 +64,8 @@ frm_IcerikCopy::frm_IcerikCopy(Surroundings surroundings, QWidget* parent)
     txt_Icerik->setAccessibleName(QStringLiteral("Not"));
     txt_Icerik2->setObjectName(QStringLiteral("txt_Icerik2"));
     txt_Icerik2->hide();
+    // Nobody looks at it, so its text needs no lines.
+    static_cast<QTextEdit*>(txt_Icerik2)->document()->setLayoutEnabled(false);
     setCentralWidget(txt_Icerik);
     makeMenus();
     makeToolbar();

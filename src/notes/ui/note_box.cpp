@@ -73,16 +73,18 @@ rtf::Document NoteBox::document() const {
 }
 
 void NoteBox::setDocument(const rtf::Document& document) {
-    rtf::fill(*QTextEdit::document(), document);
-    setTextCursor(QTextCursor(QTextEdit::document()));
-    if (document.isEmpty()) setCurrentCharFormat({});
-    // What is typed now goes on in the size that the note has.
+    // What is typed now goes on in the size that the note has. Set while the box is empty: a long text is laid out
+    // anew for it.
     const int halfPoints = rtf::prevailingHalfPoints(document, 0);
     if (halfPoints > 0 && halfPoints / 2.0 != fontSize()) {
+        QTextEdit::document()->clear();
         QFont resized = font();
         resized.setPointSizeF(halfPoints / 2.0);
         setFont(resized);
     }
+    rtf::fill(*QTextEdit::document(), document);
+    setTextCursor(QTextCursor(QTextEdit::document()));
+    if (document.isEmpty()) setCurrentCharFormat({});
 }
 
 rtf::Document NoteBox::selection() const {
