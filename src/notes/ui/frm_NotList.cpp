@@ -5,16 +5,30 @@
 #include <QListWidget>
 #include <QLocale>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 namespace lirovan::notes {
+
+namespace {
+
+// The system's short date, with day and month in two digits so that the columns stay straight. Where the
+// system names no country, the program's own, which is Turkish.
+QString shortDate(QDate date) {
+    static const QRegularExpression oneDigit(QStringLiteral("(?<![dM])([dM])(?![dM])"));
+    const QLocale system = QLocale::system();
+    const QLocale locale = system.language() == QLocale::C ? QLocale() : system;
+    return locale.toString(
+        date, locale.dateFormat(QLocale::ShortFormat).replace(oneDigit, QStringLiteral("\\1\\1")));
+}
+
+}  // namespace
 
 frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget* parent)
     : QDialog(parent),
       lst_Notlar(new QListWidget(this)),
       PopUp(new QMenu(this)),
-      list_(*this, editor, dialogs,
-            [](QDate date) { return QLocale::system().toString(date, QLocale::ShortFormat); }) {
+      list_(*this, editor, dialogs, shortDate) {
     setObjectName(QStringLiteral("frm_NotList"));
     setWindowTitle(QStringLiteral("Notlar Litesi"));
     lst_Notlar->setObjectName(QStringLiteral("lst_Notlar"));
