@@ -1,7 +1,6 @@
 #include "platform/ui/web_view.h"
 
 #include <QApplication>
-#include <QContextMenuEvent>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QEventLoop>
@@ -41,6 +40,9 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     stack_->addWidget(view_);
     setFocusProxy(view_);
     view_->installEventFilter(this);
+    // Asked for only where the page's script shows no menu of its own.
+    view_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view_, &QWidget::customContextMenuRequested, this, &WebView::showContextMenu);
 
     notice_ = new QWidget(this);
     auto* rows = new QVBoxLayout(notice_);
@@ -63,7 +65,10 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
 
 WebView::~WebView() {
     Q_EMIT gone();
-    delete view_;  // with its page, before the engine's profile
+    if (printing_ > 0)
+        leaveToPrinting();
+    else
+        delete view_;  // with its page, before the engine's profile
 }
 
 void WebView::setTimeLimits(std::chrono::milliseconds answer, std::chrono::milliseconds load) {
@@ -133,7 +138,7 @@ void WebView::navigate(const QString& pathText) {
         return;
     }
     // A page that does not answer cannot be left either; it is given up together with its process.
-    if (processEnded_ || hangs_) makePage();
+    if (processEnded_ || (hangs_ && printing_ == 0)) makePage();
     showPage();
     load_ = Load::Running;
     page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
@@ -297,11 +302,6 @@ void WebView::selectAll() {
 
 bool WebView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == view_) {
-        // The view asks for a menu only where the page's script shows none of its own.
-        if (event->type() == QEvent::ContextMenu) {
-            showContextMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
-            return true;
-        }
         // The widget that takes the keys comes and goes with the page's process.
         if (event->type() == QEvent::ChildPolished)
             static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
@@ -321,7 +321,7 @@ void WebView::showContextMenu(const QPoint& place) {
     menu->addAction(QStringLiteral("&Tümünü Seç"), this, &WebView::selectAll);
     menu->addSeparator();
     menu->addAction(QStringLiteral("&Yazdır..."), this, &WebView::printRequested);
-    menu->popup(place);
+    menu->popup(view_->mapToGlobal(place));
 }
 
 }  // namespace lirovan::platform

@@ -97,6 +97,8 @@ class WebView : public QWidget, public PageView {
     Reply<QString> selectionHtml();
     void printSelection(const PrintTarget& target, std::function<void(bool)> finished);
     void printWhole(const PrintTarget& target, std::function<void(bool)> finished);
+    /// Hands the page over to a printing under way, which ends it.
+    void leaveToPrinting();
 
     std::shared_ptr<WebEngine> engine_;
     Dialogs& dialogs_;
@@ -110,6 +112,7 @@ class WebView : public QWidget, public PageView {
     double zoom_ = 1.0;
     Load load_ = Load::Idle;
     bool processEnded_ = false;
+    int printing_ = 0;
     bool hangs_ = false;  ///< a question is unanswered beyond its limit
     std::chrono::milliseconds answerLimit_{10'000};
     std::chrono::milliseconds loadLimit_{30'000};

@@ -57,9 +57,9 @@ void WebView::printSelection(const PrintTarget& target, std::function<void(bool)
         if (self) finished(false);
         return;
     }
-    sheet->printWhole(target, [sheetAlive, finished = std::move(finished)](bool printed) {
-        if (sheetAlive) sheetAlive->deleteLater();
-        finished(printed);
+    sheet->printWhole(target, [self, sheet, finished = std::move(finished)](bool printed) {
+        sheet->deleteLater();
+        if (self) finished(printed);
     });
 }
 
@@ -72,13 +72,16 @@ void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> fi
         layout = target.printer->pageLayout();
         if (target.printer->outputFormat() == QPrinter::PdfFormat) pdf = target.printer->outputFileName();
     }
-    // Each run has its own receiver, which goes with the answer or with the view.
+    // Each run has its own receiver, which goes with the view. The first end is the only one told.
     auto* run = new QObject(this);
-    const auto end = [run, finished = std::move(finished), printer = target.printer](bool printed) {
+    const auto done = std::make_shared<bool>(false);
+    const auto end = [this, run, done, finished = std::move(finished), printer = target.printer](bool printed) {
+        if (std::exchange(*done, true)) return;
+        --printing_;
         run->deleteLater();
-        run->disconnect();
         finished(printed);
     };
+    ++printing_;
     if (pdf.isEmpty()) {
         connect(view_, &QWebEngineView::printFinished, run, [end](bool printed) { end(printed); });
         view_->print(target.printer.get());
@@ -89,7 +92,18 @@ void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> fi
                 });
         page_->printToPdf(pdf, layout);
     }
-    connect(this, &WebView::gone, run, [end] { end(false); });
+    connect(page_, &QWebEnginePage::renderProcessTerminated, run, [end] { end(false); });
+}
+
+void WebView::leaveToPrinting() {
+    // The engine ends the program when a page goes in the middle of being printed.
+    view_->setParent(nullptr);
+    view_->disconnect(this);
+    page_->disconnect(this);
+    const auto end = [view = view_, engine = engine_] { view->deleteLater(); };
+    connect(view_, &QWebEngineView::printFinished, view_, end);
+    connect(page_, &QWebEnginePage::pdfPrintingFinished, view_, end);
+    connect(page_, &QWebEnginePage::renderProcessTerminated, view_, end);
 }
 
 }  // namespace lirovan::platform
