@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "shell/command_table.h"
+#include "shell/page_printing.h"
 #include "text/comparison.h"
 
 using namespace Qt::StringLiterals;
@@ -40,7 +41,7 @@ void Commands::button(QStringView key) {
     } else if (key == button_key::Not) {
         windows_.showNotebook();
     } else if (key == button_key::Print) {
-        printDirectly();
+        printWith(false);
     } else if (key == button_key::Buyult) {
         windows_.changeContentFontSize(+1);
     } else if (key == button_key::Kucult) {
@@ -67,7 +68,7 @@ void Commands::menu(QStringView item) {
     } else if (is(u"mnu_not")) {
         windows_.showNotebook();
     } else if (is(item_name::Yazdir)) {
-        printWithDialog();
+        printWith(true);
     } else if (is(u"mnu_cik")) {
         windows_.quit();
     } else if (is(item_name::Kes)) {
@@ -151,19 +152,13 @@ void Commands::paste() {
     windows_.pasteIntoNotebook();
 }
 
-void Commands::printWithDialog() {
-    const std::optional<platform::PrintTarget> target = printing_.ask(windows_.contentHasSelection());
-    if (!target) return;
-    windows_.printContent(*target, [this](bool printed) {
-        if (!printed) dialogs_.show(platform::errorMessage(u"Yazıcı algılanamadı!"_s, u"Yazıcı Hatası"_s));
-    });
-}
-
-void Commands::printDirectly() {
-    std::optional<platform::PrintTarget> target = printing_.defaultPrinter();
-    if (!target) return;
-    if (windows_.contentHasSelection()) target->range = platform::PrintRange::Selection;
-    windows_.printContent(*target, [](bool) {});
+void Commands::printWith(bool dialog) {
+    platform::PageView* page = windows_.shownPage();
+    if (!page) return;
+    if (dialog)
+        printWithDialog(*page, printing_, dialogs_);
+    else
+        printDirectly(*page, printing_);
 }
 
 void Commands::setPointSize(int points) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QStringView>
-#include <functional>
 
 #include "browse/window_ports.h"
 #include "platform/core/dialogs.h"
@@ -32,9 +31,8 @@ class Windows {
     virtual void unloadContent() = 0;
     virtual void focusContentView() = 0;  ///< the window, then its wb_Icerik
     virtual void changeContentFontSize(int step) = 0;
-    virtual bool contentHasSelection() const = 0;
-    virtual void printContent(const platform::PrintTarget& target,
-                              std::function<void(bool printed)> finished) = 0;
+    /// The page that the window shows; null when the window is not loaded.
+    virtual platform::PageView* shownPage() = 0;
     virtual void openInNewWindow() = 0;
     virtual void previousHit() = 0;
     virtual void nextHit() = 0;
@@ -76,8 +74,7 @@ class Commands {
     void cut();
     void copy();
     void paste();
-    void printWithDialog();
-    void printDirectly();
+    void printWith(bool dialog);
     void setPointSize(int points);
     void setStatus(QStringView text);
 

@@ -6,7 +6,7 @@
 #include <QStringList>
 
 #include "shell/command_states.h"
-#include "shell/command_table.h"
+#include "support/fake_windows.h"
 #include "support/scripted_dialogs.h"
 
 using namespace Qt::StringLiterals;
@@ -16,12 +16,22 @@ using namespace lirovan::shell;
 
 namespace {
 
+class PrintedPage : public test::FakePageView {
+  public:
+    bool printerWorks = true;
+    std::optional<platform::PrintTarget> printed;
+    void print(const platform::PrintTarget& target, std::function<void(bool)> finished) override {
+        printed = target;
+        finished(printerWorks);
+    }
+};
+
 // Writes down every call as one word, with its argument.
 class RecordingWindows : public Windows {
   public:
     mutable QStringList calls;
-    bool browseMinimized = false, contentMinimized = false, selection = false, printerWorks = true;
-    std::optional<platform::PrintTarget> printed;
+    bool browseMinimized = false, contentMinimized = false, pageLoaded = true;
+    PrintedPage page;
 
     bool isBrowseMinimized() const override { return browseMinimized; }
     void restoreBrowse() override { calls << u"restoreBrowse"_s; }
@@ -35,11 +45,7 @@ class RecordingWindows : public Windows {
     void unloadContent() override { calls << u"unloadContent"_s; }
     void focusContentView() override { calls << u"focusView"_s; }
     void changeContentFontSize(int step) override { calls << u"size %1"_s.arg(step); }
-    bool contentHasSelection() const override { return selection; }
-    void printContent(const platform::PrintTarget& target, std::function<void(bool)> finished) override {
-        printed = target;
-        finished(printerWorks);
-    }
+    platform::PageView* shownPage() override { return pageLoaded ? &page : nullptr; }
     void openInNewWindow() override { calls << u"newWindow"_s; }
     void previousHit() override { calls << u"previousHit"_s; }
     void nextHit() override { calls << u"nextHit"_s; }
@@ -51,40 +57,6 @@ class RecordingWindows : public Windows {
     void showHelp() override { calls << u"help"_s; }
     void showAbout() override { calls << u"about"_s; }
     void quit() override { calls << u"quit"_s; }
-};
-
-// Keeps states as the main window does, and the first panel's text.
-class StateFrame : public platform::MainFrame {
-  public:
-    CommandStates states;
-    QString status;
-
-    void setButtonVisible(QStringView key, bool visible) override { states.setButtonVisible(key, visible); }
-    void setButtonEnabled(QStringView key, bool enabled) override { states.setButtonEnabled(key, enabled); }
-    void setSpacerWidth(platform::Twips) override {}
-    void setMenuChecked(QStringView item, bool checked) override { states.setMenuChecked(item, checked); }
-    bool isMenuChecked(QStringView item) const override { return states.menu(item).checked; }
-    void setMenuEnabled(QStringView item, bool enabled) override { states.setMenuEnabled(item, enabled); }
-    void setMenuVisible(QStringView item, bool visible) override { states.setMenuVisible(item, visible); }
-    void popUpMenu(QStringView) override {}
-    void setPanelText(int, const QString& text) override { status = text; }
-    void setPanelVisible(int, bool) override {}
-    void setProgressVisible(bool) override {}
-    void setProgressMaximum(int) override {}
-    void setProgressValue(int) override {}
-    void setToolTextVisible(bool) override {}
-    void setToolText(const QString&) override {}
-    void setToolTextWidth(platform::Twips) override {}
-    void setSelectorVisible(bool) override {}
-    platform::BookSelection selectedBooks() const override { return {}; }
-    platform::Twips width() const override { return {}; }
-    platform::Twips height() const override { return {}; }
-    void setBusyPointer(bool) override {}
-    void setCommandsLocked(bool locked) override { states.setLocked(locked); }
-    int fontSize() const override { return 16; }
-    void FontSize(int) override {}
-    void ReOrderPos() override {}
-    void SetPosZero() override {}
 };
 
 class ScriptedPrinting : public platform::Printing {
@@ -100,7 +72,7 @@ class ScriptedPrinting : public platform::Printing {
 
 class CommandsTest : public testing::Test {
   protected:
-    StateFrame frame;
+    test::FakeMainFrame frame;
     RecordingWindows windows;
     test::ScriptedDialogs dialogs;
     ScriptedPrinting printing;
@@ -134,10 +106,10 @@ TEST_F(CommandsTest, EveryButtonDoesWhatItsKeySays) {
     };
     for (const Case& c : cases) {
         windows.calls.clear();
-        frame.status.clear();
+        frame.panels.clear();
         commands.button(c.trigger);
         EXPECT_EQ(windows.calls, c.calls) << c.trigger.toString().toStdString();
-        EXPECT_EQ(frame.status, c.status.toString()) << c.trigger.toString().toStdString();
+        EXPECT_EQ(frame.panels.value(1), c.status.toString()) << c.trigger.toString().toStdString();
     }
 }
 
@@ -173,16 +145,18 @@ TEST_F(CommandsTest, MinimizedWindowsAreRestoredAndNotLoadedAgain) {
     commands.button(u"tlbtn_Arama");
     commands.button(u"tlbtn_Icerik");
     EXPECT_EQ(windows.calls, QStringList({u"restoreBrowse"_s, u"tab1"_s, u"restoreContent"_s}));
-    EXPECT_EQ(frame.status, u"İçerik Penceresi"_s);
+    EXPECT_EQ(frame.panels.value(1), u"İçerik Penceresi"_s);
 }
 
 TEST_F(CommandsTest, WindowItemsToggleAndKeepTheirCheckMark) {
+    frame.setMenuChecked(u"mnu_Arama", true);
+    frame.setMenuChecked(u"mnu_Icerik", true);
     commands.menu(u"mnu_Arama");
     EXPECT_FALSE(frame.isMenuChecked(u"mnu_Arama"));
-    EXPECT_EQ(frame.status, u"Veskaran`nin Lirovan"_s);
+    EXPECT_EQ(frame.panels.value(1), u"Veskaran`nin Lirovan"_s);
     commands.menu(u"mnu_Arama");
     EXPECT_TRUE(frame.isMenuChecked(u"mnu_Arama"));
-    EXPECT_EQ(frame.status, u"Arama Penceresi"_s);
+    EXPECT_EQ(frame.panels.value(1), u"Arama Penceresi"_s);
     commands.menu(u"mnu_Icerik");
     EXPECT_FALSE(frame.isMenuChecked(u"mnu_Icerik"));
     commands.menu(u"mnu_Icerik");
@@ -193,9 +167,9 @@ TEST_F(CommandsTest, WindowItemsToggleAndKeepTheirCheckMark) {
 
 TEST_F(CommandsTest, CopyingFromTheToolbarDisablesCut) {
     commands.menu(u"mnu_Kopyala");
-    EXPECT_TRUE(frame.states.button(u"cut").enabled);
+    EXPECT_TRUE(frame.button(u"cut").enabled);
     commands.button(u"copy");
-    EXPECT_FALSE(frame.states.button(u"cut").enabled);
+    EXPECT_FALSE(frame.button(u"cut").enabled);
 }
 
 TEST_F(CommandsTest, ZoomStaysWithinWhatAPageViewCanShow) {
@@ -206,18 +180,18 @@ TEST_F(CommandsTest, ZoomStaysWithinWhatAPageViewCanShow) {
 }
 
 TEST_F(CommandsTest, TheDialogOffersTheSelectionAndOnlyAFailedPrintIsReported) {
-    windows.selection = true;
+    windows.page.selection = u"seçim"_s;
     commands.menu(u"mnu_yazdir");  // cancelled
     EXPECT_EQ(printing.selectionOffered, true);
-    EXPECT_FALSE(windows.printed);
+    EXPECT_FALSE(windows.page.printed);
     EXPECT_TRUE(dialogs.messages.empty());
 
     printing.chosen = platform::PrintTarget{};
     commands.menu(u"mnu_yazdir");
-    EXPECT_TRUE(windows.printed);
+    EXPECT_TRUE(windows.page.printed);
     EXPECT_TRUE(dialogs.messages.empty());
 
-    windows.printerWorks = false;
+    windows.page.printerWorks = false;
     commands.menu(u"mnu_yazdir");
     ASSERT_EQ(dialogs.messages.size(), 1U);
     EXPECT_EQ(dialogs.messages[0].text, u"Yazıcı algılanamadı!"_s);
@@ -227,15 +201,19 @@ TEST_F(CommandsTest, TheDialogOffersTheSelectionAndOnlyAFailedPrintIsReported) {
 
 TEST_F(CommandsTest, DirectPrintingNeedsAPrinterAndPrefersTheSelection) {
     commands.button(u"print");
-    EXPECT_FALSE(windows.printed);
+    EXPECT_FALSE(windows.page.printed);
     printing.system = platform::PrintTarget{};
     commands.button(u"print");
-    ASSERT_TRUE(windows.printed);
-    EXPECT_EQ(windows.printed->range, platform::PrintRange::Page);
-    windows.selection = true;
+    ASSERT_TRUE(windows.page.printed);
+    EXPECT_EQ(windows.page.printed->range, platform::PrintRange::Page);
+    windows.page.selection = u"seçim"_s;
     commands.button(u"print");
-    EXPECT_EQ(windows.printed->range, platform::PrintRange::Selection);
+    EXPECT_EQ(windows.page.printed->range, platform::PrintRange::Selection);
     EXPECT_FALSE(printing.selectionOffered) << "no dialog";
+    windows.pageLoaded = false;
+    windows.page.printed.reset();
+    commands.button(u"print");
+    EXPECT_FALSE(windows.page.printed);
 }
 
 TEST(CommandStatesTest, ALockDisablesWhatWouldChangeThePageAndGivesBackWhatWasSetMeanwhile) {

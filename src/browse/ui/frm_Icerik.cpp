@@ -33,14 +33,15 @@ void frm_Icerik::mousePressEvent(QMouseEvent* event) {
 
 QWidget* pageSurface(WebView* page, WebView* startPage) {
     auto* surface = new QWidget;
-    page->setObjectName(u"wb_Icerik"_s);
-    page->setAccessibleName(u"Sayfa"_s);
-    startPage->setObjectName(u"wb_Icerik2"_s);
-    startPage->setAccessibleName(u"Giriş Sayfası"_s);
     auto* layout = new QVBoxLayout(surface);
     layout->setContentsMargins(3, 3, 3, 3);
     layout->setSpacing(0);
+    page->setObjectName(u"wb_Icerik"_s);
+    page->setAccessibleName(u"Sayfa"_s);
     layout->addWidget(page);
+    if (!startPage) return surface;
+    startPage->setObjectName(u"wb_Icerik2"_s);
+    startPage->setAccessibleName(u"Giriş Sayfası"_s);
     layout->addWidget(startPage);
     page->setShown(false);
     return surface;

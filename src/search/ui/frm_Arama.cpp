@@ -1,6 +1,5 @@
 #include "search/ui/frm_Arama.h"
 
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -78,10 +77,9 @@ void frm_Arama::buildTree() {
     tvw_Kitaplar->setUniformRowHeights(true);
     tvw_Kitaplar->setFrameShape(QFrame::NoFrame);
     tvw_Kitaplar->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    tvw_Kitaplar->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    // A long heading is read by scrolling or in its tooltip rather than cut off.
-    tvw_Kitaplar->header()->setStretchLastSection(false);
-    tvw_Kitaplar->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // A heading that is longer than the window is wide ends in an ellipsis and is whole in its tooltip.
+    tvw_Kitaplar->setTextElideMode(Qt::ElideRight);
+    tvw_Kitaplar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     tvw_Kitaplar->installEventFilter(this);
 
     connect(tvw_Kitaplar, &QTreeView::clicked, this,

@@ -13,6 +13,7 @@
 #include "shell/ui/frame_widgets.h"
 #include "shell/ui/frmGiris.h"
 #include "shell/ui/import_progress.h"
+#include "shell/ui/update_download.h"
 
 namespace lirovan::shell {
 
@@ -81,6 +82,7 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     setWindowIcon(platform::applicationIcon());
     setMinimumSize(LeastSize);
     setContextMenuPolicy(Qt::NoContextMenu);
+    area_.setObjectName(u"workArea"_s);
     area_.setFrameShape(QFrame::NoFrame);
     area_.setBackground(palette().brush(QPalette::Dark));
     area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -112,6 +114,7 @@ platform::MainFrame& KitaplarMDI::frame() {
 bool KitaplarMDI::load() {
     frame_->FontSize(FontSizeAtStart);
     sizedOnce_ = false;
+    startUpdateCheck();
     if (!openLibrary()) return false;
 
     browse::BookSelector selector = browse::readBookSelector(library_);
@@ -153,6 +156,26 @@ bool KitaplarMDI::openLibrary() {
     if (!opened) return refuse(opened.error());
     library_ = std::move(*opened);
     return true;
+}
+
+void KitaplarMDI::startUpdateCheck() {
+    const QUrl manifest = onServer(services_.updateServer, ManifestPath);
+    if (!manifest.isValid()) return;
+    manifest_ = std::make_unique<ManifestDownload>(manifest);
+    updateCheck_ = std::make_unique<UpdateCheck>(*manifest_, services_.dialogs, services_.webSite, [this] {
+        windows_->contentWindow().wb_Icerik2->navigate(
+            onServer(services_.updateServer, InstallerPath).toString());
+    });
+    connect(&tmrVersion, &QTimer::timeout, this, &KitaplarMDI::GetXMLCheckVers);
+    tmrVersion.setSingleShot(true);
+    tmrVersion.start(FirstCheck);
+}
+
+// One check; it is repeated until a manifest could be read.
+void KitaplarMDI::GetXMLCheckVers() {
+    updateCheck_->check([this](bool done) {
+        if (!done) tmrVersion.start(NextCheck);
+    });
 }
 
 void KitaplarMDI::showMain() {
@@ -199,6 +222,11 @@ void KitaplarMDI::sizeChanged() {
 }
 
 void KitaplarMDI::closeEvent(QCloseEvent* event) {
+    if (!windows_->closeNotebook()) {
+        event->ignore();
+        return;
+    }
+    windows_->closeExtraWindows();
     library_.close();
     QMainWindow::closeEvent(event);
 }

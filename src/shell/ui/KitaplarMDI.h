@@ -4,11 +4,13 @@
 
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QTimer>
 
 #include "data/library.h"
 #include "shell/commands.h"
 #include "shell/main_layout.h"
 #include "shell/ui/services.h"
+#include "shell/update_check.h"
 
 namespace lirovan::shell {
 
@@ -28,6 +30,7 @@ class KitaplarMDI : public QMainWindow {
 
     const data::Library& library() const { return library_; }
     platform::MainFrame& frame();
+    Commands& commands() { return *commands_; }
     ChildWindows& windows() { return *windows_; }
 
   protected:
@@ -39,6 +42,8 @@ class KitaplarMDI : public QMainWindow {
     class Frame;
 
     bool openLibrary();
+    void startUpdateCheck();
+    void GetXMLCheckVers();
     void showMain();
     void sizeChanged();
     WindowState state() const;
@@ -49,6 +54,9 @@ class KitaplarMDI : public QMainWindow {
     std::unique_ptr<Frame> frame_;
     std::unique_ptr<ChildWindows> windows_;
     std::unique_ptr<Commands> commands_;
+    std::unique_ptr<ManifestSource> manifest_;
+    std::unique_ptr<UpdateCheck> updateCheck_;
+    QTimer tmrVersion;
     bool sizedOnce_ = false;
     bool sizing_ = false;
     bool maximizeWanted_ = false;

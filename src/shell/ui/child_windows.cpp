@@ -2,7 +2,10 @@
 
 #include <QApplication>
 
+#include "browse/window_places.h"
 #include "shell/ui/frmHakkinda.h"
+#include "shell/ui/update_download.h"
+#include "shell/update_check.h"
 
 namespace lirovan::shell {
 
@@ -40,9 +43,11 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
       library_(library),
       services_(services),
       contentPort_(std::make_unique<ContentPort>(*this)),
-      contentDecisions_(frame, *contentPort_, services.folder) {}
+      contentDecisions_(frame, *contentPort_, services.folder),
+      notebook_(area, services.folder, frame, services.dialogs, services.printing) {}
 
 ChildWindows::~ChildWindows() {
+    closeExtraWindows();
     delete browse_;
     delete content_;
 }
@@ -71,8 +76,7 @@ frm_Icerik& ChildWindows::contentWindow() {
 }
 
 void ChildWindows::loadContent() {
-    if (!services_.engine) services_.engine = platform::WebEngine::create(services_.folder);
-    content_ = new frm_Icerik(contentDecisions_, services_.engine, services_.dialogs);
+    content_ = new frm_Icerik(contentDecisions_, engine(), services_.dialogs);
     frm_Icerik* window = content_;
     area_.addSubWindow(window);
     hits_.emplace(*window->wb_Icerik,
@@ -89,11 +93,24 @@ void ChildWindows::loadContent() {
         content_.clear();
     });
     connect(window, &frm_Icerik::printRequested, this, &ChildWindows::printDialogWanted);
-    if (browse_) {
-        lastBrowsePlace_ = browse_->place();
-        lastBrowseMinimized_ = browse_->isMinimized();
-    }
-    contentDecisions_.load(lastBrowsePlace_, lastBrowseMinimized_);
+    connect(window->wb_Icerik2, &WebView::installerRequested, this, [this](const QUrl& installer) {
+        downloadInstaller(installer, services_.dialogs, area_.window());
+    });
+    window->wb_Icerik->setZoom(zoom_);
+    window->wb_Icerik2->setZoom(zoom_);
+    contentDecisions_.load(lastBrowsePlace(), isBrowseMinimized());
+}
+
+platform::TwipsRect ChildWindows::lastBrowsePlace() {
+    if (browse_) lastBrowsePlace_ = browse_->place();
+    return lastBrowsePlace_;
+}
+
+std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
+    if (!services_.engine)
+        services_.engine =
+            platform::WebEngine::create(services_.folder, onServer(services_.updateServer, InstallerPath));
+    return services_.engine;
 }
 
 browse::ContentView& ChildWindows::contentView() {
@@ -154,15 +171,9 @@ void ChildWindows::changeContentFontSize(int step) {
     if (content_) contentDecisions_.ChangeFontSize(step);
 }
 
-bool ChildWindows::contentHasSelection() const {
-    return content_ && content_->shownPage().hasSelection();
+platform::PageView* ChildWindows::shownPage() {
+    return content_ ? &content_->shownPage() : nullptr;
 }
-
-void ChildWindows::printContent(const platform::PrintTarget& target, std::function<void(bool)> finished) {
-    if (content_) content_->shownPage().print(target, std::move(finished));
-}
-
-void ChildWindows::openInNewWindow() {}
 
 void ChildWindows::ReOrderPos() {
     if (hits_) hits_->ReOrderPos();
@@ -181,6 +192,11 @@ void ChildWindows::nextHit() {
 }
 
 void ChildWindows::setActiveZoom(double factor) {
+    if (auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow())) {
+        extra->wb_Icerik->setZoom(factor);
+        return;
+    }
+    zoom_ = factor;
     if (!content_) return;
     content_->wb_Icerik->setZoom(factor);
     content_->wb_Icerik2->setZoom(factor);
@@ -194,11 +210,52 @@ void ChildWindows::sendCopy() {
     if (content_) content_->wb_Icerik->copy();
 }
 
+// ---- Extra content windows ----
+
+void ChildWindows::openInNewWindow() {
+    if (!content_ || !content_->wb_Icerik->isShown()) return;
+    const QPointer<frm_Icerik> source(content_);
+    const auto html = source->wb_Icerik->innerHtml();
+    if (!html || !source) return;
+    loadExtra({source->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
+               copiedCaption(source->windowTitle()), frame_.fontSize()});
+}
+
+void ChildWindows::loadExtra(const CopiedPage& page) {
+    const int number = extra_.highest() + 1;
+    auto* window =
+        new frm_IcerikN({frame_, services_.dialogs, services_.printing, engine(), services_.folder}, number);
+    extra_.add(window);
+    area_.addSubWindow(window);
+    connect(window, &platform::MdiChild::unloaded, this, [this, number] { extra_.release(number); });
+    connect(window, &QObject::destroyed, this, [this, number] { extra_.release(number); });
+    connect(window, &frm_IcerikN::notebookWanted, this, [this](bool paste) {
+        if (paste)
+            notebook_.pasteFromClipboard();
+        else
+            notebook_.show();
+    });
+    window->setPlace(
+        browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
+    window->wb_Icerik->setZoom(zoom_);
+    if (!window->fill(page)) return;
+    window->bringForward();
+    window->focusPage();
+}
+
+void ChildWindows::closeExtraWindows() {
+    for (frm_IcerikN* window : extra_.open()) delete window;
+}
+
 // ---- Notebook, help, the end ----
 
-void ChildWindows::showNotebook() {}
+void ChildWindows::showNotebook() {
+    notebook_.show();
+}
 
-void ChildWindows::pasteIntoNotebook() {}
+void ChildWindows::pasteIntoNotebook() {
+    notebook_.pasteFromClipboard();
+}
 
 void ChildWindows::showHelp() {
     frm_yardim help(

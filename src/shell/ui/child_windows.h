@@ -11,9 +11,12 @@
 #include "browse/search_tab_state.h"
 #include "browse/ui/frm_Icerik.h"
 #include "data/library.h"
+#include "notes/ui/notebook.h"
 #include "search/hit_positions.h"
 #include "search/ui/frm_Arama.h"
 #include "shell/commands.h"
+#include "shell/extra_windows.h"
+#include "shell/ui/frm_IcerikN.h"
 #include "shell/ui/frm_yardim.h"
 #include "shell/ui/services.h"
 
@@ -42,6 +45,10 @@ class ChildWindows : public QObject, public Windows {
     void arrange(platform::Twips browseWidth);
     /// A search or summary runs.
     bool isBusy() const { return search_.running; }
+    /// Closes the notebook; false when it has to stay.
+    bool closeNotebook() { return notebook_.confirmClose(); }
+    void closeExtraWindows();
+    const ExtraWindows<frm_IcerikN>& extraWindows() const { return extra_; }
 
     // Hit navigation of the shared content window
     void ReOrderPos();
@@ -59,8 +66,7 @@ class ChildWindows : public QObject, public Windows {
     void unloadContent() override;
     void focusContentView() override;
     void changeContentFontSize(int step) override;
-    bool contentHasSelection() const override;
-    void printContent(const platform::PrintTarget& target, std::function<void(bool)> finished) override;
+    platform::PageView* shownPage() override;
     void openInNewWindow() override;
     void previousHit() override;
     void nextHit() override;
@@ -82,6 +88,10 @@ class ChildWindows : public QObject, public Windows {
 
     void loadBrowse();
     void loadContent();
+    /// Where the browse window stands, or stood when it was last loaded.
+    platform::TwipsRect lastBrowsePlace();
+    std::shared_ptr<platform::WebEngine> engine();
+    void loadExtra(const CopiedPage& page);
 
     QMdiArea& area_;
     platform::MainFrame& frame_;
@@ -93,9 +103,11 @@ class ChildWindows : public QObject, public Windows {
     QPointer<search::frm_Arama> browse_;
     QPointer<browse::frm_Icerik> content_;
     std::optional<search::HitPositions> hits_;
+    ExtraWindows<frm_IcerikN> extra_;
+    notes::Notebook notebook_;
+    double zoom_ = 1;  // of the shared content window
     QPointer<frm_yardim> help_;
     platform::TwipsRect lastBrowsePlace_;
-    bool lastBrowseMinimized_ = false;
 };
 
 }  // namespace lirovan::shell

@@ -53,7 +53,8 @@ int main(int argc, char** argv) {
     }
     const auto calls = shell::systemRegistry();
     shell::reg_api registry(*calls);
-    shell::KitaplarMDI window({*folder, dialogs, printing, registry});
+    shell::KitaplarMDI window({*folder, dialogs, printing, registry, QStringLiteral(LIROVAN_UPDATE_SERVER),
+                               QStringLiteral(LIROVAN_WEB_SITE)});
     if (!window.load()) return 1;
     return QApplication::exec();
 }

@@ -16,6 +16,10 @@ struct Services {
     platform::Dialogs& dialogs;
     platform::Printing& printing;
     reg_api& registry;
+    /// Base address of the update server; empty: no check is made.
+    QString updateServer = {};
+    /// Named in the message on a new version.
+    QString webSite = {};
     /// The page engine; where there is none yet, it is started when the first page view is made.
     std::shared_ptr<platform::WebEngine> engine = nullptr;
 };

@@ -1,0 +1,170 @@
+#include "shell/ui/frm_IcerikN.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QVBoxLayout>
+
+#include "browse/content_window.h"
+#include "browse/ui/frm_Icerik.h"
+#include "platform/ui/clipboard.h"
+#include "platform/ui/icons.h"
+#include "shell/page_printing.h"
+
+namespace lirovan::shell {
+
+using namespace Qt::StringLiterals;
+using platform::WebView;
+namespace button = platform::button;
+
+namespace {
+
+constexpr int IconSize = 20;
+
+// The first hit of a page, which gets the focus, and the lines that the page then moves on so that the hit
+// does not stick to an edge.
+constexpr QStringView FirstHit = u"ggggittt0";
+constexpr int LinesPastHit = 4;
+
+struct Entry {
+    QStringView key;  ///< empty: a separator; "bosluk": the spacer
+    QStringView name;
+};
+
+constexpr Entry Buttons[] = {
+    {button::Cut, u"Kes"},
+    {button::Copy, u"Kopyala"},
+    {button::Paste, u"Yapıştır"},
+    {{}, {}},
+    {button::Not, u"Not Defteri"},
+    {{}, {}},
+    {button::Print, u"Yazdır"},
+    {button::Bosluk, {}},
+    {button::Buyult, u"Yazı Boyutunu Büyült"},
+    {button::Kucult, u"Yazı Boyutunu Küçült"},
+    {{}, {}},
+    {button::Up, u"Yukarıdaki Kelime"},
+    {button::Down, u"Aşağıdaki Kelime"},
+};
+
+}  // namespace
+
+frm_IcerikN::frm_IcerikN(Parts parts, int number)
+    : MdiChild(u"frm_IcerikN"_s),
+      wb_Icerik(new WebView(parts.engine, parts.dialogs)),
+      parts_(std::move(parts)),
+      number_(number),
+      fontSize_(parts_.frame.fontSize()),
+      Toolbar1(new QToolBar),
+      hits_(*wb_Icerik, [this](QStringView key, bool enabled) {
+          if (auto* action = Toolbar1->findChild<QAction*>(key.toString())) action->setEnabled(enabled);
+      }) {
+    setProperty("tag", QString::number(number));
+    setWindowIcon(platform::icon(button::New));
+    buildToolbar();
+
+    auto* surface = new QWidget;
+    auto* layout = new QVBoxLayout(surface);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(Toolbar1);
+    layout->addWidget(browse::pageSurface(wb_Icerik, nullptr), 1);
+    setWidget(surface);
+
+    connect(wb_Icerik, &WebView::gotFocus, this,
+            [this] { browse::pageFocused(parts_.frame, platform::clipboardHasText()); });
+    connect(wb_Icerik, &WebView::printRequested, this,
+            [this] { printWithDialog(*wb_Icerik, parts_.printing, parts_.dialogs); });
+    onActivate = [this] { activated(); };
+}
+
+void frm_IcerikN::buildToolbar() {
+    Toolbar1->setObjectName(u"Toolbar1"_s);
+    Toolbar1->setIconSize(QSize(IconSize, IconSize));
+    Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);
+    for (const Entry& entry : Buttons) {
+        if (entry.key.empty()) {
+            Toolbar1->addSeparator();
+            continue;
+        }
+        if (entry.key == button::Bosluk) {
+            auto* spacer = new QWidget;
+            spacer->setObjectName(entry.key.toString());
+            spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+            Toolbar1->addWidget(spacer);
+            continue;
+        }
+        QAction* action = Toolbar1->addAction(platform::icon(entry.key), entry.name.toString());
+        action->setObjectName(entry.key.toString());
+        connect(action, &QAction::triggered, this, [this, key = entry.key] { pressed(key); });
+        QWidget* pressedButton = Toolbar1->widgetForAction(action);
+        pressedButton->setObjectName(entry.key.toString());
+        pressedButton->setAccessibleName(entry.name.toString());
+        pressedButton->setFocusPolicy(Qt::TabFocus);
+    }
+}
+
+void frm_IcerikN::pressed(QStringView key) {
+    if (key == button::Cut) {
+        if (QWidget* focused = QApplication::focusWidget()) QMetaObject::invokeMethod(focused, "cut");
+    } else if (key == button::Copy) {
+        wb_Icerik->setFocus();
+        wb_Icerik->copy();
+    } else if (key == button::Paste) {
+        Q_EMIT notebookWanted(true);
+    } else if (key == button::Not) {
+        Q_EMIT notebookWanted(false);
+    } else if (key == button::Print) {
+        printDirectly(*wb_Icerik, parts_.printing);
+    } else if (key == button::Buyult) {
+        ChangeFontSizeN(+1);
+    } else if (key == button::Kucult) {
+        ChangeFontSizeN(-1);
+    } else if (key == button::Up) {
+        hits_.UpperPos();
+    } else if (key == button::Down) {
+        hits_.DownerPos();
+    }
+}
+
+bool frm_IcerikN::fill(const CopiedPage& page) {
+    const QPointer<frm_IcerikN> self(this);
+    wb_Icerik->navigate(page.location);
+    wb_Icerik->waitUntilComplete();
+    if (!self) return false;
+    wb_Icerik->rewrite(page.html);
+    if (!self) return false;
+    setWindowTitle(page.caption);
+    FontSizeN(page.fontSize);
+    return true;
+}
+
+void frm_IcerikN::focusPage() {
+    const QPointer<frm_IcerikN> self(this);
+    wb_Icerik->setFocus();
+    const auto hit = wb_Icerik->hasElement(FirstHit);
+    if (!self || !hit.valueOr(false)) return;
+    if (wb_Icerik->focusElement(FirstHit) == platform::Outcome::Answered && self)
+        wb_Icerik->scrollLinesDown(LinesPastHit);
+}
+
+void frm_IcerikN::ChangeFontSizeN(int step) {
+    const QPointer<frm_IcerikN> self(this);
+    const int oldSize = fontSize_;
+    fontSize_ += step;
+    // Its images are absolute already.
+    browse::rewriteWithFontSize(*wb_Icerik, oldSize, fontSize_, nullptr);
+    if (self) hits_.ReOrderPos();
+}
+
+void frm_IcerikN::activated() {
+    browse::contentActivated(parts_.frame);
+    hits_.firstActivation();
+}
+
+void frm_IcerikN::mousePressEvent(QMouseEvent* event) {
+    MdiChild::mousePressEvent(event);
+    if (browse::isSurfaceRightClick(*this, *event)) parts_.frame.popUpMenu(u"mnu_yazi");
+}
+
+}  // namespace lirovan::shell

@@ -1,0 +1,70 @@
+// frm_IcerikN, an extra content window: a copy of a page with a toolbar, a type size and hit navigation of
+// its own.
+#pragma once
+
+#include <QToolBar>
+#include <memory>
+
+#include "platform/core/main_frame.h"
+#include "platform/core/paths.h"
+#include "platform/ui/mdi_child.h"
+#include "platform/ui/web_view.h"
+#include "search/hit_positions.h"
+
+namespace lirovan::shell {
+
+/// A page to be copied into an extra window.
+struct CopiedPage {
+    QString location;  ///< path text of the page that it is a copy of
+    QString html;      ///< its markup, made ready by copiedPage()
+    QString caption;
+    int fontSize;  ///< of the page, in pixels
+};
+
+class frm_IcerikN : public platform::MdiChild {
+    Q_OBJECT
+
+  public:
+    struct Parts {
+        platform::MainFrame& frame;
+        platform::Dialogs& dialogs;
+        platform::Printing& printing;
+        std::shared_ptr<platform::WebEngine> engine;
+        platform::AppFolder folder;
+    };
+    /// `number`: the window's number in the main window's list, its tag.
+    frm_IcerikN(Parts parts, int number);
+
+    platform::WebView* const wb_Icerik;
+
+    int number() const { return number_; }
+
+    /// Shows a page; waits until it is there. False when the page view, or the window, went meanwhile.
+    bool fill(const CopiedPage& page);
+    /// To the page: its first hit, where it has hits.
+    void focusPage();
+
+    /// FontSizeN — the page font size in pixels.
+    void FontSizeN(int pixels) { fontSize_ = pixels; }
+    /// ChangeFontSizeN — larger (+1) or smaller (-1) type.
+    void ChangeFontSizeN(int step);
+
+  Q_SIGNALS:
+    void notebookWanted(bool paste);  ///< show the notebook; also paste the clipboard's passage into it
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    void buildToolbar();
+    void pressed(QStringView key);
+    void activated();
+
+    Parts parts_;
+    int number_;
+    int fontSize_;
+    QToolBar* Toolbar1;
+    search::HitPositions hits_;
+};
+
+}  // namespace lirovan::shell

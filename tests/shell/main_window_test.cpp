@@ -1,0 +1,222 @@
+// The main window as a reader meets it: start, books, pages, type size, windows that are closed and come
+// back.
+#include "main_window_fixture.h"
+
+#include <QMdiArea>
+#include <QScreen>
+#include <QToolBar>
+#include <QWebEngineView>
+
+using namespace lirovan;
+using namespace lirovan::test;
+
+TEST_F(MainWindowTest, StartsMaximizedWithBothWindowsSideBySideAndNothingCutOff) {
+    ASSERT_TRUE(start());
+    EXPECT_EQ(window->windowTitle(), u"Veskaran`nin Lirovan"_s);
+    EXPECT_TRUE(window->isMaximized());
+    EXPECT_TRUE(dialogs.messages.empty());
+
+    const QRect browse = child(u"frm_Arama"_s)->geometry(), beside = child(u"frm_Icerik"_s)->geometry();
+    const QRect area = find<QMdiArea>(u"workArea"_s)->rect();
+    EXPECT_EQ(browse, QRect(0, 0, 321, area.height()));
+    EXPECT_EQ(beside, QRect(321, 0, area.width() - 321, area.height()));
+
+    EXPECT_EQ(find<QComboBox>(u"cmb_Kitaplar"_s)->currentText(), u"<Lirovan>"_s);
+    EXPECT_FALSE(find(u"cmb_Kitaplar"_s)->isVisible());
+    EXPECT_EQ(find<QTabWidget>(u"tb_Arama"_s)->currentIndex(), 0);
+    EXPECT_TRUE(shows(*content().wb_Icerik2, u"Hoş geldiniz"_s));
+    EXPECT_FALSE(content().wb_Icerik->isShown());
+}
+
+TEST_F(MainWindowTest, HasItsBarsAsTheyAreAfterStartUp) {
+    ASSERT_TRUE(start());
+    QStringList bars, items;
+    for (QAction* menu : window->menuBar()->actions()) {
+        bars << menu->text();
+        for (QAction* item : menu->menu()->actions()) {
+            if (item->isVisible() && !item->isSeparator())
+                items << item->text() + u'|' + item->shortcut().toString() +
+                             (item->isChecked() ? u"|x"_s : QString());
+        }
+    }
+    EXPECT_EQ(bars, QStringList({u"&Ana Menü"_s, u"&Düzen"_s, u"&Yardım"_s}));
+    EXPECT_EQ(items,
+              QStringList({u"&Arama Penceresi|Ctrl+A|x"_s, u"&İçerik Penceresi|Ctrl+I|x"_s,
+                           u"Yeni P&encerede Aç|Ctrl+E"_s, u"&Not Defteri|Ctrl+N"_s, u"&Çıkış|"_s,
+                           u"&Kopyala|Ctrl+C"_s, u"&Yapıştır|Ctrl+V"_s, u"&Yardım|"_s, u"&Hakkında|"_s}));
+    QStringList shown;
+    for (QToolButton* each : find<QToolBar>(u"Toolbar1"_s)->findChildren<QToolButton*>()) {
+        if (each->isVisible() && !each->toolTip().isEmpty())
+            shown << each->objectName() + u'|' + each->toolTip();
+    }
+    EXPECT_EQ(shown, QStringList({u"tlbtn_Kitap|Kitaplar"_s, u"tlbtn_Arama|Arama"_s, u"tlbtn_Icerik|İçerik"_s,
+                                  u"cut|Kes"_s, u"copy|Kopyala"_s, u"paste|Yapıştır"_s, u"not|Not Defteri"_s,
+                                  u"print|Yazdır"_s}));
+    EXPECT_FALSE(button(u"New"_s)->isEnabled());
+    EXPECT_EQ(button(u"Up"_s)->toolTip(), u"Yukarıdaki Kelime"_s);
+}
+
+TEST_F(MainWindowTest, OpensATopicEnlargesItsTypeAndReducesItAgain) {
+    ASSERT_TRUE(start());
+    EXPECT_EQ(image(u"C1"_s), u"Acik"_s);
+    clickNode(u"C1"_s);
+    EXPECT_EQ(image(u"C1"_s), u"Incele"_s);
+    EXPECT_EQ(image(u"P1"_s), u"Ac"_s);
+    EXPECT_TRUE(content().wb_Icerik->isShown());
+    EXPECT_FALSE(content().wb_Icerik2->isShown());
+    EXPECT_EQ(content().windowTitle(), u"İçerik Penceresi - "_s + node(u"C1"_s).data().toString());
+    for (const QString& key : {u"buyult"_s, u"kucult"_s, u"New"_s, u"Up"_s, u"Down"_s})
+        EXPECT_TRUE(appears(button(key))) << key.toStdString();
+    ASSERT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
+    EXPECT_EQ(window->frame().fontSize(), 16);
+
+    press(u"buyult"_s);
+    EXPECT_TRUE(shows(*content().wb_Icerik, u"td {font-size: 17px;"_s));
+    press(u"kucult"_s);
+    press(u"kucult"_s);
+    EXPECT_TRUE(shows(*content().wb_Icerik, u"td {font-size: 15px;"_s));
+    EXPECT_FALSE(content().wb_Icerik->innerHtml().valueOr({}).contains(u"17px"_s));
+
+    clickNode(u"C2"_s);
+    EXPECT_EQ(window->frame().fontSize(), 16);
+    clickNode(u"P1"_s);
+    EXPECT_TRUE(content().wb_Icerik2->isShown()) << "a book shows the start page";
+    EXPECT_TRUE(disappears(button(u"buyult"_s)));
+}
+
+TEST_F(MainWindowTest, ExtraWindowsKeepTheirPageAndTheirNumbers) {
+    ASSERT_TRUE(start());
+    press(u"New"_s);
+    choose(u"mnu_NewWindow"_s);
+    EXPECT_EQ(window->windows().extraWindows().highest(), 0) << "the start page is not copied";
+
+    clickNode(u"C1"_s);
+    ASSERT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
+    for (int i = 0; i < 3; ++i) press(u"New"_s);
+    const auto& extra = window->windows().extraWindows();
+    ASSERT_EQ(extra.highest(), 3);
+    EXPECT_EQ(extra.at(1)->windowTitle(), node(u"C1"_s).data().toString());
+    EXPECT_EQ(extra.at(1)->geometry().right(), find<QMdiArea>(u"workArea"_s)->rect().right());
+
+    clickNode(u"C2"_s);
+    extra.at(1)->findChild<QToolButton*>(u"buyult"_s)->click();
+    EXPECT_TRUE(shows(*extra.at(1)->wb_Icerik, u"td {font-size: 17px;"_s));
+    EXPECT_FALSE(extra.at(3)->wb_Icerik->innerHtml().valueOr({}).contains(u"17px"_s))
+        << "each has its own type size";
+
+    extra.at(2)->close();
+    EXPECT_EQ(extra.at(2), nullptr);
+    press(u"New"_s);
+    EXPECT_EQ(extra.highest(), 4);
+    EXPECT_EQ(extra.open().size(), 3U);
+    window->close();
+    EXPECT_TRUE(extra.open().empty());
+    EXPECT_FALSE(window->library().isOpen());
+}
+
+TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
+    ASSERT_TRUE(start());
+    clickNode(u"C1"_s);
+    choose(u"mnu_Arama"_s);
+    EXPECT_FALSE(child(u"frm_Arama"_s)->isVisible());
+    EXPECT_EQ(status(), u"Veskaran`nin Lirovan"_s);
+    choose(u"mnu_Arama"_s);
+    EXPECT_TRUE(child(u"frm_Arama"_s)->isVisible());
+    EXPECT_EQ(image(u"C1"_s), u"Incele"_s) << "hidden, not unloaded";
+
+    child(u"frm_Arama"_s)->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(child(u"frm_Arama"_s), nullptr);
+    EXPECT_FALSE(find<QAction>(u"mnu_Arama"_s)->isChecked());
+    press(u"tlbtn_Kitap"_s);
+    EXPECT_EQ(image(u"C1"_s), u"Acik"_s) << "loaded again";
+    EXPECT_EQ(child(u"frm_Arama"_s)->geometry().right() + 1, child(u"frm_Icerik"_s)->geometry().left());
+
+    choose(u"mnu_Icerik"_s);
+    EXPECT_FALSE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
+    clickNode(u"C1"_s);
+    EXPECT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
+    EXPECT_TRUE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
+}
+
+TEST_F(MainWindowTest, TheTabsSwitchByTheToolbarAlsoFromAMinimizedWindow) {
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    EXPECT_EQ(find<QTabWidget>(u"tb_Arama"_s)->currentIndex(), 1);
+    EXPECT_EQ(status(), u"Arama Penceresi - Arama"_s);
+    EXPECT_TRUE(appears(find(u"cmb_Kitaplar"_s)));
+    child(u"frm_Arama"_s)->showMinimized();
+    press(u"tlbtn_Kitap"_s);
+    EXPECT_FALSE(child(u"frm_Arama"_s)->isMinimized());
+    EXPECT_EQ(find<QTabWidget>(u"tb_Arama"_s)->currentIndex(), 0);
+    EXPECT_TRUE(disappears(find(u"cmb_Kitaplar"_s)));
+}
+
+TEST_F(MainWindowTest, TheFirstNormalSizeIsTwoThirdsOfTheScreenLaterOnesAreTheUsers) {
+    ASSERT_TRUE(start());
+    const QSize screen = window->screen()->size();
+    window->showNormal();
+    EXPECT_EQ(window->size(), QSize(qRound(screen.width() / 1.5), qRound(screen.height() / 1.5)));
+    EXPECT_EQ(window->x(), qRound(screen.width() / 5.0));
+    window->resize(620, 430);
+    EXPECT_LE(child(u"frm_Icerik"_s)->geometry().right(), find<QMdiArea>(u"workArea"_s)->rect().right());
+    window->showMaximized();
+    EXPECT_EQ(child(u"frm_Arama"_s)->width(), 321);
+    window->showNormal();
+    EXPECT_EQ(window->size(), QSize(620, 430));
+}
+
+TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
+    for (const QByteArray& content :
+         {QByteArray(), QByteArray("no database, and long enough to be read as one")}) {
+        write(u"kitaplar.vq", content);
+        dialogs.messages.clear();
+        EXPECT_FALSE(start());
+        ASSERT_EQ(dialogs.messages.size(), 1U);
+        EXPECT_EQ(dialogs.messages[0].title, u"Okuma Hatası"_s);
+        EXPECT_EQ(dialogs.messages[0].icon, platform::Icon::Critical);
+        QFile library(file.path());
+        ASSERT_TRUE(library.open(QIODevice::ReadOnly));
+        EXPECT_EQ(library.readAll(), content);
+    }
+    QFile::remove(file.path());
+    dialogs.messages.clear();
+    EXPECT_FALSE(start());
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    EXPECT_EQ(dialogs.messages[0].text, u"kitaplar.vq dosyası bulunamadı. Kitaplar okunamıyor..."_s);
+    EXPECT_EQ(dialogs.messages[0].title, u"Okuma Hatası"_s);
+}
+
+TEST_F(MainWindowTest, ThePrintLinkOfAPageAsksForThePrinter) {
+    ASSERT_TRUE(start());
+    clickNode(u"C1"_s);
+    ASSERT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
+    Q_EMIT content().wb_Icerik->printRequested();
+    EXPECT_EQ(printing.asked, 1);
+    EXPECT_TRUE(dialogs.messages.empty()) << "cancelled";
+}
+
+TEST_F(MainWindowTest, TheZoomMenuChangesThePageOfTheActiveWindow) {
+    ASSERT_TRUE(start());
+    clickNode(u"C1"_s);
+    ASSERT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
+    auto zoomed = [this] { return content().wb_Icerik->findChild<QWebEngineView*>()->zoomFactor(); };
+    choose(u"mnu_yBuyult"_s);
+    EXPECT_DOUBLE_EQ(zoomed(), 1.2);
+    choose(u"mnu_yNormal"_s);
+    EXPECT_DOUBLE_EQ(zoomed(), 1.0);
+}
+
+TEST_F(MainWindowTest, EveryControlTellsItsName) {
+    ASSERT_TRUE(start());
+    clickNode(u"C1"_s);
+    press(u"tlbtn_Arama"_s);
+    for (QWidget* each : window->findChildren<QWidget*>()) {
+        const bool control = qobject_cast<QToolButton*>(each) || qobject_cast<QComboBox*>(each) ||
+                             qobject_cast<QTreeView*>(each) || qobject_cast<platform::WebView*>(each);
+        if (!control || !each->isVisible() || each->objectName().startsWith(u"qt_")) continue;
+        EXPECT_FALSE(each->accessibleName().isEmpty()) << each->objectName().toStdString();
+        EXPECT_NE(each->focusPolicy() & Qt::TabFocus || each->focusProxy() ? 1 : 0, 0)
+            << each->objectName().toStdString();
+    }
+}
