@@ -55,6 +55,7 @@ TEST(Manifest, IsRefusedWithThePlaceOfItsFault) {
         {topic(R"("id":2,"baslik":"B","dosya":"b","parca":"yedi")"), u"“parca” bir sayı"},
         {topic(R"("id":2,"baslik":"B","dosya":"../b")"), u"“dosya” klasörün içinde"},
         {topic(R"("id":2,"baslik":"B","dosya":"a/../../b")"), u"“dosya” klasörün içinde"},
+        {topic(R"("id":2,"baslik":"B","dosya":"./a/..")"), u"“dosya” klasörün içinde"},
         {topic(R"("id":2,"baslik":"B","dosya":"C:/b")"), u"“dosya” klasörün içinde"},
         {topic(R"("id":2,"baslik":"B","dosya":"..\\b")"), u"“dosya” klasörün içinde"},
     };

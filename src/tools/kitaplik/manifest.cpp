@@ -67,7 +67,8 @@ class Entry {
         if (path.isEmpty()) return path;
         const QString clean = QDir::cleanPath(path);
         const bool leavesFolder = path.contains(u'\\') || path.contains(u':') || path.contains(u'\0') ||
-                                  QDir::isAbsolutePath(clean) || clean == u".." || clean.startsWith(u"../");
+                                  QDir::isAbsolutePath(clean) || clean == u"." || clean == u".." ||
+                                  clean.startsWith(u"../");
         if (leavesFolder) fail(u"“%1” klasörün içinde bir dosya olmalı: “%2”"_s.arg(key, path));
         return clean;
     }
