@@ -2,6 +2,7 @@
 // back.
 #include "main_window_fixture.h"
 
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QScreen>
 #include <QToolBar>
@@ -185,6 +186,78 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
     ASSERT_EQ(dialogs.messages.size(), 1U);
     EXPECT_EQ(dialogs.messages[0].text, u"kitaplar.vq dosyası bulunamadı. Kitaplar okunamıyor..."_s);
     EXPECT_EQ(dialogs.messages[0].title, u"Okuma Hatası"_s);
+}
+
+TEST_F(MainWindowTest, SearchesColoursTheHitsAndCarriesThemIntoAnExtraWindow) {
+    for (int topic = 901; topic <= 903; ++topic)
+        file.topic(topic, 1, u"Kuyu %1"_s.arg(topic), u"<P>bir kuyu, iki kuyu</P>"_s.repeated(40), 1);
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    auto* box = find<QLineEdit>(u"txt_Bul"_s);
+    QTest::keyClicks(box, u"kuyu"_s);
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(find<QLabel>(u"StatusBar1_2"_s)->text(), u"Arama Sonucu: 3 başlık bulundu."_s);
+    EXPECT_TRUE(disappears(find(u"prg_gosterge"_s)));
+
+    auto* results = find<QTreeView>(u"tvw_Kitaplar_Bul"_s);
+    const QModelIndex topic = results->model()
+                                  ->match(results->model()->index(0, 0), Qt::DisplayRole, u"Kuyu 902"_s, 1,
+                                          Qt::MatchStartsWith | Qt::MatchRecursive)
+                                  .value(0);
+    ASSERT_TRUE(topic.isValid());
+    results->expandAll();
+    results->scrollTo(topic);
+    QTest::mouseClick(results->viewport(), Qt::LeftButton, {}, results->visualRect(topic).center());
+    ASSERT_TRUE(shows(*content().wb_Icerik, u"ggggittt79"_s));
+    press(u"Down"_s);
+    press(u"Down"_s);
+    EXPECT_TRUE(button(u"Up"_s)->isEnabled());
+    EXPECT_GT(content().wb_Icerik->scrollTop().valueOr(0), 0);
+
+    press(u"New"_s);
+    shell::frm_IcerikN* extra = window->windows().extraWindows().at(1);
+    ASSERT_TRUE(extra);
+    EXPECT_TRUE(shows(*extra->wb_Icerik, u"ggggittt79"_s));
+    EXPECT_FALSE(extra->findChild<QToolButton*>(u"Up"_s)->isEnabled());
+    const double before = extra->wb_Icerik->scrollTop().valueOr(0);
+    for (int i = 0; i < 30; ++i) extra->findChild<QToolButton*>(u"Down"_s)->click();
+    EXPECT_GT(extra->wb_Icerik->scrollTop().valueOr(0), before);
+}
+
+TEST_F(MainWindowTest, ATextBoxKeepsItsEditingKeysFromTheMenus) {
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    auto* box = find<QLineEdit>(u"txt_Bul"_s);
+    box->setText(u"kuyu"_s);
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(box->selectedText(), u"kuyu"_s);
+    EXPECT_TRUE(find<QAction>(u"mnu_Arama"_s)->isChecked());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    auto* results = find<QTreeView>(u"tvw_Kitaplar_Bul"_s);
+    results->setFocus();
+    QTest::keyClick(results, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_FALSE(find<QAction>(u"mnu_Arama"_s)->isChecked());
+}
+
+TEST_F(MainWindowTest, ClosingWhileASearchRunsStopsItAndThenCloses) {
+    for (int topic = 901; topic <= 950; ++topic)
+        file.topic(topic, 1, u"Kuyu %1"_s.arg(topic), u"<P>bir kuyu, iki kuyu</P>"_s.repeated(2000), 1);
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    bool running = false, refused = false;
+    QTimer::singleShot(0, window.get(), [&] {
+        running = window->windows().isBusy();
+        child(u"frm_Arama"_s)->close();
+        refused = child(u"frm_Arama"_s)->isVisible() && !window->close();
+    });
+    auto* box = find<QLineEdit>(u"txt_Bul"_s);
+    box->setText(u"kuyu"_s);
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_TRUE(running);
+    EXPECT_TRUE(refused);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window->isVisible(); }));
+    EXPECT_FALSE(window->library().isOpen());
 }
 
 TEST_F(MainWindowTest, ThePrintLinkOfAPageAsksForThePrinter) {

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <utility>
 
 #include "platform/ui/twips_pixels.h"
 
@@ -55,7 +56,17 @@ void MdiChild::bringForward() {
     if (mdiArea()) mdiArea()->setActiveSubWindow(this);
 }
 
+void MdiChild::release() {
+    if (--holds_ > 0 || !std::exchange(closeWanted_, false)) return;
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
 void MdiChild::closeEvent(QCloseEvent* event) {
+    if (isHeld()) {
+        closeWanted_ = true;
+        event->ignore();
+        return;
+    }
     if (onUnload && !onUnload()) {
         event->ignore();
         return;

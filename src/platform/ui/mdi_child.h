@@ -31,6 +31,20 @@ class MdiChild : public QMdiSubWindow {
     /// Shows and activates the window, restored if it was minimised.
     void bringForward();
 
+    /// Keeps the window from being closed while something of it waits for an answer with events running; a
+    /// close that was asked for meanwhile follows.
+    class Hold {
+      public:
+        explicit Hold(MdiChild& window) : window_(window) { ++window_.holds_; }
+        ~Hold() { window_.release(); }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+      private:
+        MdiChild& window_;
+    };
+    bool isHeld() const { return holds_ > 0; }
+
   Q_SIGNALS:
     void unloaded();  ///< it was closed and is about to be deleted
 
@@ -40,10 +54,13 @@ class MdiChild : public QMdiSubWindow {
 
   private:
     void tellResize();
+    void release();
 
     std::optional<TwipsRect> given_;  // by setPlace(), which made it givenPixels_
     QRect givenPixels_;
     bool telling_ = false;
+    int holds_ = 0;
+    bool closeWanted_ = false;
 };
 
 }  // namespace lirovan::platform

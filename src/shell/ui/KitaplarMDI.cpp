@@ -27,6 +27,8 @@ constexpr int FontSizeAtStart = 12;
 
 constexpr int FrameMs = 16;
 
+constexpr int CloseAgainMs = 20;
+
 // Smaller than that, a 1366 × 768 screen at double scale could not show the window.
 constexpr QSize LeastSize{480, 320};
 
@@ -222,6 +224,13 @@ void KitaplarMDI::sizeChanged() {
 }
 
 void KitaplarMDI::closeEvent(QCloseEvent* event) {
+    if (windows_->isBusy()) {
+        // What runs is stopped; the window closes once it has unwound.
+        windows_->stopRun();
+        QTimer::singleShot(CloseAgainMs, this, &QWidget::close);
+        event->ignore();
+        return;
+    }
     if (!windows_->closeNotebook()) {
         event->ignore();
         return;

@@ -1,6 +1,7 @@
 #include "shell/ui/child_windows.h"
 
 #include <QApplication>
+#include <algorithm>
 
 #include "browse/window_places.h"
 #include "shell/ui/frmHakkinda.h"
@@ -64,7 +65,9 @@ void ChildWindows::loadBrowse() {
                              [this] { return help_ && help_->helpShown; },
                              std::exchange(maximizeMainWindow, nullptr)});
     area_.addSubWindow(browse_);
-    browse_->setSearchTab(new QWidget);
+    searchTab_ = new search::SearchTab(
+        {frame_, services_.dialogs, *contentPort_, library_, services_.folder, search_});
+    browse_->setSearchTab(searchTab_);
     const browse::BookTree& tree = browse_->load(treeProgress);
     if (tree.failure)
         services_.dialogs.show(platform::errorMessage(tree.failure->message, u"Okuma Hatası"_s));
@@ -84,7 +87,7 @@ void ChildWindows::loadContent() {
     window->onActivate = [this] { contentDecisions_.activate(); };
     window->onResize = [this] { contentDecisions_.resize(); };
     window->onUnload = [this] {
-        if (isBusy()) return false;
+        if (isSearching()) return false;
         contentDecisions_.unload();
         return true;
     };
@@ -127,6 +130,16 @@ void ChildWindows::arrange(platform::Twips browseWidth) {
     if (content_) contentDecisions_.resize();
 }
 
+bool ChildWindows::isBusy() const {
+    if (isSearching() || (content_ && content_->isHeld())) return true;
+    const std::vector<frm_IcerikN*> open = extra_.open();
+    return std::any_of(open.begin(), open.end(), [](const frm_IcerikN* window) { return window->isHeld(); });
+}
+
+void ChildWindows::stopRun() {
+    if (searchTab_) searchTab_->decisions().stop();
+}
+
 // ---- The browse window ----
 
 void ChildWindows::restoreBrowse() {
@@ -145,7 +158,9 @@ void ChildWindows::showTab(browse::Tab tab) {
     browseWindow().decisions().selectTab(tab);
 }
 
-void ChildWindows::sortResults(QStringView) {}
+void ChildWindows::sortResults(QStringView key) {
+    if (searchTab_) searchTab_->decisions().mnu_Sirala_Click(key);
+}
 
 // ---- The shared content window ----
 
@@ -168,7 +183,9 @@ void ChildWindows::focusContentView() {
 }
 
 void ChildWindows::changeContentFontSize(int step) {
-    if (content_) contentDecisions_.ChangeFontSize(step);
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    contentDecisions_.ChangeFontSize(step);
 }
 
 platform::PageView* ChildWindows::shownPage() {
@@ -176,19 +193,27 @@ platform::PageView* ChildWindows::shownPage() {
 }
 
 void ChildWindows::ReOrderPos() {
-    if (hits_) hits_->ReOrderPos();
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    hits_->ReOrderPos();
 }
 
 void ChildWindows::SetPosZero() {
-    if (hits_) hits_->SetPosZero();
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    hits_->SetPosZero();
 }
 
 void ChildWindows::previousHit() {
-    if (hits_) hits_->UpperPos();
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    hits_->UpperPos();
 }
 
 void ChildWindows::nextHit() {
-    if (hits_) hits_->DownerPos();
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    hits_->DownerPos();
 }
 
 void ChildWindows::setActiveZoom(double factor) {
@@ -214,11 +239,11 @@ void ChildWindows::sendCopy() {
 
 void ChildWindows::openInNewWindow() {
     if (!content_ || !content_->wb_Icerik->isShown()) return;
-    const QPointer<frm_Icerik> source(content_);
-    const auto html = source->wb_Icerik->innerHtml();
-    if (!html || !source) return;
-    loadExtra({source->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
-               copiedCaption(source->windowTitle()), frame_.fontSize()});
+    const platform::MdiChild::Hold hold(*content_);
+    const auto html = content_->wb_Icerik->innerHtml();
+    if (!html) return;
+    loadExtra({content_->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
+               copiedCaption(content_->windowTitle()), frame_.fontSize()});
 }
 
 void ChildWindows::loadExtra(const CopiedPage& page) {
@@ -238,7 +263,7 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     window->setPlace(
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
     window->wb_Icerik->setZoom(zoom_);
-    if (!window->fill(page)) return;
+    window->fill(page);
     window->bringForward();
     window->focusPage();
 }

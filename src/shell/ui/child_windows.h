@@ -14,6 +14,7 @@
 #include "notes/ui/notebook.h"
 #include "search/hit_positions.h"
 #include "search/ui/frm_Arama.h"
+#include "search/ui/search_tab.h"
 #include "shell/commands.h"
 #include "shell/extra_windows.h"
 #include "shell/ui/frm_IcerikN.h"
@@ -43,8 +44,10 @@ class ChildWindows : public QObject, public Windows {
 
     /// The main window was resized: the browse window's width, then both places.
     void arrange(platform::Twips browseWidth);
-    /// A search or summary runs.
-    bool isBusy() const { return search_.running; }
+    /// A search or summary runs, or a page is asked something: nothing may be closed meanwhile.
+    bool isBusy() const;
+    /// Ends a search or summary at its next step.
+    void stopRun();
     /// Closes the notebook; false when it has to stay.
     bool closeNotebook() { return notebook_.confirmClose(); }
     void closeExtraWindows();
@@ -86,6 +89,8 @@ class ChildWindows : public QObject, public Windows {
   private:
     class ContentPort;
 
+    bool isSearching() const { return searchTab_ && searchTab_->decisions().isRunning(); }
+
     void loadBrowse();
     void loadContent();
     /// Where the browse window stands, or stood when it was last loaded.
@@ -101,6 +106,7 @@ class ChildWindows : public QObject, public Windows {
     browse::ContentWindow contentDecisions_;
     browse::SearchTabState search_;
     QPointer<search::frm_Arama> browse_;
+    QPointer<search::SearchTab> searchTab_;
     QPointer<browse::frm_Icerik> content_;
     std::optional<search::HitPositions> hits_;
     ExtraWindows<frm_IcerikN> extra_;

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QPointer>
 #include <QVBoxLayout>
 
 #include "browse/content_window.h"
@@ -105,6 +104,7 @@ void frm_IcerikN::buildToolbar() {
 }
 
 void frm_IcerikN::pressed(QStringView key) {
+    const Hold hold(*this);
     if (key == button::Cut) {
         if (QWidget* focused = QApplication::focusWidget()) QMetaObject::invokeMethod(focused, "cut");
     } else if (key == button::Copy) {
@@ -127,37 +127,34 @@ void frm_IcerikN::pressed(QStringView key) {
     }
 }
 
-bool frm_IcerikN::fill(const CopiedPage& page) {
-    const QPointer<frm_IcerikN> self(this);
+void frm_IcerikN::fill(const CopiedPage& page) {
+    const Hold hold(*this);
     wb_Icerik->navigate(page.location);
     wb_Icerik->waitUntilComplete();
-    if (!self) return false;
     wb_Icerik->rewrite(page.html);
-    if (!self) return false;
     setWindowTitle(page.caption);
     FontSizeN(page.fontSize);
-    return true;
 }
 
 void frm_IcerikN::focusPage() {
-    const QPointer<frm_IcerikN> self(this);
+    const Hold hold(*this);
     wb_Icerik->setFocus();
-    const auto hit = wb_Icerik->hasElement(FirstHit);
-    if (!self || !hit.valueOr(false)) return;
-    if (wb_Icerik->focusElement(FirstHit) == platform::Outcome::Answered && self)
-        wb_Icerik->scrollLinesDown(LinesPastHit);
+    if (!wb_Icerik->hasElement(FirstHit).valueOr(false)) return;
+    wb_Icerik->focusElement(FirstHit);
+    wb_Icerik->scrollLinesDown(LinesPastHit);
 }
 
 void frm_IcerikN::ChangeFontSizeN(int step) {
-    const QPointer<frm_IcerikN> self(this);
+    const Hold hold(*this);
     const int oldSize = fontSize_;
     fontSize_ += step;
     // Its images are absolute already.
     browse::rewriteWithFontSize(*wb_Icerik, oldSize, fontSize_, nullptr);
-    if (self) hits_.ReOrderPos();
+    hits_.ReOrderPos();
 }
 
 void frm_IcerikN::activated() {
+    const Hold hold(*this);
     browse::contentActivated(parts_.frame);
     hits_.firstActivation();
 }

@@ -39,8 +39,8 @@ class frm_IcerikN : public platform::MdiChild {
 
     int number() const { return number_; }
 
-    /// Shows a page; waits until it is there. False when the page view, or the window, went meanwhile.
-    bool fill(const CopiedPage& page);
+    /// Shows a page; waits until it is there.
+    void fill(const CopiedPage& page);
     /// To the page: its first hit, where it has hits.
     void focusPage();
 

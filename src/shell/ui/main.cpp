@@ -1,9 +1,8 @@
 // The program: chooses the application folder, shows the main window.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QPalette>
 #include <QStandardPaths>
-#include <QStyleFactory>
-#include <QTimer>
 
 #include "platform/ui/icons.h"
 #include "platform/ui/message_boxes.h"
@@ -24,6 +23,16 @@ shell::FolderCandidates folderCandidates(const QCommandLineParser& parser, const
             program + u"/../share/lirovan"_s, data + u"/lirovan"_s};
 }
 
+/// Where the desktop brings no colours of its own, the accent is that of the program's drawings.
+void setAccent() {
+    const QColor stockAccent(48, 140, 198);
+    QPalette palette = QApplication::palette();
+    if (palette.color(QPalette::Highlight) != stockAccent) return;
+    palette.setColor(QPalette::Highlight, QColor(0x2b, 0x6f, 0x78));
+    palette.setColor(QPalette::Link, QColor(0x1d, 0x6b, 0x76));
+    QApplication::setPalette(palette);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -35,6 +44,7 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(u"lirovan"_s);
     QApplication::setWindowIcon(platform::applicationIcon());
     platform::installTranslations(application);
+    setAccent();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
