@@ -235,7 +235,8 @@ TEST_F(NotebookTest, TakesAPassageOfAPage) {
     select(5, 5);
     notebook_.pasteFromClipboard();
     EXPECT_EQ(box().toPlainText(), u"Önce Şu ışık. sonra");
-    const auto& runs = box().document().paragraphs[0].runs;
+    const rtf::Document note = box().document();
+    const auto& runs = note.paragraphs[0].runs;
     const auto hit =
         std::find_if(runs.begin(), runs.end(), [](const rtf::Run& run) { return run.text == u"ışık"; });
     ASSERT_NE(hit, runs.end());

@@ -40,7 +40,9 @@ UConverter* openCodePage(int codePage) {
 
 }  // namespace
 
-void ByteDecoder::Close::operator()(UConverter* converter) const { ucnv_close(converter); }
+void ByteDecoder::Close::operator()(UConverter* converter) const {
+    ucnv_close(converter);
+}
 ByteDecoder::ByteDecoder() = default;
 ByteDecoder::~ByteDecoder() = default;
 

@@ -9,17 +9,48 @@ namespace lirovan::platform::rtf {
 
 enum class Action {
     // Character format
-    Bold, Italic, Underline, UnderlineOff, Strike, Script, Font, FontSize, Color, Background, Hidden, Plain,
+    Bold,
+    Italic,
+    Underline,
+    UnderlineOff,
+    Strike,
+    Script,
+    Font,
+    FontSize,
+    Color,
+    Background,
+    Hidden,
+    Plain,
     // Paragraph format
-    ParagraphDefault, Align, LeftIndent, FirstIndent,
+    ParagraphDefault,
+    Align,
+    LeftIndent,
+    FirstIndent,
     // Text
-    Character, Unicode, FallbackLength, Paragraph, Cell, Row, Binary,
+    Character,
+    Unicode,
+    FallbackLength,
+    Paragraph,
+    Cell,
+    Row,
+    Binary,
     // Code page of the document and of fonts
-    CodePage, DocumentFont, FontCharset, FontCodePage,
+    CodePage,
+    DocumentFont,
+    FontCharset,
+    FontCodePage,
     // Colour table
-    Red, Green, Blue,
+    Red,
+    Green,
+    Blue,
     // Destinations: what becomes of the group
-    FontTable, ColorTable, Skip, Footnote, UnicodePair, UnicodePart, Transparent
+    FontTable,
+    ColorTable,
+    Skip,
+    Footnote,
+    UnicodePair,
+    UnicodePart,
+    Transparent
 };
 
 struct ControlWord {

@@ -64,10 +64,11 @@ QString paragraphStyle(const ParagraphFormat& format) {
 }  // namespace
 
 QString toHtml(const Document& document, const QString& title) {
-    QString out = QStringLiteral(
-                      "<!DOCTYPE html>\n<html lang=\"tr\"><head><meta charset=\"utf-8\"><title>%1</title></head>"
-                      "<body>\n")
-                      .arg(title.toHtmlEscaped());
+    QString out =
+        QStringLiteral(
+            "<!DOCTYPE html>\n<html lang=\"tr\"><head><meta charset=\"utf-8\"><title>%1</title></head>"
+            "<body>\n")
+            .arg(title.toHtmlEscaped());
     for (const Paragraph& paragraph : document.paragraphs) {
         out += QStringLiteral("<p style=\"%1\">").arg(paragraphStyle(paragraph.format));
         for (const Run& run : paragraph.runs) appendRun(out, run);

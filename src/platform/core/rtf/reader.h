@@ -1,9 +1,9 @@
 // A document from rich text (RTF), whoever wrote it.
 //
-// Nothing is an error: what is not understood is passed over, what is cut off ends where it ends, and what is not
-// rich text at all is taken as plain text. Time and memory are linear in the size of the input, at any depth of
-// nesting. Lists and tables come as text (bullets and numbers as they were shown, cells separated by tabs, a row a
-// paragraph); pictures, headers, footers, notes for the program and hidden text are left out.
+// Nothing is an error: what is not understood is passed over, what is cut off ends where it ends, and what is
+// not rich text at all is taken as plain text. Time and memory are linear in the size of the input, at any
+// depth of nesting. Lists and tables come as text (bullets and numbers as they were shown, cells separated by
+// tabs, a row a paragraph); pictures, headers, footers, notes for the program and hidden text are left out.
 #pragma once
 
 #include <QByteArrayView>

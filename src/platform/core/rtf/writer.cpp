@@ -60,8 +60,9 @@ class Writer {
 
 QByteArray Writer::write(const Document& document, Ending ending) {
     const Paragraph nothing;
-    const std::span<const Paragraph> paragraphs =
-        document.paragraphs.empty() ? std::span(&nothing, 1) : std::span<const Paragraph>(document.paragraphs);
+    const std::span<const Paragraph> paragraphs = document.paragraphs.empty()
+                                                      ? std::span(&nothing, 1)
+                                                      : std::span<const Paragraph>(document.paragraphs);
     for (const Paragraph& paragraph : paragraphs) {
         paragraphFormat(paragraph.format);
         for (const Run& run : paragraph.runs) {
@@ -91,7 +92,9 @@ Writer::Look Writer::look(const CharFormat& format) {
     return made;
 }
 
-qsizetype Writer::colorIndex(const std::optional<Rgb>& color) { return color ? colors_.of(*color) + 1 : 0; }
+qsizetype Writer::colorIndex(const std::optional<Rgb>& color) {
+    return color ? colors_.of(*color) + 1 : 0;
+}
 
 void Writer::paragraphFormat(const ParagraphFormat& format) {
     if (currentParagraph_ == format) return;
@@ -194,19 +197,22 @@ QByteArray Writer::header() const {
     for (size_t i = 0; i < fonts.size(); ++i) {
         Writer name;
         name.text(fonts[i]);
-        out += "{\\f" + QByteArray::number(static_cast<qsizetype>(i)) + "\\fnil\\fcharset162 " + name.body_ + ";}";
+        out += "{\\f" + QByteArray::number(static_cast<qsizetype>(i)) + "\\fnil\\fcharset162 " + name.body_ +
+               ";}";
     }
     out += "}\n";
     if (colors_.values().empty()) return out;
     out += "{\\colortbl ;";
     for (const Rgb& color : colors_.values())
-        out += "\\red" + QByteArray::number(color.red) + "\\green" + QByteArray::number(color.green) + "\\blue" +
-               QByteArray::number(color.blue) + ';';
+        out += "\\red" + QByteArray::number(color.red) + "\\green" + QByteArray::number(color.green) +
+               "\\blue" + QByteArray::number(color.blue) + ';';
     return out + "}\n";
 }
 
 }  // namespace
 
-QByteArray write(const Document& document, Ending ending) { return Writer().write(document, ending); }
+QByteArray write(const Document& document, Ending ending) {
+    return Writer().write(document, ending);
+}
 
 }  // namespace lirovan::platform::rtf

@@ -1,7 +1,8 @@
 // Rich text (RTF) from a document.
 //
-// The writing is canonical: one document has one text, and read(write(d)) written again gives the same bytes, so
-// that two notes are the same exactly when their texts are. Pure ASCII; Turkish letters as bytes of windows-1254
+// The writing is canonical: one document has one text, and read(write(d)) written again gives the same bytes,
+// so that two notes are the same exactly when their texts are. Pure ASCII; Turkish letters as bytes of
+// windows-1254
 // ("\'f0"), everything else as "\u" with "?" for programs that do not know it.
 #pragma once
 
