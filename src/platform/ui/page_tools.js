@@ -2,6 +2,9 @@
 (function () {
   'use strict';
 
+  // The next topic has the same address as the last one, but begins at its top.
+  history.scrollRestoration = 'manual';
+
   // A page's elements can hide the document's own operations behind their names (<form name="open">).
   const own = name => Document.prototype[name].bind(document);
   const [open, clear, write, close] = ['open', 'clear', 'write', 'close'].map(own);

@@ -190,6 +190,15 @@ TEST_F(WebViewTest, HidesHitButtonsAndStillFocusesThem) {
     }
 }
 
+TEST_F(WebViewTest, BeginsTheNextPageOfTheSameFileAtItsTop) {
+    const QString filler = u"<p style='height:3000px'></p>"_s;
+    show(filler + u"önceki"_s);
+    ASSERT_EQ(view->setScrollTop(1500), Outcome::Answered);
+    ASSERT_EQ(view->scrollTop().value, 1500);
+    show(filler + u"sonraki"_s);
+    EXPECT_EQ(view->scrollTop().value, 0);
+}
+
 TEST_F(WebViewTest, AnswersBeforeAnythingWasShown) {
     EXPECT_EQ(view->waitUntilComplete(), Outcome::Answered);
     EXPECT_FALSE(view->hasElement(u"ggggittt0").valueOr(false));
