@@ -38,7 +38,7 @@ void pageFocused(platform::MainFrame& frame, bool clipboardHasText) {
 void ContentWindow::load(const platform::TwipsRect& browse, bool browseMinimized) {
     frame_.setMenuChecked(menu::Icerik, true);
     view_.setPlace(contentPlaceAtLoad(browse, browseMinimized, frame_.width(), frame_.height()));
-    view_.wb_Icerik2().navigate(folder_.pageText(StartPage));
+    view_.wb_Icerik2().navigate(folder_.pageText(StartPageOfWindow));
 }
 
 void ContentWindow::resize() {

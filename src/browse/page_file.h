@@ -10,7 +10,8 @@ namespace lirovan::browse {
 
 /// Texts relative to the application folder.
 inline constexpr QStringView PageFile = u"\\OKU\\oku.html";
-inline constexpr QStringView StartPage = u"\\OKU\\VQ.htm";
+inline constexpr QStringView StartPage = u"\\OKU\\VQ.htm";          ///< as the pages name it
+inline constexpr QStringView StartPageOfWindow = u"\\OKU\\VQ.HTM";  ///< the same file, as the windows open it
 
 /// Writes `page` (without the final line end) to PageFile in windows-1254. When that fails (folder missing or
 /// not writable, disk full) the old page stays as it was.

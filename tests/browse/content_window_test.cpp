@@ -27,7 +27,7 @@ class ContentWindowTest : public testing::Test {
 TEST_F(ContentWindowTest, LoadsBesideTheBrowseWindowWithTheStartPage) {
     window_.load(Browse, false);
     EXPECT_EQ(view_.rect, (TwipsRect{Twips{8000}, Twips{30}, Twips{11790}, Twips{10470}}));
-    EXPECT_EQ(view_.startPage.location().toLower(), u"/l\\oku\\vq.htm");
+    EXPECT_EQ(view_.startPage.location(), u"/l\\OKU\\VQ.HTM");
     EXPECT_TRUE(frame_.isMenuChecked(u"mnu_Icerik"));
     window_.load(Browse, true);
     EXPECT_EQ(view_.rect, (TwipsRect{Twips{8010}, Twips{0}, Twips{11790}, Twips{10470}}));
