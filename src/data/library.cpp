@@ -34,7 +34,8 @@ Result<std::optional<Row>> first(const Database& database, const QString& sql) {
 }
 
 bool readable(const QString& path) {
-    return QFile(path).open(QIODevice::ReadOnly);
+    // To open a pipe would wait for its writer.
+    return QFileInfo(path).isFile() && QFile(path).open(QIODevice::ReadOnly);
 }
 
 }  // namespace

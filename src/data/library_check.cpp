@@ -113,6 +113,8 @@ Result<QStringList> checkLibrary(const Database& database) {
             const QString text = row.text(1);
             if (text.trimmed().isEmpty())
                 *faults += u"Konu %1: metin boş."_s.arg(shownId(row));
+            else if (text.contains(QChar::Null) || text.contains(QChar::ReplacementCharacter))
+                *faults += u"Konu %1: metinde bozuk karakter var."_s.arg(shownId(row));
             else if (const std::optional<QString> fault = markupFault(text))
                 *faults += u"Konu %1: %2."_s.arg(shownId(row), *fault);
         });

@@ -43,6 +43,8 @@ TEST(LibraryCheck, NamesEveryFaultWithItsRow) {
         {u"DELETE FROM tbl_KonuBaslik WHERE KonuID=101", {u"Konu 101: başlığı yok."_s}},
         {u"UPDATE tbl_KonuBaslik SET KonuBaslik=' ' WHERE KonuID=101", {u"Konu 101: başlığı boş."_s}},
         {u"UPDATE tbl_Konu SET Konu=NULL WHERE KonuID=101", {u"Konu 101: metin boş."_s}},
+        {u"UPDATE tbl_Konu SET Konu=CAST(x'41C4' AS TEXT) WHERE KonuID=101",
+         {u"Konu 101: metinde bozuk karakter var."_s}},
         {u"UPDATE tbl_Konu SET Konu='<P><B>x</P>' WHERE KonuID=101", {u"Konu 101: <b> kapanmamış."_s}},
     };
     for (const auto& one : cases) {
