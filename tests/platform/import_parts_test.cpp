@@ -36,6 +36,7 @@ TEST(FileFormat, TellsWhatAFileIsAndWhatIsWrongWithIt) {
         {"<html>", 6, FileFormat::Unknown, false},
         {jet4, 40960, FileFormat::Jet4, false},
         {jet4, 8192, FileFormat::Jet4, true},
+        {jet4, 40960 - 100, FileFormat::Jet4, true},
         {jet3, 8192, FileFormat::Jet3, false},
         {jet3.first(30), 30, FileFormat::Jet3, true},
         {jet9, 40960, FileFormat::Unknown, false},

@@ -277,7 +277,7 @@ Result<void> copyTables(RowSource& source, LayoutKind kind, const QString& targe
     Result<std::vector<TablePlan>> plans = planTables(source, kind);
     if (!plans) return plans.error();
     Result<Database> database = Database::open(target, OpenMode::Create);
-    if (!database) return database.error();
+    if (!database) return Error{QStringLiteral("Hedef dosya oluşturulamadı.")};
     if (const Result<void> prepared = prepareFile(*database, kind); !prepared) return prepared;
     // The file counts only once it is complete, so nothing is protected on the way.
     if (const Result<void> set = database->execute(u"PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF"); !set)

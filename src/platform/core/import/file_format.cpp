@@ -68,8 +68,10 @@ FileHeader readJetHeader(QByteArrayView start, qint64 fileSize) {
     FileHeader header;
     const bool jet4 = start[JetVersion] != 0;
     header.format = jet4 ? FileFormat::Jet4 : FileFormat::Jet3;
-    // The catalogue begins on the third page.
-    header.truncated = fileSize < 3 * (jet4 ? qint64{4096} : qint64{2048});
+    // A file is whole pages, and the catalogue begins on the third. What is missing of a page would be read
+    // as zeros, and the rows of a page stand at its end.
+    const qint64 pageSize = jet4 ? 4096 : 2048;
+    header.truncated = fileSize < 3 * pageSize || fileSize % pageSize != 0;
     constexpr qsizetype masked = 126;
     if (start.size() < JetMasked + masked) return header;
     const QByteArray page = start.first(JetMasked).toByteArray() + unmasked(start.sliced(JetMasked, masked));
@@ -120,6 +122,11 @@ FileHeader probeFile(const QString& path) {
     }
     if (!info.exists()) {
         header.format = FileFormat::Missing;
+        return header;
+    }
+    if (!info.isFile()) {  // to open a pipe would wait for its writer
+        header.format = FileFormat::Unreadable;
+        header.reason = QStringLiteral("bu bir dosya değil");
         return header;
     }
     QFile file(path);

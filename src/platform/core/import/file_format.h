@@ -16,7 +16,7 @@ struct FileHeader {
     bool password = false;     ///< Jet: a database password is set
     quint16 codePage = 0;      ///< Jet 3: Windows code page of its texts, 0 when the header names none
     qint32 applicationId = 0;  ///< SQLite: PRAGMA application_id
-    QString reason;            ///< Unreadable: the system's words
+    QString reason;            ///< Unreadable: why
 
     bool isJet() const { return format == FileFormat::Jet3 || format == FileFormat::Jet4; }
 };
