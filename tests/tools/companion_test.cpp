@@ -5,6 +5,10 @@
 #include <QFile>
 #include <QProcess>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 #include "support/library_file.h"
 
 using namespace lirovan;
@@ -112,9 +116,17 @@ TEST(Companion, LeavesTheTargetAloneWhenItCannotMakeTheLibrary) {
     QFile::remove(withoutFile.path(u"8.html"_s));
     refused(withoutFile, u"8.html bulunamadı");
 
-    const SourceFolder wrongEncoding;
-    write(wrongEncoding.path(u"8.html"_s), "\xFE");
-    refused(wrongEncoding, u"8.html geçerli UTF-8 değil");
+    for (const QByteArray bytes : {"\xFE", "ka\xC4"}) {  // no character, half a character
+        const SourceFolder wrongEncoding;
+        write(wrongEncoding.path(u"8.html"_s), bytes);
+        refused(wrongEncoding, u"8.html geçerli UTF-8 değil");
+    }
+#ifdef Q_OS_UNIX
+    const SourceFolder pipe;  // to open it would wait for a writer that never comes
+    QFile::remove(pipe.path(u"8.html"_s));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe.path(u"8.html"_s)).constData(), 0600), 0);
+    refused(pipe, u"8.html bir dosya değil");
+#endif
 
     const SourceFolder linkOut;
     QFile::remove(linkOut.path(u"8.html"_s));
@@ -123,7 +135,7 @@ TEST(Companion, LeavesTheTargetAloneWhenItCannotMakeTheLibrary) {
 
     const SourceFolder noManifest;
     QFile::remove(noManifest.path(u"kitaplik.json"_s));
-    refused(noManifest, u"kitaplik.json okunamıyor");
+    refused(noManifest, u"kitaplik.json bulunamadı");
     EXPECT_EQ(call({u"olustur"_s, SourceFolder().path(), folder.path()}).status, 1);
 }
 
@@ -164,5 +176,6 @@ TEST(Companion, TellsFaultsAndFailuresByItsExitStatus) {
     EXPECT_EQ(call({}).status, 2);
     EXPECT_EQ(call({u"yok"_s}).status, 2);
     EXPECT_EQ(call({u"konu"_s, file.path(), u"101"_s}).status, 2);
+    EXPECT_EQ(call({u"konu"_s, file.path(), u"yüz"_s, u"--klasor"_s, u"/l"_s}).status, 2);
     EXPECT_EQ(call({u"--yardim"_s}).status, 0);
 }

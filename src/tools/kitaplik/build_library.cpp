@@ -22,11 +22,14 @@ using platform::Result;
 namespace {
 
 Result<QByteArray> bytesOf(const QString& path, QStringView name) {
+    const QFileInfo info(path);
+    if (!info.exists()) return Error{u"%1 bulunamadı."_s.arg(name)};
+    // A folder cannot be read, and a pipe never ends.
+    if (!info.isFile()) return Error{u"%1 bir dosya değil."_s.arg(name)};
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return Error{u"%1 okunamıyor: %2."_s.arg(name, file.errorString())};
+    if (!file.open(QIODevice::ReadOnly)) return Error{u"%1 okunamıyor."_s.arg(name)};
     QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return Error{u"%1 okunamıyor: %2."_s.arg(name, file.errorString())};
+    if (file.error() != QFileDevice::NoError) return Error{u"%1 okunamıyor."_s.arg(name)};
     return bytes;
 }
 
@@ -59,7 +62,8 @@ class Builder {
         if (!path.startsWith(root_ + u'/')) return Error{u"%1 klasörün dışında."_s.arg(relative)};
         const Result<QByteArray> bytes = bytesOf(path, relative);
         if (!bytes) return bytes.error();
-        QStringDecoder decoder(QStringDecoder::Utf8);
+        // Stateless: a character cut off at the end of the file is an error too.
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
         QString text = decoder(*bytes);
         if (decoder.hasError()) return Error{u"%1 geçerli UTF-8 değil."_s.arg(relative)};
         return text;
@@ -118,8 +122,7 @@ Result<void> buildLibrary(const QString& folder, const QString& target) {
 
     std::error_code failure;
     std::filesystem::rename(unfinished.toStdU16String(), info.absoluteFilePath().toStdU16String(), failure);
-    if (failure)
-        return Error{u"%1 yerine konamadı: %2."_s.arg(target, QString::fromStdString(failure.message()))};
+    if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};
     return {};
 }
 

@@ -151,6 +151,30 @@ class Reader {
     std::optional<Error> error_;
 };
 
+QString jsonFault(QJsonParseError::ParseError fault) {
+    switch (fault) {
+        case QJsonParseError::UnterminatedObject:
+        case QJsonParseError::UnterminatedArray:
+        case QJsonParseError::UnterminatedString:
+            return u"nesne, dizi ya da metin kapanmamış"_s;
+        case QJsonParseError::MissingNameSeparator:
+            return u"“:” eksik"_s;
+        case QJsonParseError::MissingValueSeparator:
+            return u"“,” eksik"_s;
+        case QJsonParseError::IllegalUTF8String:
+            return u"geçerli UTF-8 değil"_s;
+        case QJsonParseError::IllegalEscapeSequence:
+            return u"“\\” işaretinden sonrası yanlış"_s;
+        case QJsonParseError::GarbageAtEnd:
+            return u"sonda fazla yazı var"_s;
+        case QJsonParseError::DeepNesting:
+        case QJsonParseError::DocumentTooLarge:
+            return u"çok büyük ya da çok derin"_s;
+        default:
+            return u"geçersiz değer"_s;
+    }
+}
+
 }  // namespace
 
 Result<Manifest> readManifest(const QByteArray& json) {
@@ -160,7 +184,7 @@ Result<Manifest> readManifest(const QByteArray& json) {
         const qsizetype offset = std::min<qsizetype>(parseError.offset, json.size());
         return Error{u"kitaplik.json geçerli bir JSON dosyası değil: %1. satır (%2)."_s
                          .arg(json.first(std::max<qsizetype>(offset, 0)).count('\n') + 1)
-                         .arg(parseError.errorString())};
+                         .arg(jsonFault(parseError.error))};
     }
     return Reader().read(document.isObject() ? QJsonValue(document.object()) : QJsonValue(document.array()));
 }

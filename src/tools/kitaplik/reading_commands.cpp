@@ -52,7 +52,10 @@ ExitStatus secici(const Arguments& arguments) {
 
 ExitStatus konu(const Arguments& arguments) {
     const Result<qint64> id = Arguments::id(arguments.positional[1], u"KONUID");
-    if (!id) return fail(id.error());
+    if (!id) {
+        fail(id.error());
+        return ExitStatus::Usage;
+    }
     const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
     if (!open) return fail(open.error());
 

@@ -118,8 +118,7 @@ Result<QByteArray> rebuiltCopy(const QString& source, const QString& target) {
     if (!rows) return rows;
     std::error_code failure;
     std::filesystem::rename(copy.toStdU16String(), info.absoluteFilePath().toStdU16String(), failure);
-    if (failure)
-        return Error{u"%1 yerine konamadı: %2."_s.arg(target, QString::fromStdString(failure.message()))};
+    if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};
     return rows;
 }
 
