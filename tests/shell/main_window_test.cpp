@@ -100,6 +100,7 @@ TEST_F(MainWindowTest, ExtraWindowsKeepTheirPageAndTheirNumbers) {
     EXPECT_EQ(extra.at(1)->geometry().right(), find<QMdiArea>(u"workArea"_s)->rect().right());
 
     clickNode(u"C2"_s);
+    ASSERT_TRUE(shows(*content().wb_Icerik, u"IRMAK BOYU"_s));
     extra.at(1)->findChild<QToolButton*>(u"buyult"_s)->click();
     EXPECT_TRUE(shows(*extra.at(1)->wb_Icerik, u"td {font-size: 17px;"_s));
     EXPECT_FALSE(extra.at(3)->wb_Icerik->innerHtml().valueOr({}).contains(u"17px"_s))
