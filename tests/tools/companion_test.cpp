@@ -153,6 +153,22 @@ TEST(Companion, ReadsForeignFilesWithoutChangingThem) {
     EXPECT_TRUE(call({u"konu"_s, imported, u"5"_s, u"--klasor"_s, u"/l"_s}).out.contains("<P>m</P>"));
 }
 
+TEST(Companion, RebuildsTheWordsInACopyOrInPlace) {
+    test::LibraryFile file;
+    file.author(1, u"Y").book(1, 1, u"K").topic(5, 1, u"B", u"<P>hakîkat, Hakîkat ve îman</P>");
+    file.execute(u"PRAGMA application_id=0");
+    const QByteArray before = read(file.path());
+    const QString copy = file.filePath(u"kopya.vq"_s);
+    EXPECT_EQ(call({u"kelimeler"_s, file.path(), copy}).out, QByteArray("2\n"));
+    EXPECT_EQ(read(file.path()), before);
+    EXPECT_EQ(call({u"denetle"_s, copy}).status, 0);
+
+    EXPECT_EQ(call({u"kelimeler"_s, file.path()}).out, QByteArray("2\n"));
+    EXPECT_EQ(read(file.path() + u".sqlite"_s), before);
+    EXPECT_TRUE(data::Library::openFile(file.path(), platform::OpenMode::ReadOnly));
+    EXPECT_EQ(call({u"kelimeler"_s, file.filePath(u"yok.vq"_s)}).status, 1);
+}
+
 TEST(Companion, TellsFaultsAndFailuresByItsExitStatus) {
     test::LibraryFile file = test::smallLibrary();
     file.execute(u"DELETE FROM tbl_Konu WHERE KonuID=101");

@@ -97,7 +97,11 @@ ExitStatus ozet(const Arguments& arguments) {
     return print(search::companion::ozet(open->library, request, group));
 }
 
+// The file is changed, so a Jet or plain SQLite file is brought into our layout first, as the program does.
 Result<QByteArray> rebuiltTable(const QString& path) {
+    const auto ensured = platform::Importer().ensureLayout(path, platform::LayoutKind::Library);
+    if (!ensured) return ensured.error();
+    if (ensured->imported) printNote(u"Dosya kitaplık biçimine çevrildi; eskisi: %1"_s.arg(ensured->backup));
     const Result<data::Library> library = data::Library::openFile(path, platform::OpenMode::ReadWrite);
     if (!library) return library.error();
     return search::companion::kelimeler(*library);
