@@ -70,7 +70,7 @@ QString topicContent(QStringView script, const data::TopicText& topic, data::Boo
 std::optional<QString> topicPage(const data::Library& library, const platform::AppFolder& folder,
                                  const TopicRequest& request) {
     const auto topic = library.topic(request.topic);
-    if (!topic || !*topic) return std::nullopt;
+    if (topic && !*topic) return std::nullopt;
     const auto author = library.author(request.author);
 
     PageFrame frame;
@@ -78,7 +78,8 @@ std::optional<QString> topicPage(const data::Library& library, const platform::A
     frame.bookName = request.bookName;
     if (author && *author) frame.authorName = (**author).name;
     frame.book = request.book;
-    return framedPage(frame, topicContent(scriptFragment(library, folder), **topic, request.book));
+    const data::TopicText text = topic ? **topic : data::TopicText();
+    return framedPage(frame, topicContent(scriptFragment(library, folder), text, request.book));
 }
 
 }  // namespace lirovan::browse

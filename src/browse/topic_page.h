@@ -32,8 +32,8 @@ QString topicContent(QStringView script, const data::TopicText& topic, data::Boo
 /// and other books are never shaped; see topicContent().
 QString shapedListPart(QString content, double partNumber);
 
-/// The page of `request`, without the final line end. Nothing where the topic has no text row or that row
-/// cannot be read. What else cannot be read (script, author) leaves its place empty.
+/// The page of `request`, without the final line end. Nothing where the topic has no text row. What cannot be
+/// read of a damaged library (text, script, author) leaves its place empty.
 std::optional<QString> topicPage(const data::Library& library, const platform::AppFolder& folder,
                                  const TopicRequest& request);
 

@@ -63,6 +63,12 @@ TEST(TopicPage, LeavesEmptyWhatTheLibraryLacks) {
     ASSERT_TRUE(page);
     EXPECT_TRUE(page->contains(u"<span></span></font></b></td></tr>"));
     EXPECT_TRUE(page->contains(u"<font face=Arial>metin</font>"));
+
+    file.execute(u"DROP TABLE tbl_Konu");  // a text that cannot be read is not one that is not there
+    const auto unread =
+        topicPage(library, folder, {data::BookId{1}, data::AuthorId{3}, data::TopicId{9}, u"BAŞLIK"_s, {}});
+    ASSERT_TRUE(unread);
+    EXPECT_TRUE(unread->contains(u"BAŞLIK") && unread->contains(u"<font face=Arial></font>"));
 }
 
 TEST(TopicPage, GivesBookThirtyTwoANarrowNameCell) {

@@ -61,6 +61,7 @@ ExitStatus konu(const Arguments& arguments) {
 
     const auto heading = open->library.headingWithBook(data::TopicId{*id});
     if (!heading) return fail(heading.error());
+    if (const auto topic = open->library.topic(data::TopicId{*id}); !topic) return fail(topic.error());
     std::optional<QString> page;
     if (*heading) {
         const data::BookHeading& row = **heading;
