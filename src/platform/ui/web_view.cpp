@@ -91,6 +91,7 @@ void WebView::makePage() {
     connect(page_, &ContentPage::leaving, this, [this](const QString& file) {
         // The text that was navigated to stays where the page is the same file.
         if (engine_->access().file(location_) != file) location_ = file;
+        if (load_ == Load::Complete) load_ = Load::Idle;
     });
     connect(page_, &QWebEnginePage::renderProcessTerminated, this,
             [this](QWebEnginePage::RenderProcessTerminationStatus status) {
@@ -107,7 +108,7 @@ void WebView::makePage() {
 }
 
 void WebView::loadEnded(bool failed) {
-    load_ = failed ? Load::Failed : Load::Idle;
+    load_ = failed ? Load::Failed : loadIsAlone_ ? Load::Complete : Load::Idle;
     page_->setZoomFactor(zoom_);
     Q_EMIT loaded();
 }
@@ -140,6 +141,8 @@ void WebView::navigate(const QString& pathText) {
     // A page that does not answer cannot be left either; it is given up together with its process.
     if (processEnded_ || (hangs_ && printing_ == 0)) makePage();
     showPage();
+    // With another load under way its end cannot be told from this one's.
+    loadIsAlone_ = load_ != Load::Running && !page_->isLoading();
     load_ = Load::Running;
     page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
     page_->setUrl(engine_->access().address(*file));
@@ -148,10 +151,10 @@ void WebView::navigate(const QString& pathText) {
 Outcome WebView::waitUntilComplete() {
     const QDeadlineTimer deadline(loadLimit_);
     for (;;) {
-        if (load_ == Load::Failed) return Outcome::Answered;
-        const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"));
+        if (load_ == Load::Failed || load_ == Load::Complete) return Outcome::Answered;
+        const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"), loadIsAlone_);
         if (state.outcome != Outcome::Answered) return state.outcome;
-        // No value: nothing has ever been loaded.
+        // No value: nothing has ever been loaded, or the answer was not waited for.
         const bool complete = state.value ? state.value->toString() == u"complete" : load_ == Load::Idle;
         if (complete) return Outcome::Answered;
         if (deadline.hasExpired()) return Outcome::TimedOut;
@@ -206,7 +209,7 @@ Outcome WebView::pause(std::chrono::milliseconds time) {
     return waitFor(question, time + answerLimit_);
 }
 
-Reply<QVariant> WebView::ask(const QString& expression) {
+Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded) {
     if (processEnded_) return {Outcome::Gone, {}};
     const auto question = std::make_shared<Question>();
     const QPointer self(this);
@@ -226,6 +229,9 @@ Reply<QVariant> WebView::ask(const QString& expression) {
                              if (!values.isEmpty()) question->value = values.first();
                              question->close(Outcome::Answered);
                          });
+    // A page that has come is busy laying itself out; it answers after that.
+    if (atMostUntilLoaded)
+        connect(this, &WebView::loaded, &question->loop, [&] { question->close(Outcome::Answered); });
     const Outcome outcome = waitFor(*question, answerLimit_);
     if (outcome == Outcome::TimedOut) hangs_ = true;
     return {outcome, std::move(question->value)};
@@ -246,6 +252,7 @@ Reply<QString> WebView::innerHtml() {
 }
 
 Outcome WebView::rewrite(const QString& html) {
+    if (load_ == Load::Complete) load_ = Load::Idle;
     const Outcome written = tell(
         QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(readableAddresses(html, engine_->access()))));
     return written == Outcome::Answered ? waitUntilComplete() : written;

@@ -78,7 +78,12 @@ class WebView : public QWidget, public PageView {
 
   private:
     struct Question;
-    enum class Load { Idle, Running, Failed };
+    enum class Load {
+        Idle,      ///< the page is asked for its state
+        Running,   ///< navigate() was called and has not ended
+        Complete,  ///< navigate() has ended well
+        Failed
+    };
 
     void makePage();
     void showPage();
@@ -88,7 +93,8 @@ class WebView : public QWidget, public PageView {
     void loadEnded(bool failed);
     /// Evaluates an expression over `lirovan`, the page tools (page_tools.js). An expression that fails has
     /// no value.
-    Reply<QVariant> ask(const QString& expression);
+    /// `atMostUntilLoaded`: not waited for any longer when a page has been loaded meanwhile.
+    Reply<QVariant> ask(const QString& expression, bool atMostUntilLoaded = false);
     Outcome tell(const QString& expression) { return ask(expression).outcome; }
     /// Lets events run until the question is closed, its limit is over or the view is gone.
     Outcome waitFor(Question& question, std::chrono::milliseconds limit);
@@ -111,6 +117,7 @@ class WebView : public QWidget, public PageView {
     QString location_;
     double zoom_ = 1.0;
     Load load_ = Load::Idle;
+    bool loadIsAlone_ = false;
     bool processEnded_ = false;
     int printing_ = 0;
     bool hangs_ = false;  ///< a question is unanswered beyond its limit

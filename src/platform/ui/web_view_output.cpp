@@ -75,7 +75,8 @@ void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> fi
     // Each run has its own receiver, which goes with the view. The first end is the only one told.
     auto* run = new QObject(this);
     const auto done = std::make_shared<bool>(false);
-    const auto end = [this, run, done, finished = std::move(finished), printer = target.printer](bool printed) {
+    const auto end = [this, run, done, finished = std::move(finished),
+                      printer = target.printer](bool printed) {
         if (std::exchange(*done, true)) return;
         --printing_;
         run->deleteLater();

@@ -15,10 +15,10 @@ using namespace lirovan::test;
 namespace {
 
 struct OutputTest : WebTest {
-    const QString page =
-        topicPage(u"BAŞLIK"_s, u"önce <p id=p>Bir <b>koyu "_s + hit(0, u"çığ"_s) +
-                                   u"</b> <i>eğik</i> <script>1</script>&lt;son&gt;</p><table id=t><tr><td>a<td>b<tr>"
-                                   "<td>c<td>d</table> sonra"_s);
+    const QString page = topicPage(
+        u"BAŞLIK"_s, u"önce <p id=p>Bir <b>koyu "_s + hit(0, u"çığ"_s) +
+                         u"</b> <i>eğik</i> <script>1</script>&lt;son&gt;</p><table id=t><tr><td>a<td>b<tr>"
+                         "<td>c<td>d</table> sonra"_s);
 
     void select(const QString& what) {
         inPage(u"getSelection().selectAllChildren(%1), 1"_s.arg(what));
@@ -34,7 +34,8 @@ struct OutputTest : WebTest {
         EXPECT_TRUE(until([&] { return outcome.has_value(); }));
         if (!outcome.value_or(false)) return {};
         QProcess text;
-        text.start(u"pdftotext"_s, {target.pdfPath.isEmpty() ? target.printer->outputFileName() : target.pdfPath, u"-"_s});
+        text.start(u"pdftotext"_s,
+                   {target.pdfPath.isEmpty() ? target.printer->outputFileName() : target.pdfPath, u"-"_s});
         EXPECT_TRUE(text.waitForFinished());
         return QString::fromUtf8(text.readAllStandardOutput()).simplified();
     }
@@ -51,7 +52,8 @@ TEST_F(OutputTest, CopiesTheSelectionAsTextHtmlAndRtf) {
     select(u"p"_s);
     view->copy();
     EXPECT_EQ(clipboard().text().simplified(), u"Bir koyu çığ eğik <son>");
-    EXPECT_TRUE(clipboard().html().contains(u"<B>koyu <FONT color=#000080><SPAN style=background-color:#00FF00>çığ"))
+    EXPECT_TRUE(
+        clipboard().html().contains(u"<B>koyu <FONT color=#000080><SPAN style=background-color:#00FF00>çığ"))
         << clipboard().html().toStdString();
     EXPECT_FALSE(clipboard().html().contains(u"ggggittt") || clipboard().html().contains(u"SCRIPT"));
     const QByteArray rtf = rtfFromClipboard().value_or(QByteArray());
@@ -125,7 +127,8 @@ TEST_F(OutputTest, ForgetsAPrintingWhenTheViewGoes) {
     view->print(target, [&](bool) { ++calls; });
     view.reset();
     engine.reset();
-    EXPECT_TRUE(until([&] { return QApplication::topLevelWidgets().isEmpty(); })) << "the page goes when it is printed";
+    EXPECT_TRUE(until([&] { return QApplication::topLevelWidgets().isEmpty(); }))
+        << "the page goes when it is printed";
     EXPECT_EQ(calls, 0);
 }
 
@@ -133,7 +136,8 @@ TEST_F(OutputTest, OffersItsOwnMenuOnlyWhereThePageHasNone) {
     const QSignalSpy printing(view.get(), &WebView::printRequested);
     const auto rightClick = [&] {
         QTest::mouseClick(view->findChild<QWebEngineView*>()->focusProxy(), Qt::RightButton, {}, {300, 300});
-        QTest::mouseRelease(view->findChild<QWebEngineView*>()->focusProxy(), Qt::RightButton, {}, {300, 300});
+        QTest::mouseRelease(view->findChild<QWebEngineView*>()->focusProxy(), Qt::RightButton, {},
+                            {300, 300});
     };
     show(u"<body>düz"_s);
     rightClick();
