@@ -1,9 +1,8 @@
 #include "notes/ui/notebook.h"
 
-#include <QMdiSubWindow>
-
 #include "notes/ui/frm_NotList.h"
 #include "platform/core/import/importer.h"
+#include "platform/ui/mdi_child.h"
 #include "platform/ui/twips_pixels.h"
 
 namespace lirovan::notes {
@@ -29,19 +28,17 @@ Result<NotesDatabase> Notebook::openNotes() const {
 
 void Notebook::show() {
     if (window_) {
-        auto* frame = qobject_cast<QMdiSubWindow*>(window_->parentWidget());
-        if (frame && frame->isMinimized()) frame->showNormal();
-        if (frame) area_.setActiveSubWindow(frame);
+        if (auto* frame = qobject_cast<platform::MdiChild*>(window_->parentWidget())) frame->bringForward();
         window_->box().setFocus();
         return;
     }
     window_ = new frm_IcerikCopy({dialogs_, printing_, [this] { return openNotes(); },
                                   [this](NoteEditor& editor) { showNoteList(editor); }});
-    QMdiSubWindow* frame = area_.addSubWindow(window_);
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->setGeometry(platform::toPixels(editorPlace(frame_), area_));
-    frame->show();
-    area_.setActiveSubWindow(frame);
+    auto* frame = new platform::MdiChild(QStringLiteral("notebookFrame"));
+    frame->setWidget(window_);
+    area_.addSubWindow(frame);
+    frame->setPlace(editorPlace(frame_));
+    frame->bringForward();
     window_->box().setFocus();
     window_->editor().load(NoteDraft::in(folder_));
 }
