@@ -126,16 +126,25 @@ QString topicRows(const QString& topicsStatement) {
     QString statement = topicsStatement;
     return statement.replace(0, statement.indexOf(u" FROM "_s, 0, Qt::CaseInsensitive),
                              u"SELECT tbl_Konu.rowid, tbl_Konu.KonuID, tbl_KonuBaslik.KitapID, "
-                             "tbl_KonuBaslik.KonuBaslik"_s);
+                             "tbl_KonuBaslik.rowid"_s);
 }
 
 QString topicTextByRow() {
     return u"SELECT Konu FROM tbl_Konu WHERE rowid=?"_s;
 }
 
+QString headingByRow() {
+    return u"SELECT KonuBaslik FROM tbl_KonuBaslik WHERE rowid=?"_s;
+}
+
 QString variants(QStringView word) {
     return u"SELECT KelimeKontYazili, KelimeKontAra FROM tbl_KelimeKont WHERE KelimeKontYazili Like "_s +
            quoted(word) + u" ORDER BY LEN(KelimeKontAra) DESC "_s;
+}
+
+QString variantsOf(QStringView word) {
+    return u"SELECT KelimeKontYazili, KelimeKontAra FROM tbl_KelimeKont WHERE KelimeKontYazili="_s +
+           quoted(word) + u" ORDER BY LEN(KelimeKontAra) DESC"_s;
 }
 
 QString variantExists(QStringView searchForm) {

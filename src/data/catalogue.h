@@ -51,14 +51,17 @@ QString topicsOfAuthor(AuthorId author, AuthorScope scope,
 QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no HiddenBook
 
 /// The rows that a statement of topicsOfAuthor() or topicsOfBook() reads, in its order but without their
-/// texts: 0 the row's id in tbl_Konu, 1 KonuID, 2 KitapID, 3 KonuBaslik. Sorting then carries no texts, and a
-/// search reads each of them straight from its row, with topicTextByRow().
+/// texts: 0 row id in tbl_Konu, 1 KonuID, 2 KitapID, 3 row id in tbl_KonuBaslik. Sorting then carries no
+/// texts, and a search reads what it needs straight from its row, with the two statements below.
 QString topicRows(const QString& topicsStatement);
 QString topicTextByRow();  ///< 0 Konu; the row id goes into parameter 1
+QString headingByRow();    ///< 0 KonuBaslik; the row id goes into parameter 1
 
 /// KelimeKontYazili, KelimeKontAra of the rows whose written form equals `word` without regard to case,
 /// longest search form first. The word goes into a LIKE pattern: the caller passes it without quote marks.
 QString variants(QStringView word);
+/// The same rows for a word that is no pattern, found by way of an index.
+QString variantsOf(QStringView word);
 QString variantExists(QStringView searchForm);  ///< KelimeKontID
 QString insertVariant(QStringView written, QStringView searchForm);
 QString deleteVariants();

@@ -82,6 +82,12 @@ Library Library::ofDatabase(Database database) {
     return library;
 }
 
+Result<Library> Library::reopened() const {
+    Result<Database> database = Database::open(path(), OpenMode::ReadOnly);
+    if (!database) return database.error();
+    return ofDatabase(std::move(*database));
+}
+
 Result<Rows<Author>> Library::authors() const {
     return rows<Author>(database_, catalogue::authors());
 }
@@ -99,7 +105,7 @@ Result<Rows<Heading>> Library::headings(BookId book) const {
 }
 
 Result<Rows<Variant>> Library::variants(QStringView word) const {
-    return rows<Variant>(database_, catalogue::variants(word));
+    return rows<Variant>(database_, catalogue::variantsOf(word));
 }
 
 Result<std::optional<Author>> Library::author(AuthorId author) const {

@@ -38,6 +38,10 @@ class Library {
     static QString connectionString(const platform::AppFolder& folder);
     const QString& connectionString() const { return connectionString_; }
 
+    /// Another connection to the same file, for reading; another thread needs one of its own.
+    platform::Result<Library> reopened() const;
+    QString path() const { return database_.path(); }
+
     bool isOpen() const { return database_.isOpen(); }
     void close() { database_.close(); }
     const platform::Database& database() const { return database_; }

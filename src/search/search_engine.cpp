@@ -1,5 +1,6 @@
 #include "search/search_engine.h"
 
+#include "search/scan_ahead.h"
 #include "search/search_query.h"
 #include "text/alphabet.h"
 #include "text/blanks.h"
@@ -24,26 +25,6 @@ constexpr qint64 BookImage = 1, LeafImage = 3;
 
 QString withCount(const QString& text, qint64 count) {
     return text + u" ("_s + formatCount(count) + u" adet)"_s;
-}
-
-// A topic of the scope, without its text.
-struct TopicRow {
-    qint64 row;
-    TopicId topic;
-    BookId book;
-    QString heading;
-};
-
-Result<std::vector<TopicRow>> topicRows(const data::Library& library, const QString& statement) {
-    Result<Statement> rows = library.query(catalogue::topicRows(statement));
-    if (!rows) return rows.error();
-    std::vector<TopicRow> topics;
-    while (true) {
-        const Result<Step> step = rows->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) return topics;
-        topics.push_back({rows->integer(0), {rows->integer(1)}, {rows->integer(2)}, rows->text(3)});
-    }
 }
 
 QString topicsStatement(const platform::BookSelection& scope, AuthorId author, ListOrder order) {
@@ -78,6 +59,11 @@ struct SearchEngine::Listing {
 
     qint64 listed = 0;
     bool stopped = false;
+
+    bool goOn() {
+        stopped = stopped || !host.goOn();
+        return !stopped;
+    }
 
     QString key(QStringView prefix, qint64 id) const {
         return prefix.toString() + QString::number(run.AramaNo) + QString::number(id);
@@ -130,8 +116,6 @@ void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options
     while (rows) {
         const Result<bool> more = rows->next(row);
         if (!more || !*more) break;
-        // The word is no pattern, whatever characters it holds.
-        if (!text::equal(row.written, written, text::Comparison::CaseInsensitive)) continue;
         if (options.caseSensitive && !row.written.contains(written)) continue;
         // The table stores apostrophes as grave accents.
         variants.append(row.searchForm.replace(u'`', u'\''));
@@ -186,36 +170,41 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
 }
 
 Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
-    const auto topics = topicRows(library_, topicsStatement(listing.scope, author, listing.order));
-    if (!topics) return topics.error();
-    Result<Statement> texts = library_.query(catalogue::topicTextByRow());
-    if (!texts) return texts.error();
-    listing.host.authorStarted(static_cast<qsizetype>(topics->size()));
+    const auto found = outline_.topics(topicsStatement(listing.scope, author, listing.order));
+    if (!found) return found.error();
+    const std::vector<TopicRow>& topics = **found;
+    listing.host.authorStarted(static_cast<qsizetype>(topics.size()));
+    std::vector<qint64> rows;
+    for (const TopicRow& topic : topics) rows.push_back(topic.row);
+    ScanAhead scan(library_, listing.scanner, std::move(rows));
 
-    const bool byBook = listing.order == ListOrder::Kitap;
-    qsizetype done = 0;
-    for (const TopicRow& topic : *topics) {
-        if (const Result<void> bound = texts->bind(1, topic.row); !bound) return bound;
-        const Result<Step> step = texts->step();
-        if (!step) return step.error();
-        const std::string_view stored = *step == Step::Row ? texts->utf8(0) : std::string_view();
-        // A topic whose book is missing cannot stand under it.
-        if (listing.scanner.matches(stored) && (!byBook || bookTitle(topic.book))) {
-            if (byBook) AktifKitapID_ = topic.book;
-            const qint64 count = listing.scanner.BulKelimeSay(
-                stored, {topic.topic, AktifKitapID_}, listing.run.IsabetKaydi, [&] {
-                    listing.stopped = listing.stopped || !listing.host.goOn();
-                    return !listing.stopped;
-                });
-            listTopic(listing, topic.topic, topic.book, topic.heading, count);
-        }
-        if (const Result<void> reset = texts->reset(); !reset) return reset;
-        listing.host.topicDone(++done, byBook && listing.bookIndex > 1 ? listing.book : nullptr);
-        if (listing.stopped || !listing.host.goOn()) {
-            listing.stopped = true;
-            break;
-        }
+    for (size_t i = 0; i < topics.size() && !listing.stopped; ++i) {
+        while (!scan.ready(i))
+            if (!listing.goOn()) return {};
+        const Result<bool> matches = scan.matches(i);
+        if (!matches) return matches.error();
+        if (*matches)
+            if (const Result<void> counted = countTopic(listing, topics[i], scan.text(i)); !counted)
+                return counted;
+        listing.host.topicDone(static_cast<qsizetype>(i) + 1, listing.bookIndex > 1 ? listing.book : nullptr);
+        listing.goOn();
     }
+    return {};
+}
+
+Result<void> SearchEngine::countTopic(Listing& listing, const TopicRow& topic,
+                                      const Result<std::string_view>& text) {
+    if (!text) return text.error();
+    const std::optional<QString> heading = outline_.heading(topic);
+    if (!heading) return {};
+    if (listing.order == ListOrder::Kitap) {
+        // A topic whose book is missing cannot stand under it.
+        if (!outline_.bookTitle(topic.book)) return {};
+        AktifKitapID_ = topic.book;
+    }
+    const qint64 count = listing.scanner.BulKelimeSay(
+        *text, {topic.topic, AktifKitapID_}, listing.run.IsabetKaydi, [&] { return listing.goOn(); });
+    listTopic(listing, topic.topic, topic.book, *heading, count);
     return {};
 }
 
@@ -244,22 +233,12 @@ void SearchEngine::listTopic(Listing& listing, TopicId topic, BookId book, const
 
 ResultNode& SearchEngine::startBook(Listing& listing, BookId book) {
     listing.bookId = book;
-    listing.bookName = text::ClearTitle(QString(bookTitle(book).value_or(QString())));
+    listing.bookName = text::ClearTitle(QString(outline_.bookTitle(book).value_or(QString())));
     listing.bookCount = 0;
     listing.book = &tree_.add(
         listing.author,
         {NodeKind::Book, listing.key(u"kitap", ++listing.bookIndex), listing.bookName, BookImage, {}});
     return *listing.book;
-}
-
-const std::optional<QString>& SearchEngine::bookTitle(BookId book) {
-    auto found = bookTitles_.find(book.value);
-    if (found == bookTitles_.end()) {
-        std::optional<QString> title;
-        if (const auto row = library_.bookById(book); row && *row) title = (*row)->title;
-        found = bookTitles_.insert(book.value, std::move(title));
-    }
-    return *found;
 }
 
 }  // namespace lirovan::search

@@ -2,7 +2,6 @@
 // the command-line companion run the same.
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <optional>
 
@@ -11,6 +10,7 @@
 #include "platform/core/result.h"
 #include "search/result_tree.h"
 #include "search/search_run.h"
+#include "search/topic_outline.h"
 #include "search/topic_scanner.h"
 
 namespace lirovan::search {
@@ -71,17 +71,18 @@ class SearchEngine {
     void addTableVariants(SearchRun& run, const SearchOptions& options, const QString& word) const;
     platform::Result<void> listAuthors(Listing& listing);
     platform::Result<void> listTopics(Listing& listing, data::AuthorId author);
+    platform::Result<void> countTopic(Listing& listing, const TopicRow& topic,
+                                      const platform::Result<std::string_view>& text);
     void listTopic(Listing& listing, data::TopicId topic, data::BookId book, const QString& heading,
                    qint64 count);
     ResultNode& startBook(Listing& listing, data::BookId book);
-    const std::optional<QString>& bookTitle(data::BookId book);
 
     const data::Library& library_;
     ResultTree& tree_;
+    TopicOutline outline_{library_};
     RunStores stores_;
     int AramaNo_ = 0;
     data::BookId AktifKitapID_;  // as of the last listing in book order
-    QHash<qint64, std::optional<QString>> bookTitles_;
 };
 
 }  // namespace lirovan::search

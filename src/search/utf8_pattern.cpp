@@ -1,13 +1,8 @@
 #include "search/utf8_pattern.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <utility>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace lirovan::search {
 namespace {
@@ -77,19 +72,11 @@ double byteFrequency(unsigned char byte) {
     }
 }
 
-#if defined(__SSE2__)
-template <int Values>
-inline __m128i oneOf(__m128i block, const std::array<unsigned char, 4>& values) noexcept {
-    __m128i found = _mm_cmpeq_epi8(block, _mm_set1_epi8(static_cast<char>(values[0])));
-    for (size_t i = 1; i < Values; ++i)
-        found = _mm_or_si128(found, _mm_cmpeq_epi8(block, _mm_set1_epi8(static_cast<char>(values[i]))));
-    return found;
+double frequency(const ByteSet& set) {
+    double sum = 0;
+    for (int i = 0; i < set.count; ++i) sum += byteFrequency(set.values[static_cast<size_t>(i)]);
+    return sum;
 }
-
-inline __m128i load(const char* at) noexcept {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-}
-#endif
 
 bool standsAt(std::string_view text, size_t at, const std::string& spelling) noexcept {
     return text.size() - at >= spelling.size() &&
@@ -97,22 +84,6 @@ bool standsAt(std::string_view text, size_t at, const std::string& spelling) noe
 }
 
 }  // namespace
-
-bool Utf8Pattern::ByteSet::add(unsigned char value) {
-    const auto end = values.begin() + count;
-    if (std::find(values.begin(), end, value) != end) return true;
-    if (count == static_cast<int>(values.size())) return false;
-    // The places behind the last value repeat it, so that comparing with all four is right, too.
-    std::fill(values.begin() + count, values.end(), value);
-    ++count;
-    return true;
-}
-
-double Utf8Pattern::ByteSet::frequency() const {
-    double sum = 0;
-    for (int i = 0; i < count; ++i) sum += byteFrequency(values[static_cast<size_t>(i)]);
-    return sum;
-}
 
 Utf8Pattern::Utf8Pattern(QStringView word, text::Comparison comparison) {
     for (qsizetype i = 0; i < word.size(); ++i) {
@@ -132,24 +103,18 @@ Utf8Pattern::Utf8Pattern(QStringView word, text::Comparison comparison) {
 void Utf8Pattern::chooseAnchor() {
     double best = 0;
     for (size_t i = 0; i < characters_.size(); ++i) {
-        ByteSet last, first;
-        bool fits = true;
-        for (const std::string& s : characters_[i])
-            fits = last.add(static_cast<unsigned char>(s.back())) && fits;
+        BytePair pair;
+        // Folding classes have at most four members, so there is room for all.
+        for (const std::string& s : characters_[i]) pair.first.add(static_cast<unsigned char>(s.back()));
         if (i + 1 < characters_.size())
             for (const std::string& s : characters_[i + 1])
-                fits = first.add(static_cast<unsigned char>(s.front())) && fits;
-        // Folding classes have at most four members.
-        if (!fits) continue;
-        const double frequency = last.frequency() * (first.count ? first.frequency() : 1000.0);
-        if (last_.count != 0 && frequency >= best) continue;
-        best = frequency;
+                pair.second.add(static_cast<unsigned char>(s.front()));
+        const double chance = frequency(pair.first) * (pair.second.count ? frequency(pair.second) : 1000.0);
+        if (i > 0 && chance >= best) continue;
+        best = chance;
         anchor_ = i;
-        last_ = last;
-        first_ = first;
+        pair_ = pair;
     }
-    for (int i = 0; i < last_.count; ++i) kind_[last_.values[static_cast<size_t>(i)]] |= 1;
-    for (int i = 0; i < first_.count; ++i) kind_[first_.values[static_cast<size_t>(i)]] |= 2;
 }
 
 std::optional<ByteRange> Utf8Pattern::hitAround(std::string_view text, size_t anchor,
@@ -175,33 +140,12 @@ std::optional<ByteRange> Utf8Pattern::hitAround(std::string_view text, size_t an
     return ByteRange{begin, end};
 }
 
-template <int Values>
-std::optional<ByteRange> Utf8Pattern::scan(std::string_view text, size_t from) const noexcept {
-    const char* data = text.data();
-    const size_t size = text.size();
-    size_t at = from;
-#if defined(__SSE2__)
-    for (; at + 17 <= size; at += 16) {
-        __m128i found = oneOf<Values>(load(data + at), last_.values);
-        if (first_.count) found = _mm_and_si128(found, oneOf<Values>(load(data + at + 1), first_.values));
-        auto places = static_cast<unsigned>(_mm_movemask_epi8(found));
-        for (; places; places &= places - 1)
-            if (const auto hit = hitAround(text, at + static_cast<size_t>(std::countr_zero(places)), from))
-                return hit;
-    }
-#endif
-    for (; at < size; ++at) {
-        if (!(kind_[static_cast<unsigned char>(data[at])] & 1)) continue;
-        if (first_.count && (at + 1 >= size || !(kind_[static_cast<unsigned char>(data[at + 1])] & 2)))
-            continue;
-        if (const auto hit = hitAround(text, at, from)) return hit;
-    }
-    return std::nullopt;
-}
-
 std::optional<ByteRange> Utf8Pattern::find(std::string_view text, size_t from) const noexcept {
-    if (characters_.empty() || from >= text.size()) return std::nullopt;
-    return last_.count <= 2 && first_.count <= 2 ? scan<2>(text, from) : scan<4>(text, from);
+    if (characters_.empty()) return std::nullopt;
+    for (size_t at = findBytePair(text, from, pair_); at < text.size();
+         at = findBytePair(text, at + 1, pair_))
+        if (const auto hit = hitAround(text, at, from)) return hit;
+    return std::nullopt;
 }
 
 }  // namespace lirovan::search

@@ -8,12 +8,12 @@
 #pragma once
 
 #include <QStringView>
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "search/byte_pair.h"
 #include "text/comparison.h"
 
 namespace lirovan::search {
@@ -35,24 +35,12 @@ class Utf8Pattern {
   private:
     using Spellings = std::vector<std::string>;  // of one character
 
-    /// Up to four byte values, repeated to fill the places.
-    struct ByteSet {
-        std::array<unsigned char, 4> values{};
-        int count = 0;
-        bool add(unsigned char value);
-        double frequency() const;
-    };
-
     void chooseAnchor();
     std::optional<ByteRange> hitAround(std::string_view text, size_t anchor, size_t from) const noexcept;
-    template <int Values>
-    std::optional<ByteRange> scan(std::string_view text, size_t from) const noexcept;
 
     std::vector<Spellings> characters_;
-    size_t anchor_ = 0;  // index of the character whose last byte is looked for
-    ByteSet last_;       // last bytes of its spellings
-    ByteSet first_;      // first bytes of the next character's spellings; empty: it is the last character
-    std::array<unsigned char, 256> kind_{};  // bit 0: in last_, bit 1: in first_
+    size_t anchor_ = 0;  // index of the character that the pair begins in
+    BytePair pair_;      // last bytes of its spellings, first bytes of the next character's
 };
 
 }  // namespace lirovan::search

@@ -190,6 +190,8 @@ Result<Database> Database::open(const QString& path, OpenMode mode) {
         int flags = SQLite::OPEN_READONLY;
         if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;
         if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+        // A connection belongs to one thread; another thread opens its own.
+        flags |= SQLite::OPEN_NOMUTEX;
         auto connection = std::make_shared<SQLite::Database>(path.toStdString(), flags);
         connection->setBusyTimeout(5000);
         registerTurkish(connection->getHandle());
@@ -232,8 +234,18 @@ sqlite3* Database::handle() const {
     return connection_ ? connection_->getHandle() : nullptr;
 }
 
+QString Database::path() const {
+    return connection_ ? QString::fromUtf8(sqlite3_db_filename(handle(), "main")) : QString();
+}
+
 Result<Transaction> Transaction::begin(const Database& database) {
     const Result<void> begun = database.execute(u"BEGIN IMMEDIATE");
+    if (!begun) return begun.error();
+    return Transaction(database);
+}
+
+Result<Transaction> Transaction::beginReading(const Database& database) {
+    const Result<void> begun = database.execute(u"BEGIN");
     if (!begun) return begun.error();
     return Transaction(database);
 }

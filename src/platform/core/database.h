@@ -79,6 +79,8 @@ class Database {
     Result<std::optional<qint64>> integer(QStringView sql) const;
     qint64 lastInsertId() const;
     sqlite3* handle() const;
+    /// Of the file; empty for a database in memory.
+    QString path() const;
 
   private:
     explicit Database(std::shared_ptr<SQLite::Database> connection) : connection_(std::move(connection)) {}
@@ -89,6 +91,8 @@ class Database {
 class Transaction {
   public:
     static Result<Transaction> begin(const Database& database);
+    /// For reading alone: one view of the file, locked once instead of anew for every statement.
+    static Result<Transaction> beginReading(const Database& database);
     Transaction(Transaction&& other) noexcept;
     Transaction& operator=(Transaction&&) = delete;
     ~Transaction();

@@ -62,7 +62,8 @@ constexpr QStringView libraryIndexes =
     u"CREATE INDEX ix_KonuBaslik ON tbl_KonuBaslik(KonuID);"
     u"CREATE INDEX ix_KonuSira ON tbl_KonuBaslik(KitapID, Konu_Sira);"
     u"CREATE INDEX ix_Konu ON tbl_Konu(KonuID);"
-    u"CREATE INDEX ix_KelimeKont ON tbl_KelimeKont(KelimeKontAra);";
+    u"CREATE INDEX ix_KelimeKont ON tbl_KelimeKont(KelimeKontAra);"
+    u"CREATE INDEX ix_KelimeKontYazili ON tbl_KelimeKont(KelimeKontYazili);";
 
 QStringView typeSql(const ColumnLayout& column) {
     // A key of a deleted row is never given out again (AUTOINCREMENT): a window may still hold it.

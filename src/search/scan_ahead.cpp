@@ -1,0 +1,116 @@
+#include "search/scan_ahead.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace lirovan::search {
+
+using platform::Result;
+using platform::Statement;
+using platform::Step;
+
+namespace {
+
+// Enough topics to make taking them cheap, few enough to share them out evenly.
+constexpr size_t ChunkSize = 32;
+// Below this many topics a worker would hardly be there before the work is done.
+constexpr size_t WorthSharing = 256;
+constexpr unsigned MostWorkers = 7;
+
+}  // namespace
+
+// Reads topic texts by row through one statement.
+class ScanAhead::Reader {
+  public:
+    explicit Reader(const data::Library& library)
+        : statement_(library.query(data::catalogue::topicTextByRow())) {}
+
+    /// Valid until the next call. A row that is gone has no text.
+    Result<std::string_view> text(qint64 row) {
+        if (!statement_) return statement_.error();
+        if (const Result<void> reset = statement_->reset(); !reset) return reset.error();
+        if (const Result<void> bound = statement_->bind(1, row); !bound) return bound.error();
+        const Result<Step> step = statement_->step();
+        if (!step) return step.error();
+        return *step == Step::Row ? statement_->utf8(0) : std::string_view();
+    }
+
+  private:
+    Result<Statement> statement_;
+};
+
+ScanAhead::ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows)
+    : library_(library),
+      scanner_(scanner),
+      rows_(std::move(rows)),
+      matches_(rows_.size()),
+      chunks_((rows_.size() + ChunkSize - 1) / ChunkSize),
+      reader_(std::make_unique<Reader>(library)) {
+    if (rows_.size() >= WorthSharing && !library_.path().isEmpty()) startWorkers();
+}
+
+ScanAhead::~ScanAhead() {
+    stop_ = true;
+    for (std::thread& worker : workers_) worker.join();
+}
+
+void ScanAhead::startWorkers() {
+    const unsigned cores = std::max(1u, std::thread::hardware_concurrency());
+    for (unsigned i = 0; i < std::min(cores - 1, MostWorkers); ++i) workers_.emplace_back([this] { work(); });
+}
+
+void ScanAhead::work() {
+    const Result<data::Library> library = library_.reopened();
+    // Without a connection this worker leaves everything to the others.
+    if (!library) return;
+    const auto reading = platform::Transaction::beginReading(library->database());
+    Reader reader(*library);
+    while (!stop_ && scanChunk(reader)) {
+    }
+}
+
+bool ScanAhead::scanChunk(Reader& reader) {
+    const size_t chunk = next_.fetch_add(1);
+    if (chunk >= chunks_.size()) return false;
+    const size_t first = chunk * ChunkSize;
+    const State state = scanTopics(reader, first, std::min(first + ChunkSize, rows_.size()));
+    {
+        const std::lock_guard lock(mutex_);
+        chunks_[chunk] = state;
+    }
+    finished_.notify_one();
+    return true;
+}
+
+ScanAhead::State ScanAhead::scanTopics(Reader& reader, size_t first, size_t last) {
+    for (size_t topic = first; topic < last && !stop_; ++topic) {
+        const Result<std::string_view> text = reader.text(rows_[topic]);
+        if (!text) return State::Failed;
+        matches_[topic] = scanner_.matches(*text);
+    }
+    return State::Done;
+}
+
+bool ScanAhead::ready(size_t topic) {
+    const std::atomic<State>& chunk = chunks_[topic / ChunkSize];
+    if (chunk != State::Open) return true;
+    if (!scanChunk(*reader_)) {
+        std::unique_lock lock(mutex_);
+        finished_.wait_for(lock, std::chrono::milliseconds(5), [&] { return chunk != State::Open; });
+    }
+    return chunk != State::Open;
+}
+
+Result<bool> ScanAhead::matches(size_t topic) {
+    if (chunks_[topic / ChunkSize] == State::Done) return matches_[topic] != 0;
+    // A worker could not read it. What is wrong shows here.
+    const Result<std::string_view> stored = text(topic);
+    if (!stored) return stored.error();
+    return scanner_.matches(*stored);
+}
+
+Result<std::string_view> ScanAhead::text(size_t topic) {
+    return reader_->text(rows_[topic]);
+}
+
+}  // namespace lirovan::search

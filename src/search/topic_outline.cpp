@@ -1,0 +1,52 @@
+#include "search/topic_outline.h"
+
+namespace lirovan::search {
+
+using platform::Result;
+using platform::Statement;
+using platform::Step;
+
+namespace catalogue = data::catalogue;
+
+Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement) {
+    if (const auto known = topics_.constFind(statement); known != topics_.cend()) return *known;
+    Result<Statement> rows = library_.query(catalogue::topicRows(statement));
+    if (!rows) return rows.error();
+    auto topics = std::make_shared<std::vector<TopicRow>>();
+    while (true) {
+        const Result<Step> step = rows->step();
+        if (!step) return step.error();
+        if (*step == Step::Done) break;
+        topics->push_back({rows->integer(0), rows->integer(3), {rows->integer(1)}, {rows->integer(2)}});
+    }
+    topics_.insert(statement, topics);
+    return Rows(std::move(topics));
+}
+
+std::optional<QString> TopicOutline::heading(const TopicRow& topic) {
+    if (!headings_) {
+        Result<Statement> statement = library_.query(catalogue::headingByRow());
+        if (!statement) return std::nullopt;
+        headings_ = std::move(*statement);
+    }
+    std::optional<QString> heading;
+    if (headings_->bind(1, topic.headingRow)) {
+        const Result<Step> step = headings_->step();
+        if (step && *step == Step::Row) heading = headings_->text(0);
+    }
+    // Left open, it would keep the file locked.
+    (void)static_cast<bool>(headings_->reset());
+    return heading;
+}
+
+const std::optional<QString>& TopicOutline::bookTitle(data::BookId book) {
+    auto found = bookTitles_.find(book.value);
+    if (found == bookTitles_.end()) {
+        std::optional<QString> title;
+        if (const auto row = library_.bookById(book); row && *row) title = (*row)->title;
+        found = bookTitles_.insert(book.value, std::move(title));
+    }
+    return *found;
+}
+
+}  // namespace lirovan::search

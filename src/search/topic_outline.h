@@ -1,0 +1,46 @@
+// The outline of the library as a search walks it: which topics a scope holds, in which order, under which
+// headings.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "data/library.h"
+#include "platform/core/result.h"
+
+namespace lirovan::search {
+
+/// A topic without its text.
+struct TopicRow {
+    qint64 row;         ///< id of its row in tbl_Konu
+    qint64 headingRow;  ///< and in tbl_KonuBaslik
+    data::TopicId topic;
+    data::BookId book;
+};
+
+/// Reads outlines and keeps them: a search is often followed by another one over the same books, and neither
+/// books nor headings change while the program runs.
+class TopicOutline {
+  public:
+    /// `library` outlives this object.
+    explicit TopicOutline(const data::Library& library) : library_(library) {}
+
+    using Rows = std::shared_ptr<const std::vector<TopicRow>>;
+    /// The topics of a statement of catalogue::topicsOfAuthor() or topicsOfBook(), in its order.
+    platform::Result<Rows> topics(const QString& statement);
+    /// The heading as stored; nothing where the row is gone.
+    std::optional<QString> heading(const TopicRow& topic);
+    /// The book's title as stored; nothing where there is no such book.
+    const std::optional<QString>& bookTitle(data::BookId book);
+
+  private:
+    const data::Library& library_;
+    QHash<QString, Rows> topics_;
+    QHash<qint64, std::optional<QString>> bookTitles_;
+    std::optional<platform::Statement> headings_;
+};
+
+}  // namespace lirovan::search
