@@ -280,17 +280,3 @@ TEST_F(MainWindowTest, TheZoomMenuChangesThePageOfTheActiveWindow) {
     choose(u"mnu_yNormal"_s);
     EXPECT_DOUBLE_EQ(zoomed(), 1.0);
 }
-
-TEST_F(MainWindowTest, EveryControlTellsItsName) {
-    ASSERT_TRUE(start());
-    clickNode(u"C1"_s);
-    press(u"tlbtn_Arama"_s);
-    for (QWidget* each : window->findChildren<QWidget*>()) {
-        const bool control = qobject_cast<QToolButton*>(each) || qobject_cast<QComboBox*>(each) ||
-                             qobject_cast<QTreeView*>(each) || qobject_cast<platform::WebView*>(each);
-        if (!control || !each->isVisible() || each->objectName().startsWith(u"qt_")) continue;
-        EXPECT_FALSE(each->accessibleName().isEmpty()) << each->objectName().toStdString();
-        EXPECT_NE(each->focusPolicy() & Qt::TabFocus || each->focusProxy() ? 1 : 0, 0)
-            << each->objectName().toStdString();
-    }
-}

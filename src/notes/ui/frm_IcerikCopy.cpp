@@ -129,6 +129,7 @@ void frm_IcerikCopy::makeToolbar() {
         QWidget* widget = toolbar->widgetForAction(action);
         widget->setObjectName(button.key.toString());
         widget->setAccessibleName(button.tooltip.toString());
+        widget->setFocusPolicy(Qt::TabFocus);
     }
     for (const QStringView key : {key::Cut, key::Copy, key::Paste}) setButtonEnabled(key, false);
 }

@@ -40,9 +40,13 @@ TwipsRect MdiChild::place() const {
 void MdiChild::setPlace(const TwipsRect& place) {
     if (isMinimized() || isMaximized()) return;
     QRect pixels = toPixels(place, *this);
+    given_ = place;
+    if (const int least = minimumSizeHint().width(); pixels.width() < least) {
+        pixels.setWidth(least);
+        given_->width = toTwipsX(least, *this);
+    }
     if (mdiArea()) pixels = fitted(pixels, mdiArea()->contentsRect().size());
     // Set before the geometry: the resize that follows may ask for the place.
-    given_ = place;
     givenPixels_ = pixels;
     setGeometry(pixels);
     givenPixels_ = geometry();

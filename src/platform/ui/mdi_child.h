@@ -24,8 +24,9 @@ class MdiChild : public QMdiSubWindow {
     /// Where the window stands, its frame included. What setPlace() was given comes back to the bit as long
     /// as the window has not moved since.
     TwipsRect place() const;
-    /// Moves and sizes a window that is neither minimised nor maximised; another keeps its place. A place
-    /// that reaches beyond the frame is moved and then cut, so that nothing of the window is out of reach.
+    /// Moves and sizes a window that is neither minimised nor maximised; another keeps its place. A width
+    /// that cuts captions off, as with a large type, is made larger. A place that reaches beyond the frame is
+    /// moved and then cut, so that nothing of the window is out of reach.
     void setPlace(const TwipsRect& place);
 
     /// Shows and activates the window, restored if it was minimised.

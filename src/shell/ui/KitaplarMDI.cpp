@@ -13,6 +13,8 @@
 #include "shell/ui/frame_widgets.h"
 #include "shell/ui/frmGiris.h"
 #include "shell/ui/import_progress.h"
+#include "shell/ui/main_toolbar.h"
+#include "shell/ui/pane_keys.h"
 #include "shell/ui/update_download.h"
 
 namespace lirovan::shell {
@@ -101,6 +103,7 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     connect(windows_.get(), &ChildWindows::quitWanted, this, &QWidget::close);
     connect(windows_.get(), &ChildWindows::printDialogWanted, this,
             [this] { commands_->menu(platform::menu::Yazdir); });
+    new PaneKeys(*this, area_, frame_->toolBar());
 }
 
 KitaplarMDI::~KitaplarMDI() {

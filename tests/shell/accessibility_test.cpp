@@ -1,0 +1,409 @@
+// For everyone: what a screen reader is told, what the keyboard reaches, how captions do with larger type,
+// and whether texts stand out from their ground, in every window of the program.
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTextEdit>
+#include <QTimer>
+#include <QToolBar>
+#include <QWebEngineView>
+#include <cmath>
+
+#include "main_window_fixture.h"
+#include "notes/ui/frm_IcerikCopy.h"
+#include "shell/ui/frmGiris.h"
+
+using namespace lirovan;
+using namespace lirovan::test;
+
+namespace {
+
+/// All windows, one after the other, in a state that shows what they have.
+class EveryWindow : public MainWindowTest {
+  protected:
+    void SetUp() override {
+        MainWindowTest::SetUp();
+        palette_ = QApplication::palette();
+        font_ = QApplication::font();
+    }
+    void TearDown() override {
+        window.reset();
+        QApplication::setPalette(palette_);
+        QApplication::setFont(font_);
+    }
+
+    /// A topic, an extra window with it, the notebook.
+    void openEverything() {
+        ASSERT_TRUE(start());
+        clickNode(u"C1"_s);
+        ASSERT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
+        press(u"New"_s);
+        press(u"not"_s);
+        choose(u"mnu_Arama"_s);
+        choose(u"mnu_Arama"_s);
+        press(u"tlbtn_Arama"_s);
+        ASSERT_TRUE(appears(find(u"cmb_Kitaplar"_s)));
+    }
+
+    /// The dialog that `command` runs until it is closed.
+    template <class Check>
+    void inDialog(const std::function<void()>& command, Check check) {
+        bool seen = false;
+        QTimer::singleShot(0, window.get(), [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            seen = true;
+            QTest::qWait(0);
+            check(dialog);
+            dialog->reject();
+        });
+        command();
+        EXPECT_TRUE(seen);
+    }
+
+    /// `check` gets the main window with its children, then each dialog and the splash window.
+    template <class Check>
+    void forEveryWindow(Check check) {
+        openEverything();
+        {
+            SCOPED_TRACE("Kitaplar");
+            press(u"tlbtn_Kitap"_s);
+            QTest::qWait(0);
+            check(window.get());
+        }
+        {
+            SCOPED_TRACE("Arama");
+            press(u"tlbtn_Arama"_s);
+            QTest::qWait(0);
+            check(window.get());
+        }
+        {
+            SCOPED_TRACE("frmGiris");
+            shell::frmGiris splash(registry, file.folder());
+            splash.show();
+            check(&splash);
+        }
+        inDialog([this] { choose(u"mnu_Hakkında"_s); }, check);
+        inDialog([this] { find<notes::frm_IcerikCopy>(u"frm_IcerikCopy"_s)->editor().menu(u"mnu_ac"); },
+                 check);
+        inDialog([this] { choose(u"mnu_Yardimm"_s); },
+                 [&check](QDialog* help) {
+                     check(help);
+                     for (auto* topic : help->findChildren<QToolButton*>()) {
+                         SCOPED_TRACE(qPrintable(topic->objectName()));
+                         topic->click();
+                         QTest::qWait(0);
+                         check(help);
+                     }
+                 });
+    }
+
+  private:
+    QPalette palette_;
+    QFont font_;
+};
+
+// ---- The accessibility tree ----
+
+bool isControl(QAccessible::Role role) {
+    switch (role) {
+        case QAccessible::PushButton:
+        case QAccessible::ButtonMenu:
+        case QAccessible::ButtonDropDown:
+        case QAccessible::CheckBox:
+        case QAccessible::RadioButton:
+        case QAccessible::ComboBox:
+        case QAccessible::EditableText:
+        case QAccessible::Tree:
+        case QAccessible::List:
+        case QAccessible::PageTab:
+        case QAccessible::MenuItem:
+        case QAccessible::ProgressBar:
+        case QAccessible::Slider:
+        case QAccessible::SpinBox:
+        case QAccessible::Dialog:
+        case QAccessible::WebDocument:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// Calls `visit` for `at` and everything visible under it; the pages themselves are the engine's matter.
+template <class Visit>
+void walk(QAccessibleInterface* at, Visit visit) {
+    if (!at || !at->isValid() || at->state().invisible) return;
+    visit(*at);
+    if (qobject_cast<QWebEngineView*>(at->object())) return;
+    for (int i = 0; i < at->childCount(); ++i) walk(at->child(i), visit);
+}
+
+std::string described(const QObject* object) {
+    return object ? object->metaObject()->className() + (" " + object->objectName().toStdString()) : "?";
+}
+
+TEST_F(EveryWindow, TellsAScreenReaderTheNameOfEachControl) {
+    forEveryWindow([](QWidget* shown) {
+        walk(QAccessible::queryAccessibleInterface(shown), [&](QAccessibleInterface& at) {
+            const bool page = qobject_cast<platform::WebView*>(at.object());
+            if (!page && !isControl(at.role())) return;
+            EXPECT_FALSE(at.text(QAccessible::Name).trimmed().isEmpty()) << described(at.object());
+        });
+    });
+}
+
+// ---- The keyboard ----
+
+/// The control itself or what takes the keys for it.
+QWidget* keyTaker(QWidget* control) {
+    while (control->focusProxy()) control = control->focusProxy();
+    return control;
+}
+
+/// The widgets under `pane` that someone works with.
+QList<QWidget*> controls(QWidget* pane) {
+    QList<QWidget*> result;
+    walk(QAccessible::queryAccessibleInterface(pane), [&](QAccessibleInterface& at) {
+        auto* widget = qobject_cast<QWidget*>(at.object());
+        const bool page = qobject_cast<platform::WebView*>(widget);
+        const bool tabs = at.role() == QAccessible::PageTabList;
+        if (!widget || at.state().disabled || at.role() == QAccessible::ProgressBar ||
+            at.role() == QAccessible::Dialog || !(page || tabs || isControl(at.role())))
+            return;
+        result << widget;
+    });
+    return result;
+}
+
+bool isInPage(const QWidget* widget) {
+    for (; widget; widget = widget->parentWidget())
+        if (qobject_cast<const QWebEngineView*>(widget)) return true;
+    return false;
+}
+
+/// What of `pane`'s controls the focus did not come to while the key was pressed again and again.
+QList<QWidget*> missed(QWidget* pane, Qt::Key key) {
+    constexpr int Most = 60;
+    QList<QWidget*> waiting = controls(pane);
+    keyTaker(key == Qt::Key_Tab ? waiting.first() : waiting.last())->setFocus(Qt::TabFocusReason);
+    for (int i = 0; i < Most && !waiting.isEmpty(); ++i) {
+        QWidget* now = QApplication::focusWidget();
+        if (!now || (now != pane && !pane->isAncestorOf(now))) break;
+        waiting.removeIf([now](QWidget* control) {
+            QWidget* taker = keyTaker(control);
+            return taker == now || (isInPage(now) && taker->isAncestorOf(now));
+        });
+        QTest::keyClick(now, key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        // A page passes the key on when its last link had it: by a message from the page's process.
+        if (isInPage(now)) (void)QTest::qWaitFor([now] { return QApplication::focusWidget() != now; }, 300);
+    }
+    return waiting;
+}
+
+TEST_F(EveryWindow, LetsTabAndShiftTabReachEveryControlOfAWindow) {
+    openEverything();
+    const auto check = [](QWidget* pane) {
+        SCOPED_TRACE(qPrintable(pane->objectName()));
+        ASSERT_FALSE(controls(pane).isEmpty());
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab})
+            for (QWidget* control : missed(pane, key)) ADD_FAILURE() << described(control);
+    };
+    for (const QString& name : {u"frm_Arama"_s, u"frm_Icerik"_s, u"frm_IcerikN"_s}) {
+        window->windows().showBrowse();
+        find<QMdiArea>(u"workArea"_s)->setActiveSubWindow(child(name));
+        check(child(name));
+    }
+    check(find<QToolBar>(u"Toolbar1"_s));
+    inDialog([this] { choose(u"mnu_Yardimm"_s); }, check);
+    inDialog([this] { find<notes::frm_IcerikCopy>(u"frm_IcerikCopy"_s)->editor().menu(u"mnu_ac"); }, check);
+}
+
+TEST_F(EveryWindow, LetsF6GoRoundTheToolbarsAndBackToTheText) {
+    openEverything();
+    press(u"not"_s);
+    auto* box = find<QTextEdit>(u"txt_Icerik"_s);
+    ASSERT_EQ(QApplication::focusWidget(), box);
+    QTest::keyClick(box, Qt::Key_Tab);
+    EXPECT_EQ(box->toPlainText(), u"\t"_s) << "in a note, Tab is a letter";
+
+    const auto bar = [] {
+        QWidget* at = QApplication::focusWidget();
+        while (at && !qobject_cast<QToolBar*>(at)) at = at->parentWidget();
+        return at ? at->window() == at->parentWidget() ? u"main"_s : u"own"_s : u"text"_s;
+    };
+    const auto pressF6 = [](Qt::KeyboardModifiers with = {}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, with);
+    };
+    QStringList round;
+    for (int i = 0; i < 3; ++i) {
+        pressF6();
+        round << bar();
+    }
+    EXPECT_EQ(round, QStringList({u"own"_s, u"main"_s, u"text"_s}));
+    EXPECT_EQ(QApplication::focusWidget(), box);
+    pressF6(Qt::ShiftModifier);
+    EXPECT_EQ(bar(), u"main"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget(), box) << "Esc goes back at once";
+
+    QTest::keyClick(box, Qt::Key_Minus, Qt::AltModifier);
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr) << "the system menu of the window";
+    EXPECT_GE(popup->actions().size(), 5);
+    popup->close();
+}
+
+/// The access key in a caption; none where there is no "&".
+QChar accessKey(QString caption) {
+    caption.remove(u"&&"_s);
+    const qsizetype at = caption.indexOf(u'&');
+    return at >= 0 && at + 1 < caption.size() ? QLocale().toUpper(caption.mid(at + 1, 1)).at(0) : QChar();
+}
+
+void expectUnique(const QStringList& captions, const QString& where) {
+    QMap<QChar, QString> taken;
+    for (const QString& caption : captions) {
+        const QChar key = accessKey(caption);
+        if (key.isNull()) continue;
+        EXPECT_FALSE(taken.contains(key)) << where.toStdString() << ": " << caption.toStdString() << " and "
+                                          << taken.value(key).toStdString();
+        taken.insert(key, caption);
+    }
+}
+
+TEST_F(EveryWindow, GivesAnAccessKeyOnceInAMenuAndOnceAmongTheControlsOfAWindow) {
+    forEveryWindow([](QWidget* shown) {
+        QList<QWidget*> menus;
+        for (QWidget* each : shown->findChildren<QWidget*>())
+            if (qobject_cast<QMenu*>(each) || qobject_cast<QMenuBar*>(each)) menus << each;
+        for (const QWidget* menu : menus) {
+            QStringList captions;
+            for (const QAction* item : menu->actions())
+                if (item->isVisible() && !item->isSeparator()) captions << item->text();
+            expectUnique(captions, menu->objectName());
+        }
+        QHash<QWidget*, QStringList> byPane;
+        for (QWidget* each : shown->findChildren<QWidget*>()) {
+            if (!each->isVisible()) continue;
+            QWidget* pane = each;
+            while (!pane->isWindow() && !qobject_cast<QMdiSubWindow*>(pane)) pane = pane->parentWidget();
+            if (auto* button = qobject_cast<QAbstractButton*>(each)) byPane[pane] << button->text();
+            auto* label = qobject_cast<QLabel*>(each);
+            if (label && label->buddy()) byPane[pane] << label->text();
+        }
+        for (auto it = byPane.cbegin(); it != byPane.cend(); ++it)
+            expectUnique(it.value(), it.key()->objectName());
+    });
+}
+
+// ---- Larger type ----
+
+TEST_F(EveryWindow, CutsNoCaptionOffWithTypeHalfAsLargeAgain) {
+    QFont larger = QApplication::font();
+    larger.setPointSizeF(larger.pointSizeF() * 1.5);
+    QApplication::setFont(larger);
+    forEveryWindow([&larger](QWidget* shown) {
+        for (QWidget* each : shown->findChildren<QWidget*>()) {
+            if (!each->isVisible()) continue;
+            const auto* label = qobject_cast<QLabel*>(each);
+            const auto* button = qobject_cast<QAbstractButton*>(each);
+            const bool caption = (label && !label->text().isEmpty()) || (button && !button->text().isEmpty());
+            if (!caption || each->objectName().startsWith(u"qt_")) continue;
+            const bool elides = each->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
+            const QSize wanted = label && label->wordWrap() ? QSize(0, label->heightForWidth(label->width()))
+                                                            : each->minimumSizeHint();
+            EXPECT_GE(each->font().pointSizeF(), larger.pointSizeF()) << described(each);
+            EXPECT_GE(each->height(), wanted.height()) << described(each);
+            if (!elides) {
+                EXPECT_GE(each->width(), wanted.width()) << described(each);
+            }
+            if (elides) continue;
+            for (const QWidget* above = each;
+                 !above->isWindow() && !qobject_cast<const QMdiSubWindow*>(above);) {
+                const QRect place(each->mapTo(above->parentWidget(), QPoint()), each->size());
+                above = above->parentWidget();
+                EXPECT_TRUE(above->rect().contains(place))
+                    << described(above) << " cuts " << described(each) << " off";
+            }
+        }
+    });
+}
+
+// ---- Colours ----
+
+constexpr double Readable = 4.5;
+
+double luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+/// Contrast of two colours as the accessibility guidelines for the web count it: 1 to 21.
+double contrast(const QColor& a, const QColor& b) {
+    const double one = luminance(a), other = luminance(b);
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+QPalette darkPalette() {
+    const QColor ground(0x2d, 0x2d, 0x2d), text(0xee, 0xee, 0xee);
+    QPalette dark(ground);
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(role, text);
+    return dark;
+}
+
+/// The colour that most of what is seen of the widget has.
+QColor groundOf(const QWidget& widget) {
+    QRect seen = widget.visibleRegion().boundingRect();
+    seen.moveTopLeft(widget.mapTo(widget.window(), seen.topLeft()));
+    const QImage picture = widget.window()->grab(seen).toImage().convertToFormat(QImage::Format_RGB32);
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) ++counts[line[x]];
+    }
+    QRgb most = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        if (it.value() > counts.value(most)) most = it.key();
+    return QColor(most);
+}
+
+TEST_F(EveryWindow, KeepsItsTextsReadableInALightAndInADarkDesktop) {
+    for (const QPalette& palette : {QApplication::palette(), darkPalette()}) {
+        SCOPED_TRACE(qPrintable(palette.color(QPalette::Window).name()));
+        QApplication::setPalette(palette);
+        forEveryWindow([](QWidget* shown) {
+            for (QWidget* each : shown->findChildren<QWidget*>()) {
+                if (!each->isVisible() || !each->isEnabled() || each->visibleRegion().isEmpty()) continue;
+                const auto* label = qobject_cast<QLabel*>(each);
+                const auto* button = qobject_cast<QAbstractButton*>(each);
+                const auto* area =
+                    qobject_cast<QMdiArea*>(each) ? nullptr : qobject_cast<QAbstractScrollArea*>(each);
+                if (!(label && !label->text().isEmpty()) && !(button && !button->text().isEmpty()) && !area)
+                    continue;
+                const QWidget& surface = area ? *area->viewport() : *each;
+                EXPECT_GE(contrast(surface.palette().color(surface.foregroundRole()), groundOf(surface)),
+                          Readable)
+                    << described(each);
+            }
+        });
+        auto* box = find<QLineEdit>(u"txt_Bul"_s);
+        box->setText(u"dağın"_s);
+        QTest::keyClick(box, Qt::Key_Return);
+        const QModelIndex root = find<QTreeView>(u"tvw_Kitaplar_Bul"_s)->model()->index(0, 0);
+        ASSERT_TRUE(root.isValid());
+        EXPECT_GE(contrast(root.data(Qt::ForegroundRole).value<QBrush>().color(),
+                           root.data(Qt::BackgroundRole).value<QBrush>().color()),
+                  Readable);
+        window.reset();
+    }
+}
+
+}  // namespace
