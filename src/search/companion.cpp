@@ -71,7 +71,8 @@ Result<QByteArray> ara(const data::Library& library, Request request) {
     if (!run.result) return run.result.error();
     SearchRun empty;
     if (request.options.caseSensitive) empty.KarsilastirmaKipi = text::Comparison::Exact;
-    const SearchRun& stored = run.stored() ? *run.stored() : empty;
+    const SearchRun* const listed = run.stored();
+    const SearchRun& stored = listed ? *listed : empty;
     return JsonLine()
                .raw("kelimeler", jsonTexts(stored.AramaKelimeleri))
                .number("kip", static_cast<qint64>(stored.KarsilastirmaKipi))

@@ -18,6 +18,7 @@ constexpr qint32 Spread = 33;
 
 std::vector<qint32> hitStops(const std::vector<double>& offsets) {
     std::vector<qint32> stops;
+    stops.reserve(offsets.size() + 1);
     for (const double offset : offsets) stops.push_back(static_cast<qint32>(std::nearbyint(offset)));
     if (stops.empty()) stops.push_back(0);
     std::sort(stops.begin(), stops.end());

@@ -108,7 +108,7 @@ void frm_IcerikCopy::makeMenus() {
     addItem(mnu_Duzen, item::Kes, QStringLiteral("Ke&s"), QKeySequence(Qt::CTRL | Qt::Key_X));
     addItem(mnu_Duzen, item::Kopyala, QStringLiteral("&Kopyala"), QKeySequence(Qt::CTRL | Qt::Key_C));
     addItem(mnu_Duzen, item::Yapistir, QStringLiteral("&Yapıştır"), QKeySequence(Qt::CTRL | Qt::Key_V));
-    setItemEnabled(item::Yapistir, false);
+    frm_IcerikCopy::setItemEnabled(item::Yapistir, false);
 }
 
 void frm_IcerikCopy::makeToolbar() {

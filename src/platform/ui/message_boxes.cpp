@@ -65,6 +65,7 @@ Answer MessageBoxes::show(const Message& message) {
     box.setIcon(boxIcon(message.icon));
     const std::vector<Choice> offered = choices(message.buttons);
     std::vector<QAbstractButton*> buttons;
+    buttons.reserve(offered.size());
     for (const Choice& choice : offered) buttons.push_back(box.addButton(choice.text, choice.role));
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
     box.setEscapeButton(buttons.back());  // closing the box: Cancel, No, or the one button
