@@ -43,8 +43,8 @@ std::optional<ResultPage> highlightedPage(const Library& library, const platform
                                           data::TopicId topic, const SearchRun& run, bool allWords,
                                           bool wholeWord, const MarkingProgress& progress) {
     Result<std::optional<data::TopicText>> row = library.topic(topic);
-    if (!row || !*row) return std::nullopt;
-    data::TopicText& text = **row;
+    if (row && !*row) return std::nullopt;
+    data::TopicText text = orEmpty(std::move(row));
 
     ResultPage result;
     result.marks = markHits(std::move(text.text), wordsToMark(run, allWords), run.KarsilastirmaKipi,

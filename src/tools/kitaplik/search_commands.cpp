@@ -78,6 +78,7 @@ ExitStatus vurgula(const Arguments& arguments) {
     if (!id) return failUsage(id.error());
     const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
     if (!open) return fail(open.error());
+    if (const auto topic = open->library.topic({*id}); !topic) return fail(topic.error());
     const QByteArray page =
         search::companion::vurgula(open->library, platform::AppFolder(*arguments.value(u"klasor")), {*id},
                                    requestOf(arguments.positional[2], arguments), arguments.has(u"json"));
