@@ -45,6 +45,8 @@ class SearchWindow::Busy {
         window_.parts_.state.running = true;
         window_.parts_.frame.setCommandsLocked(true);
         window_.parts_.view.setOptionsEnabled(false);
+        window_.closing_ = false;
+        window_.followed_ = nullptr;
         window_.sinceEvents_.start();
     }
     ~Busy() {
@@ -79,7 +81,6 @@ void SearchWindow::cmd_Bul_Click() {
     SonSorgu_ = text::trimBlanks(typed).toString();
     QString query = SonSorgu_;
     listele(query, ListOrder::Kitap);
-    KitapSirasi_ = true;
 }
 
 void SearchWindow::cmdDur_Click() {
@@ -96,6 +97,7 @@ void SearchWindow::chk_FindWith_Click() {
 }
 
 void SearchWindow::stop() {
+    closing_ = true;
     AramaDurdur_ = true;
     OzetDurdur_ = true;
 }
@@ -106,10 +108,8 @@ void SearchWindow::mnu_Sirala_Click(QStringView key) {
     AramaDurdur_ = false;
     if (key == u"Kitap") {
         listele(SonSorgu_, ListOrder::Kitap);
-        KitapSirasi_ = true;
     } else if (key == u"Konu") {
         listele(SonSorgu_, ListOrder::Konu);
-        KitapSirasi_ = false;
     } else {
         parts_.view.showStopButton(false);
     }
@@ -125,10 +125,10 @@ void SearchWindow::listele(QString& query, ListOrder order) {
         parts_.frame.setProgressVisible(true);
         parts_.frame.setToolTextVisible(true);
         parts_.view.setNoDropPointer(true);
-        followed_ = nullptr;
         SearchOptions options = parts_.view.options();
         const Result<RunResult> result = engine_.listele(query, order, parts_.view.searchText(), options,
                                                          parts_.frame.selectedBooks(), *this);
+        followNewestBook();
         parts_.view.letEventsRun();
         if (!result)
             parts_.dialogs.show(failure(result.error()));
@@ -157,7 +157,8 @@ void SearchWindow::closeRun(const RunResult& result) {
     // The third panel still holds the last page's count, which has nothing to do with this.
     parts_.frame.setPanelText(3, nothing);
     parts_.frame.setPanelVisible(3, true);
-    parts_.dialogs.show(platform::noticeMessage(nothing, u"Aranan Kelime Bulunamadı"_s));
+    // A program that is closing does not wait for an answer.
+    if (!closing_) parts_.dialogs.show(platform::noticeMessage(nothing, u"Aranan Kelime Bulunamadı"_s));
 }
 
 bool SearchWindow::acceptSingleLetter() {
@@ -183,7 +184,7 @@ void SearchWindow::authorStarted(qsizetype topics) {
 
 void SearchWindow::topicDone(qsizetype done, ResultNode* book) {
     progress_ = static_cast<int>(done) + 1;
-    followed_ = book;
+    if (book) followed_ = book;
 }
 
 bool SearchWindow::goOn() {
@@ -194,9 +195,13 @@ bool SearchWindow::goOn() {
 void SearchWindow::letEventsRun() {
     if (sinceEvents_.elapsed() < EventInterval) return;
     parts_.frame.setProgressValue(progress_);
-    if (followed_) parts_.view.follow(*std::exchange(followed_, nullptr));
+    followNewestBook();
     parts_.view.letEventsRun();
     sinceEvents_.restart();
+}
+
+void SearchWindow::followNewestBook() {
+    if (followed_) parts_.view.follow(*std::exchange(followed_, nullptr));
 }
 
 void SearchWindow::cmd_KelimeKontOlustur_Click() {
@@ -207,8 +212,7 @@ void SearchWindow::cmd_KelimeKontOlustur_Click() {
     progress_ = 0;
     const Result<qint64> rows = rebuildVariantTable(parts_.library, [this] { return goOn(); });
     parts_.frame.setBusyPointer(false);
-    // Stopped means that the program is closing.
-    if (!rows && !AramaDurdur_) parts_.dialogs.show(failure(rows.error()));
+    if (!rows && !closing_) parts_.dialogs.show(failure(rows.error()));
 }
 
 void SearchWindow::resultTreePressed(bool rightButton) {
@@ -225,7 +229,7 @@ void SearchWindow::NodeClick(ResultNode& node) {
     switch (node.kind) {
         case NodeKind::Summary:
             // The author's counter stands behind "OZET" in the tag.
-            OzetAl(std::get<QString>(node.tag).remove(u"OZET"_s).toInt(), run);
+            OzetAl(QString(std::get<QString>(node.tag)).remove(u"OZET"_s).toInt(), run);
             browse::showGeneratedPage(parts_.content);
             break;
         case NodeKind::Topic:
@@ -305,6 +309,8 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
     if (page) {
         parts_.content.show();
         parts_.view.showSummaryStop(false);
+        // The passages' type grows and shrinks from this size only.
+        parts_.frame.FontSize(browse::TopicFontSize);
         writeAndShow(*page, browse::contentCaption(u"ÖZET"_s));
     } else {
         parts_.dialogs.show(failure(page.error()));
@@ -330,7 +336,6 @@ void SearchWindow::beginSummary() {
     frame.setToolTextWidth(2050_tw);
     frame.setToolTextVisible(true);
     progress_ = 1;
-    followed_ = nullptr;
     frame.setProgressValue(progress_);
 }
 

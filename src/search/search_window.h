@@ -76,18 +76,19 @@ class SearchWindow : private RunHost {
     void beginSummary();
     void endSummary();
     void letEventsRun();
+    void followNewestBook();
 
     Parts parts_;
     SearchEngine engine_;
     QString SonSorgu_;
-    bool KitapSirasi_ = false;
     bool AramaDurdur_ = false;
     bool OzetDurdur_ = false;
+    bool closing_ = false;  // stop() ended what runs
     bool showing_ = false;  // a page is being loaded, which lets events run
 
     QElapsedTimer sinceEvents_;
     int progress_ = 0;
-    ResultNode* followed_ = nullptr;
+    ResultNode* followed_ = nullptr;  // the newest book, where the tree does not show it yet
 };
 
 }  // namespace lirovan::search

@@ -23,6 +23,7 @@ class FakeSearchView : public SearchView {
     SearchOptions boxes;
     bool optionsEnabled = true, stopShown = false, summaryStopShown = false, noDrop = false;
     std::function<void()> onEvents = [] {};
+    QStringList followed;
 
     QString searchText() const override { return text; }
     void setSearchText(const QString& t) override { text = t; }
@@ -34,7 +35,7 @@ class FakeSearchView : public SearchView {
     void showStopButton(bool on) override { stopShown = on; }
     void showSummaryStop(bool on) override { summaryStopShown = on; }
     void setNoDropPointer(bool on) override { noDrop = on; }
-    void follow(ResultNode&) override {}
+    void follow(ResultNode& book) override { followed += book.key; }
     void letEventsRun() override { onEvents(); }
 };
 
@@ -98,6 +99,7 @@ TEST_F(SearchWindowTest, TellsHowManyTopicsWereFound) {
     EXPECT_TRUE(frame.panelVisible[2] && !frame.panelVisible[3]);
     EXPECT_TRUE(state.showPanel2 && !state.showPanel3);
     EXPECT_FALSE(frame.button(button::Up).visible);
+    EXPECT_EQ(view.followed.value(view.followed.size() - 1), u"kitap12");  // however short the run was
 }
 
 TEST_F(SearchWindowTest, AnswersAnEmptyBoxAndAnEmptyQuery) {
@@ -121,6 +123,11 @@ TEST_F(SearchWindowTest, SaysThatNothingWasFound) {
     EXPECT_EQ(tree.runCount(), 1);
     EXPECT_FALSE(state.showPanel2);
     EXPECT_TRUE(!frame.panelVisible[2] && frame.panelVisible[3]);
+    expectIdle();
+
+    view.onEvents = [this] { window.stop(); };  // the program closes: no message holds it up
+    find(u"bulunmaz"_s);
+    EXPECT_EQ(dialogs.messages.size(), 1u);
     expectIdle();
 }
 
@@ -195,6 +202,10 @@ TEST_F(SearchWindowTest, KeepsThePageWhenTheTopicIsGone) {
     window.NodeClick(node(0, u"konu11"_s));
     EXPECT_TRUE(content.page.navigated.isEmpty());
     EXPECT_EQ(frame.panels[3], u"Seçili başlıkta bulunan kelime sayısı: 0");
+
+    file.execute(u"DROP TABLE tbl_Konu");  // a text that cannot be read leaves its place empty
+    window.NodeClick(node(0, u"konu11"_s));
+    EXPECT_TRUE(page().contains("<font face=Arial></font>"));
 }
 
 TEST_F(SearchWindowTest, ShowsTheStartPageForOtherNodes) {
@@ -216,6 +227,9 @@ TEST_F(SearchWindowTest, ShowsASummaryAndStopsItWhenAsked) {
     EXPECT_EQ(frame.toolTextWidth.value, 1125);
     EXPECT_TRUE(frame.button(button::New).visible && frame.button(button::New).enabled);
     expectIdle();
+
+    EXPECT_EQ(frame.pixels, 16);
+    EXPECT_EQ(std::get<QString>(node(0, u"ozet10"_s).tag), u"OZET0");
 
     window.stop();  // left over from an earlier close: no summary begins stopped
     window.NodeClick(node(0, u"ozet10"_s));
