@@ -26,8 +26,13 @@ Result<NotesDatabase> Notebook::openNotes() const {
     });
 }
 
+// A window that was closed may stay for a while, hidden, until events are handled again.
+bool Notebook::isOpen() const {
+    return window_ && window_->parentWidget() && !window_->parentWidget()->isHidden();
+}
+
 void Notebook::show() {
-    if (window_) {
+    if (isOpen()) {
         if (auto* frame = qobject_cast<platform::MdiChild*>(window_->parentWidget())) frame->bringForward();
         window_->box().setFocus();
         return;
@@ -49,7 +54,7 @@ void Notebook::pasteFromClipboard() {
 }
 
 bool Notebook::confirmClose() {
-    if (!window_) return true;
+    if (!isOpen()) return true;
     show();  // the question belongs to a text that can be seen
     QWidget* frame = window_->parentWidget();
     return frame ? frame->close() : window_->close();

@@ -34,6 +34,7 @@ class Notebook : public QObject {
     frm_IcerikCopy* window() const { return window_; }
 
   private:
+    bool isOpen() const;
     platform::Result<NotesDatabase> openNotes() const;
     void showNoteList(NoteEditor& editor);
 

@@ -76,7 +76,11 @@ void MdiChild::closeEvent(QCloseEvent* event) {
         return;
     }
     QMdiSubWindow::closeEvent(event);
-    if (event->isAccepted()) Q_EMIT unloaded();
+    if (!event->isAccepted()) return;
+    // It goes with the next events; nobody answers for it any more.
+    onActivate = onResize = nullptr;
+    onUnload = nullptr;
+    Q_EMIT unloaded();
 }
 
 void MdiChild::resizeEvent(QResizeEvent* event) {
@@ -90,6 +94,12 @@ void MdiChild::tellResize() {
     telling_ = true;
     onResize();
     telling_ = false;
+}
+
+void keepInside(QMdiSubWindow& window) {
+    if (!window.mdiArea() || window.isMinimized() || window.isMaximized()) return;
+    const QRect place = fitted(window.geometry(), window.mdiArea()->contentsRect().size());
+    if (place != window.geometry()) window.setGeometry(place);
 }
 
 }  // namespace lirovan::platform

@@ -64,4 +64,8 @@ class MdiChild : public QMdiSubWindow {
     bool closeWanted_ = false;
 };
 
+/// Moves, and then cuts, a window so that all of it lies inside the frame. One that is minimised or maximised
+/// is where it belongs.
+void keepInside(QMdiSubWindow& window);
+
 }  // namespace lirovan::platform

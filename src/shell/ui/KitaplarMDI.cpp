@@ -89,8 +89,9 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     area_.setObjectName(u"workArea"_s);
     area_.setFrameShape(QFrame::NoFrame);
     area_.setBackground(palette().brush(QPalette::Dark));
-    area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // Windows are kept inside the frame instead.
+    area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area_.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setCentralWidget(&area_);
 
     frame_ = std::make_unique<Frame>(*this, area_);
@@ -130,7 +131,10 @@ bool KitaplarMDI::load() {
     splash.showAtOnce();
     resize(screen()->size());
     windows_->treeProgress = splashProgress(splash);
-    windows_->maximizeMainWindow = [this] { maximizeWanted_ = true; };
+    windows_->maximizeMainWindow = [this] {
+        if (isVisible()) showMaximized();
+        maximizeWanted_ = true;
+    };
     windows_->browseWindow();
     windows_->treeProgress = {};
     // A page view needs another kind of native window than a plain frame: made before the frame becomes one,

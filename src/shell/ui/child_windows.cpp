@@ -62,12 +62,16 @@ frm_Arama& ChildWindows::browseWindow() {
 
 void ChildWindows::loadBrowse() {
     browse_ = new frm_Arama({frame_, *contentPort_, library_, services_.folder, search_,
-                             [this] { return help_ && help_->helpShown; },
-                             std::exchange(maximizeMainWindow, nullptr)});
+                             [this] { return help_ && help_->helpShown; }, maximizeMainWindow});
     area_.addSubWindow(browse_);
     searchTab_ = new search::SearchTab(
         {frame_, services_.dialogs, *contentPort_, library_, services_.folder, search_});
     browse_->setSearchTab(searchTab_);
+    connect(browse_, &platform::MdiChild::unloaded, this, [this] {
+        lastBrowsePlace();
+        browse_.clear();
+        searchTab_.clear();
+    });
     const browse::BookTree& tree = browse_->load(treeProgress);
     if (tree.failure)
         services_.dialogs.show(platform::errorMessage(tree.failure->message, u"Okuma Hatası"_s));
@@ -121,13 +125,15 @@ browse::ContentView& ChildWindows::contentView() {
 }
 
 void ChildWindows::arrange(platform::Twips browseWidth) {
-    if (!browse_) return;
-    platform::TwipsRect place = browse_->place();
-    place.width = browseWidth;
-    browse_->setPlace(place);
-    // Whatever the first change brought about: the window has its height only now.
-    browse_->decisions().resize();
+    if (browse_) {
+        platform::TwipsRect place = browse_->place();
+        place.width = browseWidth;
+        browse_->setPlace(place);
+        // Whatever the first change brought about: the window has its height only now.
+        browse_->decisions().resize();
+    }
     if (content_) contentDecisions_.resize();
+    for (QMdiSubWindow* window : area_.subWindowList()) platform::keepInside(*window);
 }
 
 bool ChildWindows::isBusy() const {
@@ -255,10 +261,8 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     connect(window, &platform::MdiChild::unloaded, this, [this, number] { extra_.release(number); });
     connect(window, &QObject::destroyed, this, [this, number] { extra_.release(number); });
     connect(window, &frm_IcerikN::notebookWanted, this, [this](bool paste) {
-        if (paste)
-            notebook_.pasteFromClipboard();
-        else
-            notebook_.show();
+        showNotebook();
+        if (paste) pasteIntoNotebook();
     });
     window->setPlace(
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));

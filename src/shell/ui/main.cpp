@@ -3,12 +3,14 @@
 #include <QCommandLineParser>
 #include <QPalette>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include "platform/ui/icons.h"
 #include "platform/ui/message_boxes.h"
 #include "platform/ui/system_printing.h"
 #include "shell/application_folder.h"
 #include "shell/ui/KitaplarMDI.h"
+#include "shell/ui/tour.h"
 #include "shell/update_check.h"
 
 using namespace Qt::StringLiterals;
@@ -39,7 +41,6 @@ int main(int argc, char** argv) {
     platform::WebEngine::prepare();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"lirovan"_s);
-    QApplication::setApplicationDisplayName(u"Lirovan"_s);
     QApplication::setApplicationVersion(shell::BuiltInVersion.toString());
     QApplication::setDesktopFileName(u"lirovan"_s);
     QApplication::setWindowIcon(platform::applicationIcon());
@@ -50,6 +51,10 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
     const QCommandLineOption folderOption(u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"DIR"_s);
     parser.addOption(folderOption);
+    QCommandLineOption tourOption(u"tur"_s, u"Programı gezdirir, her adımın resmini klasöre bırakır."_s,
+                                  u"DIR"_s);
+    tourOption.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(tourOption);
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
@@ -66,5 +71,12 @@ int main(int argc, char** argv) {
     shell::KitaplarMDI window({*folder, dialogs, printing, registry, QStringLiteral(LIROVAN_UPDATE_SERVER),
                                QStringLiteral(LIROVAN_WEB_SITE)});
     if (!window.load()) return 1;
+    if (parser.isSet(tourOption)) {
+        QTimer::singleShot(0, &window, [&] {
+            const bool complete = shell::Tour(window, parser.value(tourOption)).run();
+            window.close();
+            QApplication::exit(complete ? 0 : 1);
+        });
+    }
     return QApplication::exec();
 }

@@ -54,7 +54,7 @@ void ManifestDownload::fetch(Answer answer) {
         if (body->size() > ManifestLimit) reply->abort();
     });
     connect(reply, &QNetworkReply::finished, this, [reply, body, answer = std::move(answer)] {
-        body->append(reply->readAll());
+        if (reply->isOpen()) body->append(reply->readAll());  // it is not after an abort
         const bool usable = isComplete(*reply) && !body->isEmpty() && body->size() <= ManifestLimit;
         reply->deleteLater();
         answer(usable ? std::optional(*body) : std::nullopt);

@@ -1,0 +1,51 @@
+// A guided tour: drives the program's own controls from the start page to the notebook and leaves a picture
+// of every step. Behind the option --tur DIR.
+#pragma once
+
+#include <QDir>
+#include <QObject>
+#include <functional>
+
+class QTreeView;
+class QModelIndex;
+
+namespace lirovan::shell {
+
+class KitaplarMDI;
+
+class Tour : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Pictures go into `folder` as "01-giris.png", "02-konu.png" and so on. The tour writes a note.
+    Tour(KitaplarMDI& window, const QDir& folder);
+
+    /// Walks through all steps, with events running; false when a picture could not be saved or a control
+    /// that a step needs is missing.
+    bool run();
+
+  private:
+    bool readTopic();
+    bool search();
+    bool stopSearch();
+    bool openHit();
+    bool summary();
+    bool extraWindow();
+    bool notebook();
+    bool modalWindow(const QString& menuItem, const QString& picture);
+
+    bool picture(const QString& name);
+    bool press(const QString& button);
+    bool choose(const QString& item);
+    bool click(QTreeView* tree, const QModelIndex& index);
+    void settle(int milliseconds = 400);
+    /// Lets `answer` deal with the modal window that the next step opens.
+    void whenModal(std::function<void(QWidget&)> answer);
+    void selectPassage();
+
+    KitaplarMDI& window_;
+    QDir folder_;
+    int pictures_ = 0;
+};
+
+}  // namespace lirovan::shell
