@@ -25,6 +25,8 @@ void contentActivated(platform::MainFrame& frame) {
     frame.setButtonEnabled(button::Print, true);
     frame.setMenuEnabled(menu::Yapistir, true);
     frame.setMenuVisible(menu::Sep2, true);
+    // With its separator: there is no other way from the menu to the print dialog.
+    frame.setMenuVisible(menu::Yazdir, true);
 }
 
 void pageFocused(platform::MainFrame& frame, bool clipboardHasText) {

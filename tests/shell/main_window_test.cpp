@@ -168,6 +168,17 @@ TEST_F(MainWindowTest, TheFirstNormalSizeIsTwoThirdsOfTheScreenLaterOnesAreTheUs
     EXPECT_EQ(window->size(), QSize(620, 430));
 }
 
+TEST_F(MainWindowTest, TheBorderBetweenTheTwoWindowsMovesFromEitherSide) {
+    ASSERT_TRUE(start());
+    QMdiSubWindow *browse = child(u"frm_Arama"_s), *beside = child(u"frm_Icerik"_s);
+    const QRect area = find<QMdiArea>(u"workArea"_s)->rect();
+    browse->resize(400, browse->height());
+    EXPECT_EQ(beside->geometry(), QRect(400, 0, area.width() - 400, area.height()));
+    beside->setGeometry(350, 0, area.width() - 350, area.height());
+    EXPECT_EQ(browse->geometry(), QRect(0, 0, 350, area.height()));
+    EXPECT_EQ(beside->geometry(), QRect(350, 0, area.width() - 350, area.height()));
+}
+
 TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
     for (const QByteArray& content :
          {QByteArray(), QByteArray("no database, and long enough to be read as one")}) {

@@ -89,7 +89,10 @@ void ChildWindows::loadContent() {
     hits_.emplace(*window->wb_Icerik,
                   [this](QStringView key, bool enabled) { frame_.setButtonEnabled(key, enabled); });
     window->onActivate = [this] { contentDecisions_.activate(); };
-    window->onResize = [this] { contentDecisions_.resize(); };
+    window->onResize = [this] {
+        contentDecisions_.resize();
+        followDraggedBorder();
+    };
     window->onUnload = [this] {
         if (isSearching()) return false;
         contentDecisions_.unload();
@@ -134,6 +137,21 @@ void ChildWindows::arrange(platform::Twips browseWidth) {
     }
     if (content_) contentDecisions_.resize();
     for (QMdiSubWindow* window : area_.subWindowList()) platform::keepInside(*window);
+}
+
+// The border between the two windows can be dragged from either side: the browse window takes or gives the
+// room when the content window, which reaches to the frame's edge, is sized at its left.
+void ChildWindows::followDraggedBorder() {
+    const auto isPlain = [](const QMdiSubWindow* window) {
+        return window && window->isVisible() && !window->isMinimized() && !window->isMaximized();
+    };
+    if (!isPlain(browse_) || !isPlain(content_)) return;
+    const QRect content = content_->geometry();
+    const bool reachesEdge = content.right() == area_.contentsRect().right();
+    if (!reachesEdge || content.left() == browse_->geometry().right() + 1) return;
+    platform::TwipsRect place = browse_->place();
+    place.width = content_->place().left;
+    browse_->setPlace(place);
 }
 
 bool ChildWindows::isBusy() const {

@@ -93,6 +93,7 @@ class ChildWindows : public QObject, public Windows {
 
     void loadBrowse();
     void loadContent();
+    void followDraggedBorder();
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();
