@@ -231,6 +231,12 @@ TEST_F(SearchWindowTest, ShowsASummaryAndStopsItWhenAsked) {
     EXPECT_EQ(frame.pixels, 16);
     EXPECT_EQ(std::get<QString>(node(0, u"ozet10"_s).tag), u"OZET0");
 
+    view.onEvents = [this] { window.cmd_Stop_Click(); };
+    window.NodeClick(node(0, u"ozet10"_s));
+    EXPECT_EQ(page().count("<hr>"), 1);  // what was gathered so far
+    expectIdle();
+
+    view.onEvents = [] {};
     window.stop();  // left over from an earlier close: no summary begins stopped
     window.NodeClick(node(0, u"ozet10"_s));
     EXPECT_EQ(page().count("<hr>"), 2);
