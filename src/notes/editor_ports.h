@@ -37,6 +37,8 @@ class RichBox {
     virtual platform::rtf::Document document() const = 0;
     virtual void setDocument(const platform::rtf::Document& document) = 0;
 
+    /// The cursor goes behind the last letter, and into view.
+    virtual void moveToEnd() = 0;
     virtual bool hasSelection() const = 0;
     virtual platform::rtf::Document selection() const = 0;
     virtual void replaceSelection(const platform::rtf::Document& document) = 0;

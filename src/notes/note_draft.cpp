@@ -14,7 +14,9 @@ NoteDraft NoteDraft::in(const platform::AppFolder& folder) {
     const QString path = folder.path(u"\\Notlar\\notlar.draft");
     auto lock = std::make_shared<QLockFile>(path + QStringLiteral(".lock"));
     lock->setStaleLockTime(0);  // held for hours; stale only when its program is gone
-    if (!lock->tryLock(0)) return draft;
+    // The lock of a program that ended on another computer, in a folder that was copied here, belongs to
+    // nobody; one that is really held cannot be removed.
+    if (!lock->tryLock(0) && !(lock->removeStaleLockFile() && lock->tryLock(0))) return draft;
     draft.path_ = path;
     draft.lock_ = std::move(lock);
     return draft;

@@ -65,22 +65,28 @@ void NoteEditor::load(NoteDraft draft) {
     selectionChanged();
     clipboardChanged();
 
-    const std::optional<Note> left = draft_.left();
-    if (!left) return;
-    const Answer answer =
-        parts_.dialogs.show({QStringLiteral("Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?"),
-                             QStringLiteral("Not Defteri"), Icon::Question, Buttons::YesNo});
+    if (const std::optional<Note> left = draft_.left()) offerDraft(*left);
+}
+
+// The draft stays on the disk until its text is saved or given up.
+void NoteEditor::offerDraft(const Note& left) {
+    const Answer answer = parts_.dialogs.show(
+        {QStringLiteral(
+             "Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?\n\n\"Hayır\" derseniz bu metin "
+             "silinir."),
+         QStringLiteral("Not Defteri"), Icon::Question, Buttons::YesNo});
     if (answer != Answer::Yes) return draft_.clear();
-    if (left->id.value > 0) {
+    if (left.id.value > 0) {
         // Shown as the stored note with the changes that were not saved.
-        const Result<std::optional<Note>> row = NotBaglanti_.find(left->id);
+        const Result<std::optional<Note>> row = NotBaglanti_.find(left.id);
         if (row && *row)
-            show(**row);
+            put(**row);
         else
-            txt_invisible_ = left->id, NotBasligi_ = left->title;
+            txt_invisible_ = left.id, NotBasligi_ = left.title;
         parts_.window.setCaption(captionOf(NotBasligi_));
     }
-    parts_.box.setDocument(textOf(left->rtf));
+    parts_.box.setDocument(textOf(left.rtf));
+    parts_.box.moveToEnd();
 }
 
 // --- Saving
@@ -272,13 +278,22 @@ const NotesDatabase& NoteEditor::NotBaglanti() {
 }
 
 void NoteEditor::show(const Note& note) {
+    put(note);
+    draft_.clear();
+}
+
+void NoteEditor::put(const Note& note) {
     parts_.box.setDocument(textOf(note.rtf));
     txt_invisible_ = note.id;
     NotBasligi_ = note.title;
     storedRtf_ = note.rtf;
     storedText_ = storedRtf(parts_.box.document());
     parts_.window.setCaption(captionOf(note.title));
-    draft_.clear();
+}
+
+void NoteEditor::rowDeleted() {
+    becomeNew();
+    keepDraft();
 }
 
 // --- Commands

@@ -68,11 +68,14 @@ class NoteEditor {
     /// Shows a stored note in place of the present text.
     void show(const Note& note);
     /// The open note's row was deleted: its text becomes a new, unsaved note.
-    void becomeNew();
+    void rowDeleted();
 
     bool KayitIptal() const { return KayitIptal_; }
 
   private:
+    void offerDraft(const Note& left);
+    void put(const Note& note);
+    void becomeNew();
     void saveNew();
     void saveExisting();
     bool insertAs(const QString& title);

@@ -105,7 +105,7 @@ void NoteList::mnu_Sil() {
         return;
     }
     // Its text stays in the notebook, as a new note.
-    if (editor_.currentNote() == id) editor_.becomeNew();
+    if (editor_.currentNote() == id) editor_.rowDeleted();
     notlistele();
 }
 

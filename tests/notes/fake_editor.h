@@ -23,7 +23,7 @@ class FakeBox : public notes::RichBox {
     std::optional<bool> styles[3] = {false, false, false};
     std::optional<rtf::Rgb> shownColor = rtf::Black;
     double points = 10;
-    bool focused = false;
+    bool focused = false, atEnd = false;
 
     void type(const QString& typed) { text = textDocument(typed); }
 
@@ -32,6 +32,7 @@ class FakeBox : public notes::RichBox {
     void setDocument(const rtf::Document& document) override {
         text = document.paragraphs.empty() ? textDocument({}) : document;
     }
+    void moveToEnd() override { atEnd = true; }
     bool hasSelection() const override { return !selected.isEmpty(); }
     rtf::Document selection() const override { return selected; }
     void replaceSelection(const rtf::Document& document) override {

@@ -215,15 +215,37 @@ TEST_F(NoteEditorTest, OffersTheDraftOfACrash) {
         EXPECT_FALSE(NoteDraft::in(folder).left()) << "a second program must not take the draft";
     }
     box_.type({});
+    // As if the folder had been copied from another computer on which the program did not end by itself.
+    QFile lock(folder_.filePath(u"Notlar/notlar.draft.lock"_s));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.write("1234\nlirovan\nbaska-bilgisayar\n\n\n");
+    lock.close();
     dialogs_.answer(Answer::Yes);
-    editor_.load(NoteDraft::in(folder));
-    EXPECT_EQ(dialogs_.messages.back().text, u"Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?");
+    const NoteDraft draft = NoteDraft::in(folder);
+    editor_.load(draft);
+    EXPECT_TRUE(
+        dialogs_.messages.back().text.startsWith(u"Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?"));
     EXPECT_EQ(box_.plainText(), u"yarım kalan");
+    EXPECT_TRUE(box_.atEnd);
+    EXPECT_TRUE(draft.left()) << "a second crash must not lose it";
     EXPECT_EQ(window_.caption, u"Not Defteri - Başlık");
     dialogs_.answer(Answer::Yes);
     EXPECT_TRUE(editor_.close());
     EXPECT_EQ(stored(1), u"yarım kalan");
-    EXPECT_FALSE(NoteDraft::in(folder).left());
+    EXPECT_FALSE(draft.left());
+}
+
+TEST_F(NoteEditorTest, KeepsADraftOfANoteThatWasDeleted) {
+    editor_.close();
+    const NoteDraft draft = NoteDraft::in(platform::AppFolder(folder_.path()));
+    editor_.load(draft);
+    saveAs(u"metin"_s, u"Başlık"_s);
+    EXPECT_FALSE(draft.left());
+    ASSERT_TRUE(notes().remove({1}));
+    editor_.rowDeleted();
+    ASSERT_TRUE(draft.left());
+    EXPECT_EQ(draft.left()->id.value, 0);
+    EXPECT_EQ(textOf(draft.left()->rtf).plainText(), u"metin");
 }
 
 TEST_F(NoteEditorTest, TogglesStylesAndColours) {

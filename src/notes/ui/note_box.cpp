@@ -87,6 +87,11 @@ void NoteBox::setDocument(const rtf::Document& document) {
     if (document.isEmpty()) setCurrentCharFormat({});
 }
 
+void NoteBox::moveToEnd() {
+    moveCursor(QTextCursor::End);
+    ensureCursorVisible();
+}
+
 rtf::Document NoteBox::selection() const {
     return rtf::fromSelection(textCursor());
 }

@@ -16,6 +16,7 @@ class NoteBox : public QTextEdit, public RichBox {
     QString plainText() const override { return toPlainText(); }
     platform::rtf::Document document() const override;
     void setDocument(const platform::rtf::Document& document) override;
+    void moveToEnd() override;
     bool hasSelection() const override { return textCursor().hasSelection(); }
     platform::rtf::Document selection() const override;
     void replaceSelection(const platform::rtf::Document& document) override;
