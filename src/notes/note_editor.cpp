@@ -140,7 +140,13 @@ void NoteEditor::saveExisting() {
     parts_.scratch.setDocument(textOf(stored.rtf));
     const bool same = sameText(parts_.box.document(), parts_.scratch.document());
     parts_.scratch.setDocument({});
-    if (same || (changedElsewhere && !changedSinceStored())) return;
+    if (same) {
+        // Nothing to write; from here on the row as it stands now is the one that this text belongs to.
+        storedRtf_ = stored.rtf;
+        storedText_ = storedRtf(parts_.box.document());
+        return draft_.clear();
+    }
+    if (changedElsewhere && !changedSinceStored()) return;
     const Answer answer = parts_.dialogs.show(
         {QStringLiteral("'%1' notunuzda yaptığınız değişiklikleri kaydetmek istiyormusunuz?")
              .arg(stored.title.trimmed()),
@@ -176,6 +182,7 @@ void NoteEditor::wasStored(const QString& rtf) {
     draft_.clear();
 }
 
+// The window stays open and the text in it, unless the user has put the text into a file.
 void NoteEditor::fail(const platform::Error& error) {
     KayitIptal_ = saveFailed_ = true;
     const Answer answer = parts_.dialogs.show(
@@ -193,7 +200,9 @@ void NoteEditor::fail(const platform::Error& error) {
     if (path.isEmpty()) return;
     QSaveFile file(path);
     const QByteArray text = rtf::write(parts_.box.document());
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+        KayitIptal_ = saveFailed_ = false;
+    else
         parts_.dialogs.show(platform::errorMessage(QStringLiteral("Dosyaya yazılamadı: %1").arg(path),
                                                    QStringLiteral("Kayıt Hatası")));
 }
@@ -244,7 +253,8 @@ void NoteEditor::open() {
 bool NoteEditor::differsFromRow() {
     if (!NotBaglanti_.isOpen()) return changedSinceStored();
     const Result<std::optional<Note>> row = NotBaglanti_.find(txt_invisible_);
-    if (!row || !*row) return true;  // saving will tell, or put the vanished note back
+    if (!row) return changedSinceStored();
+    if (!*row) return true;  // saving puts the vanished note back
     parts_.scratch.setDocument(textOf((*row)->rtf));
     const bool differs = !sameText(parts_.box.document(), parts_.scratch.document());
     parts_.scratch.setDocument({});

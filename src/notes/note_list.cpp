@@ -16,12 +16,16 @@ constexpr int dateWidth = 10, titleCharacters = 20, titleWidth = 25, textCharact
 // Enough rich text for a line of the list, unless another program wrote long tables before the text.
 constexpr int rtfForALine = 4096;
 
+// A title from another program may have several lines too.
+QString inOneLine(QString text) {
+    for (QChar& unit : text)
+        if (unit < u' ' || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator) unit = u' ';
+    return text;
+}
+
 QString beginningOf(const QString& notRtf) {
     const QString trimmed = notRtf.trimmed();
-    QString text = rtf::read(QStringView(trimmed), {textCharacters}).plainText().left(textCharacters);
-    for (QChar& unit : text)
-        if (unit == u'\n' || unit == u'\t') unit = u' ';  // one line of the list
-    return text;
+    return inOneLine(rtf::read(QStringView(trimmed), {textCharacters}).plainText().left(textCharacters));
 }
 
 QString dateOf(const Note& note, const std::function<QString(QDate)>& shortDate) {
@@ -37,8 +41,8 @@ QString listHeader() {
 
 QString listLine(const Note& note, const std::function<QString(QDate)>& shortDate) {
     return dateOf(note, shortDate) + QStringLiteral("   ") +
-           note.title.trimmed().left(titleCharacters).leftJustified(titleWidth) + beginningOf(note.rtf) +
-           QStringLiteral("...");
+           inOneLine(note.title.trimmed().left(titleCharacters)).leftJustified(titleWidth) +
+           beginningOf(note.rtf) + QStringLiteral("...");
 }
 
 ListPlace listPlace(const platform::MainFrame& frame) {
@@ -46,19 +50,18 @@ ListPlace listPlace(const platform::MainFrame& frame) {
 }
 
 void NoteList::load() {
-    notlistele();
-    if (lines_.size() < 2)
-        dialogs_.show(platform::errorMessage(QStringLiteral("Gösterilecek not bulunamadı!"),
-                                             QStringLiteral("Not Açma Hatası")));
+    const Result<void> filled = notlistele();
+    if (filled && lines_.size() > 1) return;
+    dialogs_.show(platform::errorMessage(
+        filled ? QStringLiteral("Gösterilecek not bulunamadı!") : filled.error().message,
+        QStringLiteral("Not Açma Hatası")));
 }
 
-void NoteList::notlistele() {
+Result<void> NoteList::notlistele() {
     lines_ = {{listHeader(), {}}};
     const NotesDatabase& notes = editor_.NotBaglanti();
     Result<std::vector<Note>> rows = notes.list(rtfForALine);
-    if (!rows) {
-        dialogs_.show(platform::errorMessage(rows.error().message, QStringLiteral("Not Açma Hatası")));
-    } else {
+    if (rows) {
         for (Note& note : *rows) {
             const bool cutOff = note.rtf.size() >= rtfForALine;
             if (cutOff && beginningOf(note.rtf).size() < textCharacters)
@@ -68,6 +71,8 @@ void NoteList::notlistele() {
         }
     }
     window_.setLines(lines_);
+    if (!rows) return rows.error();
+    return {};
 }
 
 NoteId NoteList::selected() const {
@@ -99,14 +104,16 @@ void NoteList::mnu_Sil() {
     const Answer answer = dialogs_.show({QStringLiteral("Seçili notu silmek istediğinize eminmisiniz?"),
                                          QStringLiteral("Not Silme"), Icon::None, Buttons::YesNo});
     if (answer != Answer::Yes) return;
-    const NoteId id = selected();
-    if (const Result<void> removed = editor_.NotBaglanti().remove(id); !removed) {
+    if (!deleteNote(selected()))
         dialogs_.show(platform::errorMessage(QStringLiteral("Hata oluştu!"), QStringLiteral("Hata")));
-        return;
-    }
+}
+
+Result<void> NoteList::deleteNote(NoteId id) {
+    const Result<void> removed = editor_.NotBaglanti().remove(id);
+    if (!removed) return removed;
     // Its text stays in the notebook, as a new note.
     if (editor_.currentNote() == id) editor_.rowDeleted();
-    notlistele();
+    return notlistele();
 }
 
 }  // namespace lirovan::notes

@@ -45,9 +45,10 @@ class NoteList {
              std::function<QString(QDate)> shortDate)
         : window_(window), editor_(editor), dialogs_(dialogs), shortDate_(std::move(shortDate)) {}
 
-    /// Fills the list; tells when there is no note.
+    /// Fills the list; tells when there is no note, or why there is none to be seen.
     void load();
-    void notlistele();
+    /// Fills the list: the header, and a line for each note.
+    platform::Result<void> notlistele();
 
     void doubleClickOrEnter() { openSelected(); }
     void mnu_Ac();
@@ -55,6 +56,7 @@ class NoteList {
 
   private:
     NoteId selected() const;
+    platform::Result<void> deleteNote(NoteId id);
     void openSelected();
 
     NoteListWindow& window_;

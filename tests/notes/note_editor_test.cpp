@@ -149,6 +149,14 @@ TEST_F(NoteEditorTest, KeepsBothTextsWhenTwoProgramsChangeANote) {
     editor_.save();  // nothing was changed here, so nothing is asked and nothing overwritten
     EXPECT_TRUE(dialogs_.messages.empty());
     EXPECT_EQ(stored(1), u"onların");
+    box_.type(u"onların"_s);
+    editor_.save();  // the same text again: no quarrel, and the next change goes into this note
+    ASSERT_TRUE(dialogs_.messages.empty());
+    box_.type(u"ortak"_s);
+    dialogs_.answer(Answer::Yes);
+    editor_.save();
+    EXPECT_EQ(stored(1), u"ortak");
+    ASSERT_EQ(*notes().replaceRtf({1}, (**notes().find({1})).rtf, theirs), Change::Done);
     box_.type(u"bizim"_s);
     dialogs_.answer(Answer::Yes);
     editor_.save();
@@ -162,8 +170,11 @@ TEST_F(NoteEditorTest, KeepsTheTextWhenTheFileCannotBeWritten) {
     ASSERT_TRUE(notes().database().execute(u"PRAGMA max_page_count=1"));
     const QString longText(300'000, u'x');
     box_.type(longText);
-    const QString rescue = folder_.filePath(u"kurtarılan.rtf"_s);
-    dialogs_.answer(Answer::Yes).answer(Answer::Yes).answerSavePath(rescue);
+    dialogs_.answer(Answer::Yes).answer(Answer::Yes).answerSavePath(folder_.filePath(u"yok/not.rtf"_s));
+    EXPECT_FALSE(editor_.close());
+    expectLast(u"Dosyaya yazılamadı: "_s + folder_.filePath(u"yok/not.rtf"_s), u"Kayıt Hatası"_s,
+               platform::Icon::Critical);
+    dialogs_.answer(Answer::Yes);
     EXPECT_FALSE(editor_.close());
     expectLast(
         u"Diskte yer kalmadı.\n\nNotunuz kaydedilemedi; metni pencerede duruyor. Metni bir RTF dosyasına "
@@ -171,15 +182,28 @@ TEST_F(NoteEditorTest, KeepsTheTextWhenTheFileCannotBeWritten) {
         u"Kayıt Hatası"_s, platform::Icon::Critical);
     EXPECT_EQ(box_.plainText(), longText);
     EXPECT_EQ(stored(1), u"ilk");
-    QFile file(rescue);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(rtf::read(QByteArrayView(file.readAll())).plainText(), longText);
-
     dialogs_.answer(Answer::Yes);
     editor_.open();  // and no other note takes its place
     EXPECT_EQ(window_.lists, 0);
-    dialogs_.answer(Answer::No);
+
+    // Once it lies in a file the window may close.
+    const QString rescue = folder_.filePath(u"kurtarılan.rtf"_s);
+    dialogs_.answer(Answer::Yes).answer(Answer::Yes).answerSavePath(rescue);
     EXPECT_TRUE(editor_.close());
+    QFile file(rescue);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(rtf::read(QByteArrayView(file.readAll())).plainText(), longText);
+}
+
+TEST_F(NoteEditorTest, ClosesAnUnchangedNoteWhenItsFileCanNoLongerBeRead) {
+    saveAs(u"metin"_s, u"Başlık"_s);
+    ASSERT_TRUE(notes().database().execute(u"alter table tbl_Notlar rename to tbl_Baska"));
+    box_.type(u"değişti"_s);
+    EXPECT_FALSE(editor_.close());
+    box_.type(u"metin"_s);
+    dialogs_.messages.clear();
+    EXPECT_TRUE(editor_.close());
+    EXPECT_TRUE(dialogs_.messages.empty());
 }
 
 TEST_F(NoteEditorTest, WorksWithoutAFileAndSavesOnceThereIsOne) {
@@ -388,6 +412,8 @@ TEST_F(NoteListTest, ShowsALineForEachNote) {
     const auto shortDate = [](QDate date) { return date.toString(u"d.M.yyyy"); };
     EXPECT_EQ(listLine({{}, u"1899-01-02T21:05:00"_s, u"t"_s, u"a\nb"_s}, shortDate),
               u"2.1.1899   t"_s + QString(24, u' ') + u"a b..."_s);
+    EXPECT_EQ(listLine({{}, {}, u"iki\r\nsatır"_s, u"\t"_s}, shortDate),
+              QString(13, u' ') + u"iki  satır"_s + QString(15, u' ') + u"..."_s);
     EXPECT_EQ(listLine({}, shortDate), QString(10 + 3 + 25, u' ') + u"..."_s);
 }
 
@@ -429,4 +455,10 @@ TEST_F(NoteListTest, OpensAndDeletes) {
     dialogs_.answer(Answer::Yes);
     list_.mnu_Sil();
     expectLast(u"Hata oluştu!"_s, u"Hata"_s, platform::Icon::Critical);
+
+    ASSERT_TRUE(notes().database().execute(u"PRAGMA query_only=0; drop table tbl_Notlar"));
+    dialogs_.messages.clear();
+    list_.load();  // says what is wrong, not that there is no note
+    ASSERT_EQ(dialogs_.messages.size(), 1U);
+    EXPECT_TRUE(dialogs_.messages[0].text.contains(u"tbl_Notlar"));
 }
