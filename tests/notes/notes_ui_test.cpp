@@ -37,7 +37,7 @@ class NotebookTest : public testing::Test {
   protected:
     NotebookTest()
         : area_(new QMdiArea(&main_)),
-          notebook_(*area_, platform::AppFolder(folder_.path()), frame_, dialogs_, printing_) {
+          notebook_(*area_, platform::AppFolder(folder_.path()), frame_, dialogs_, printing_, {}) {
         main_.setCentralWidget(area_);
         main_.resize(1200, 800);
         main_.show();

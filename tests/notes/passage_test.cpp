@@ -32,7 +32,7 @@ TEST_F(PassageTest, ArrivesWithBoldColoursOfHitsAndTurkishLetters) {
     area.show();
     test::FakeMainFrame frame;
     test::FakePrinting printing;
-    notes::Notebook notebook(area, folder, frame, dialogs, printing);
+    notes::Notebook notebook(area, folder, frame, dialogs, printing, {});
     notebook.pasteFromClipboard();
     const rtf::Document note = notebook.window()->box().document();
     EXPECT_EQ(note.plainText(), u"Şu ağaçta ışık İĞÜŞÖÇ kur'ân");

@@ -1,30 +1,21 @@
 #include "notes/ui/notebook.h"
 
 #include "notes/ui/frm_NotList.h"
-#include "platform/core/import/importer.h"
 #include "platform/ui/mdi_child.h"
 #include "platform/ui/twips_pixels.h"
 
 namespace lirovan::notes {
 
-using platform::Result;
-
 Notebook::Notebook(QMdiArea& area, platform::AppFolder folder, const platform::MainFrame& frame,
-                   platform::Dialogs& dialogs, platform::Printing& printing, QObject* parent)
+                   platform::Dialogs& dialogs, platform::Printing& printing, NotesDatabase::Importer importer,
+                   QObject* parent)
     : QObject(parent),
       area_(area),
       folder_(std::move(folder)),
       frame_(frame),
       dialogs_(dialogs),
-      printing_(printing) {}
-
-Result<NotesDatabase> Notebook::openNotes() const {
-    return NotesDatabase::open(folder_, [](const QString& path) -> Result<void> {
-        const auto ensured = platform::Importer().ensureLayout(path, platform::LayoutKind::Notes);
-        if (!ensured) return ensured.error();
-        return {};
-    });
-}
+      printing_(printing),
+      importer_(std::move(importer)) {}
 
 // A window that was closed may stay for a while, hidden, until events are handled again.
 bool Notebook::isOpen() const {
@@ -37,8 +28,9 @@ void Notebook::show() {
         window_->box().setFocus();
         return;
     }
-    window_ = new frm_IcerikCopy({dialogs_, printing_, [this] { return openNotes(); },
-                                  [this](NoteEditor& editor) { showNoteList(editor); }});
+    window_ =
+        new frm_IcerikCopy({dialogs_, printing_, [this] { return NotesDatabase::open(folder_, importer_); },
+                            [this](NoteEditor& editor) { showNoteList(editor); }});
     auto* frame = new platform::MdiChild(QStringLiteral("notebookFrame"));
     frame->setWidget(window_);
     area_.addSubWindow(frame);

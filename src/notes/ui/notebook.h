@@ -1,6 +1,6 @@
 // The notebook as the main window sees it: one window among its children, made when it is first asked for.
 //
-//     Notebook notebook(mdiArea, folder, frame, dialogs, printing);
+//     Notebook notebook(mdiArea, folder, frame, dialogs, printing, importer);
 //     notebook.show();                    // the notebook command
 //     notebook.pasteFromClipboard();      // paste: a passage into the notebook
 //     if (!notebook.confirmClose()) ...   // before the main window closes: false keeps the program open
@@ -20,8 +20,10 @@ class Notebook : public QObject {
     Q_OBJECT
 
   public:
+    /// `importer` turns a notes file of another kind into one of ours, and shows how far it is.
     Notebook(QMdiArea& area, platform::AppFolder folder, const platform::MainFrame& frame,
-             platform::Dialogs& dialogs, platform::Printing& printing, QObject* parent = nullptr);
+             platform::Dialogs& dialogs, platform::Printing& printing, NotesDatabase::Importer importer,
+             QObject* parent = nullptr);
 
     /// Shows the window, or brings it to the front, with the focus in its edit box.
     void show();
@@ -35,7 +37,6 @@ class Notebook : public QObject {
 
   private:
     bool isOpen() const;
-    platform::Result<NotesDatabase> openNotes() const;
     void showNoteList(NoteEditor& editor);
 
     QMdiArea& area_;
@@ -43,6 +44,7 @@ class Notebook : public QObject {
     const platform::MainFrame& frame_;
     platform::Dialogs& dialogs_;
     platform::Printing& printing_;
+    NotesDatabase::Importer importer_;
     QPointer<frm_IcerikCopy> window_;
 };
 

@@ -158,7 +158,7 @@ bool KitaplarMDI::openLibrary() {
     // A file that is not there, or cannot be read, is reported by opening it.
     const QFileInfo file(services_.folder.path(data::LibraryFile));
     if (file.isFile() && file.isReadable()) {
-        const auto ensured = ensureLibraryLayout(file.filePath(), nullptr);
+        const auto ensured = ensureLayout(file.filePath(), platform::LayoutKind::Library, nullptr);
         if (!ensured) return refuse(ensured.error());
     }
     auto opened = data::Library::open(services_.folder);

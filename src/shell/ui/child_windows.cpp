@@ -5,6 +5,7 @@
 
 #include "browse/window_places.h"
 #include "shell/ui/frmHakkinda.h"
+#include "shell/ui/import_progress.h"
 #include "shell/ui/update_download.h"
 #include "shell/update_check.h"
 
@@ -45,7 +46,12 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
       services_(services),
       contentPort_(std::make_unique<ContentPort>(*this)),
       contentDecisions_(frame, *contentPort_, services.folder),
-      notebook_(area, services.folder, frame, services.dialogs, services.printing) {}
+      notebook_(area, services.folder, frame, services.dialogs, services.printing,
+                [&area](const QString& path) -> platform::Result<void> {
+                    const auto ensured = ensureLayout(path, platform::LayoutKind::Notes, area.window());
+                    if (!ensured) return ensured.error();
+                    return {};
+                }) {}
 
 ChildWindows::~ChildWindows() {
     closeExtraWindows();

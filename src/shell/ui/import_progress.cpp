@@ -16,9 +16,12 @@ constexpr int Width = 420;
 
 }  // namespace
 
-platform::Result<platform::EnsuredLayout> ensureLibraryLayout(const QString& path, QWidget* parent) {
-    QProgressDialog window(u"Kitaplar içe aktarılıyor. Bu işlem yalnız bir kez yapılır..."_s, u"İptal"_s, 0,
-                           Steps, parent);
+platform::Result<platform::EnsuredLayout> ensureLayout(const QString& path, platform::LayoutKind kind,
+                                                       QWidget* parent) {
+    const QString label = kind == platform::LayoutKind::Notes
+                              ? u"Notlar içe aktarılıyor. Bu işlem yalnız bir kez yapılır..."_s
+                              : u"Kitaplar içe aktarılıyor. Bu işlem yalnız bir kez yapılır..."_s;
+    QProgressDialog window(label, u"İptal"_s, 0, Steps, parent);
     window.setObjectName(u"importProgress"_s);
     window.setWindowTitle(u"Lirovan"_s);
     window.setMinimumDuration(MomentMs);
@@ -28,10 +31,12 @@ platform::Result<platform::EnsuredLayout> ensureLibraryLayout(const QString& pat
     window.setAutoReset(false);
     const auto progress = [&window](qint64 done, qint64 total) {
         window.setValue(total > 0 ? static_cast<int>(done * (Steps - 1) / total) : 0);
-        QApplication::processEvents();
+        // Until the window is there to keep input from the others, none is taken.
+        QApplication::processEvents(window.isVisible() ? QEventLoop::AllEvents
+                                                       : QEventLoop::ExcludeUserInputEvents);
         return !window.wasCanceled();
     };
-    return platform::Importer().ensureLayout(path, platform::LayoutKind::Library, progress);
+    return platform::Importer().ensureLayout(path, kind, progress);
 }
 
 }  // namespace lirovan::shell

@@ -1,4 +1,5 @@
-// The window that is shown while a library file of another kind is brought into the program's own layout.
+// The window that is shown while a library or notes file of another kind is brought into the program's own
+// layout.
 #pragma once
 
 #include "platform/core/import/importer.h"
@@ -7,8 +8,9 @@ class QWidget;
 
 namespace lirovan::shell {
 
-/// Makes `path` a library of ours; nothing to do for most. Shows progress, with a button to cancel, once it
-/// takes longer than a moment.
-platform::Result<platform::EnsuredLayout> ensureLibraryLayout(const QString& path, QWidget* parent);
+/// Makes `path` a file of ours; nothing to do for most. Shows progress, with a button to cancel, once it
+/// takes longer than a moment; meanwhile nothing else takes input.
+platform::Result<platform::EnsuredLayout> ensureLayout(const QString& path, platform::LayoutKind kind,
+                                                       QWidget* parent);
 
 }  // namespace lirovan::shell
