@@ -2,12 +2,14 @@
 // in ui/ implement them, tests fake them.
 #pragma once
 
+#include <QPoint>
 #include <QString>
 #include <QStringView>
 #include <optional>
 
 #include "platform/core/printing.h"
 #include "platform/core/rtf/document.h"
+#include "platform/core/twips.h"
 
 namespace lirovan::notes {
 
@@ -59,6 +61,8 @@ class EditorWindow {
   public:
     virtual ~EditorWindow() = default;
     virtual void setCaption(const QString& caption) = 0;
+    /// Where on the screen a point of the window lies, counted from its top left corner.
+    virtual QPoint onScreen(platform::Twips x, platform::Twips y) const = 0;
     virtual void setButtonPressed(QStringView key, bool pressed) = 0;
     virtual void setButtonEnabled(QStringView key, bool enabled) = 0;
     virtual void setItemEnabled(QStringView item, bool enabled) = 0;

@@ -15,13 +15,7 @@ using platform::Result;
 namespace rtf = platform::rtf;
 
 QString fileName(const Note& note) {
-    constexpr qsizetype longest = 60;
-    QString title;
-    for (const QChar unit : note.title.trimmed().left(longest))
-        title += unit < u' ' || QStringLiteral("/\\:*?\"<>|").contains(unit) || unit.isSurrogate()
-                     ? QChar(u'_')
-                     : unit;
-    while (title.endsWith(u'.') || title.endsWith(u' ')) title.chop(1);
+    const QString title = fileTitle(note.title);
     return title.isEmpty() ? QString::number(note.id.value)
                            : QStringLiteral("%1 %2").arg(note.id.value).arg(title);
 }

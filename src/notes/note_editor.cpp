@@ -103,7 +103,7 @@ void NoteEditor::save() {
 void NoteEditor::saveNew() {
     const std::optional<QString> title =
         parts_.dialogs.ask({QStringLiteral("Not için bir başlık giriniz."), QStringLiteral("Not Başlığı"),
-                            QStringLiteral("Not")});
+                            QStringLiteral("Not"), parts_.window.onScreen(Twips{500}, Twips{1000})});
     if (!title || title->trimmed().isEmpty()) {
         parts_.dialogs.show(
             platform::errorMessage(QStringLiteral("Başlık girmediniz! Kayıt işlemi iptal edildi."),
@@ -111,6 +111,7 @@ void NoteEditor::saveNew() {
         KayitIptal_ = true;
         return;
     }
+    NotBasligi_ = *title;
     insertAs(*title);
 }
 
@@ -192,11 +193,11 @@ void NoteEditor::fail(const platform::Error& error) {
              .arg(error.message),
          QStringLiteral("Kayıt Hatası"), Icon::Critical, Buttons::YesNo});
     if (answer != Answer::Yes) return;
-    const QString path = parts_.dialogs.askSavePath(
-        QStringLiteral("Notu Dosyaya Kaydet"),
-        (NotBasligi_.trimmed().isEmpty() ? QStringLiteral("Not") : NotBasligi_.trimmed()) +
-            QStringLiteral(".rtf"),
-        QStringLiteral("RTF (*.rtf)"));
+    const QString name = fileTitle(NotBasligi_);
+    const QString path =
+        parts_.dialogs.askSavePath(QStringLiteral("Notu Dosyaya Kaydet"),
+                                   (name.isEmpty() ? QStringLiteral("Not") : name) + QStringLiteral(".rtf"),
+                                   QStringLiteral("RTF (*.rtf)"));
     if (path.isEmpty()) return;
     QSaveFile file(path);
     const QByteArray text = rtf::write(parts_.box.document());

@@ -16,6 +16,17 @@ rtf::Document textOf(const QString& notRtf) {
     return rtf::read(QStringView(trimmed));
 }
 
+QString fileTitle(const QString& title) {
+    constexpr qsizetype longest = 60;
+    QString name;
+    for (const QChar unit : title.trimmed().left(longest))
+        name += unit < u' ' || QStringLiteral("/\\:*?\"<>|").contains(unit) || unit.isSurrogate()
+                    ? QChar(u'_')
+                    : unit;
+    while (name.endsWith(u'.') || name.endsWith(u' ')) name.chop(1);
+    return name;
+}
+
 bool sameText(const rtf::Document& a, const rtf::Document& b) {
     return storedRtf(a) == storedRtf(b);
 }

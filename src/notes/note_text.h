@@ -12,6 +12,9 @@ QString storedRtf(const platform::rtf::Document& document);
 /// The text of a NotRTF, whoever wrote it.
 platform::rtf::Document textOf(const QString& notRtf);
 
+/// What file systems bear of a title; may be empty. "Bir/iki." gives "Bir_iki".
+QString fileTitle(const QString& title);
+
 /// Texts are the same when they are stored the same way.
 bool sameText(const platform::rtf::Document& a, const platform::rtf::Document& b);
 

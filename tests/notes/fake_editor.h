@@ -66,6 +66,9 @@ class FakeEditorWindow : public notes::EditorWindow {
     }
 
     void setCaption(const QString& text) override { caption = text; }
+    QPoint onScreen(platform::Twips x, platform::Twips y) const override {
+        return {int(x.value), int(y.value)};
+    }
     void setButtonPressed(QStringView key, bool on) override { pressed[key.toString()] = on; }
     void setButtonEnabled(QStringView key, bool on) override { enabled[key.toString()] = on; }
     void setItemEnabled(QStringView item, bool on) override { enabled[item.toString()] = on; }

@@ -69,6 +69,7 @@ TEST_F(NoteEditorTest, SavesANewNoteUnderATitle) {
     EXPECT_EQ(dialogs_.questions[0].prompt, u"Not için bir başlık giriniz.");
     EXPECT_EQ(dialogs_.questions[0].title, u"Not Başlığı");
     EXPECT_EQ(dialogs_.questions[0].initial, u"Not");
+    EXPECT_EQ(dialogs_.questions[0].place, QPoint(500, 1000));
     EXPECT_EQ(window_.caption, u"Not Defteri -  Alışveriş ");
     EXPECT_EQ(editor_.currentNote().value, 1);
     EXPECT_EQ((**notes().find({1})).date, u"2008-03-14");
@@ -247,6 +248,7 @@ TEST_F(NoteEditorTest, OffersTheDraftOfACrash) {
     dialogs_.answer(Answer::Yes);
     const NoteDraft draft = NoteDraft::in(folder);
     editor_.load(draft);
+    ASSERT_FALSE(dialogs_.messages.empty());
     EXPECT_TRUE(
         dialogs_.messages.back().text.startsWith(u"Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?"));
     EXPECT_EQ(box_.plainText(), u"yarım kalan");

@@ -221,6 +221,13 @@ TEST_F(NotebookTest, CopiesInEveryFormAndPastesOnce) {
     QTest::keyClick(&box(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(box().toPlainText(), u"şıkşıkşıkdüz");
     EXPECT_EQ(mainTook, 0);
+
+    // No rich text takes the place of the selection; the selection can be had back.
+    select(0, 3);
+    press(u"paste"_s);
+    EXPECT_EQ(box().toPlainText(), u"şıkşıkdüz");
+    QTest::keyClick(&box(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(box().toPlainText(), u"şıkşıkşıkdüz");
 }
 
 TEST_F(NotebookTest, TakesAPassageOfAPage) {
@@ -237,11 +244,11 @@ TEST_F(NotebookTest, TakesAPassageOfAPage) {
     EXPECT_EQ(box().toPlainText(), u"Önce Şu ışık. sonra");
     const rtf::Document note = box().document();
     const auto& runs = note.paragraphs[0].runs;
-    const auto hit =
+    const auto lit =
         std::find_if(runs.begin(), runs.end(), [](const rtf::Run& run) { return run.text == u"ışık"; });
-    ASSERT_NE(hit, runs.end());
-    EXPECT_EQ(hit->format.color, (rtf::Rgb{0, 0, 128}));
-    EXPECT_EQ(hit->format.background, (rtf::Rgb{255, 255, 0}));
+    ASSERT_NE(lit, runs.end());
+    EXPECT_EQ(lit->format.color, (rtf::Rgb{0, 0, 128}));
+    EXPECT_EQ(lit->format.background, (rtf::Rgb{255, 255, 0}));
     box().undo();
     EXPECT_EQ(box().toPlainText(), u"Önce  sonra");
 
@@ -249,6 +256,15 @@ TEST_F(NotebookTest, TakesAPassageOfAPage) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     notebook_.pasteFromClipboard();  // opens the notebook first
     EXPECT_EQ(box().toPlainText(), u"Şu ışık.");
+
+    auto* hit = new QMimeData;
+    hit->setHtml(u"<span style='background-color:#FFFF00'>söz</span>"_s);
+    QApplication::clipboard()->setMimeData(hit);
+    notebook_.pasteFromClipboard();
+    type(u" sonra"_s);
+    const auto& last = box().document().paragraphs[0].runs.back();
+    EXPECT_EQ(last.text, u" sonra");
+    EXPECT_FALSE(last.format.background);  // the marker ends with the hit
 }
 
 TEST_F(NotebookTest, SizesAllTextAndGoesOnInTheSizeOfTheNote) {

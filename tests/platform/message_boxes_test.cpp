@@ -65,10 +65,11 @@ TEST(MessageBoxes, AskForALineOfText) {
             auto* line = dialog.findChild<QLineEdit*>();
             ASSERT_TRUE(line);
             EXPECT_EQ(line->text(), u"ilk");
+            EXPECT_EQ(dialog.pos(), QPoint(120, 80));
             line->setText(u"yeni"_s);
             if (auto* button = buttonCalled(dialog, accept ? u"Tamam" : u"İptal")) button->click();
         });
-        EXPECT_EQ(boxes.ask({u"Ad?"_s, u"Başlık"_s, u"ilk"_s}),
+        EXPECT_EQ(boxes.ask({u"Ad?"_s, u"Başlık"_s, u"ilk"_s, QPoint(120, 80)}),
                   accept ? std::optional(u"yeni"_s) : std::nullopt);
     }
 }

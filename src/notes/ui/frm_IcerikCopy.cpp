@@ -14,6 +14,7 @@
 
 #include "platform/ui/icons.h"
 #include "platform/ui/rtf_document.h"
+#include "platform/ui/twips_pixels.h"
 
 namespace lirovan::notes {
 namespace {
@@ -190,6 +191,11 @@ void frm_IcerikCopy::keyPressEvent(QKeyEvent* event) {
 void frm_IcerikCopy::closeEvent(QCloseEvent* event) {
     event->setAccepted(editor_.close());
     if (event->isAccepted()) draftTimer_.stop();
+}
+
+QPoint frm_IcerikCopy::onScreen(platform::Twips x, platform::Twips y) const {
+    const QWidget* frame = parentWidget() ? parentWidget() : this;
+    return frame->mapToGlobal(QPoint(platform::toPixelsX(x, *this), platform::toPixelsY(y, *this)));
 }
 
 void frm_IcerikCopy::setButtonPressed(QStringView key, bool pressed) {

@@ -44,6 +44,7 @@ class frm_IcerikCopy : public QMainWindow, private EditorWindow {
     void keepDraft();
 
     void setCaption(const QString& caption) override { setWindowTitle(caption); }
+    QPoint onScreen(platform::Twips x, platform::Twips y) const override;
     void setButtonPressed(QStringView key, bool pressed) override;
     void setButtonEnabled(QStringView key, bool enabled) override;
     void setItemEnabled(QStringView item, bool enabled) override;

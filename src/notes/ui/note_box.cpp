@@ -98,8 +98,16 @@ rtf::Document NoteBox::selection() const {
 
 void NoteBox::replaceSelection(const rtf::Document& document) {
     QTextCursor cursor = textCursor();
+    const bool marked = currentCharFormat().hasProperty(QTextFormat::BackgroundBrush);
     rtf::insert(cursor, document);
     setTextCursor(cursor);
+    // A passage may end with a marked hit; what is typed behind it is not part of the hit, and no button
+    // would take the mark away.
+    if (QTextCharFormat next = currentCharFormat();
+        !marked && next.hasProperty(QTextFormat::BackgroundBrush)) {
+        next.clearBackground();
+        setCurrentCharFormat(next);
+    }
     ensureCursorVisible();
 }
 

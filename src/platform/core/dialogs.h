@@ -2,6 +2,7 @@
 // them.
 #pragma once
 
+#include <QPoint>
 #include <QString>
 #include <optional>
 
@@ -22,6 +23,8 @@ struct Question {
     QString prompt;
     QString title;
     QString initial;
+    std::optional<QPoint> place =
+        std::nullopt;  ///< top left corner on the screen; nothing: over the active window
 };
 
 class Dialogs {

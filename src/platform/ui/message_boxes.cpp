@@ -8,7 +8,9 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTranslator>
+#include <algorithm>
 
 namespace lirovan::platform {
 
@@ -48,6 +50,15 @@ std::vector<Choice> choices(Buttons buttons) {
     return {ok};
 }
 
+/// As near to `place` as the screen allows.
+void moveOnScreen(QWidget& window, QPoint place) {
+    const QScreen* screen = QGuiApplication::screenAt(place);
+    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize size = window.sizeHint();
+    window.move(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - size.width())),
+                std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - size.height())));
+}
+
 /// The window that the user looks at; a splash screen or a menu that is closing is none.
 QWidget* owner() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
@@ -83,6 +94,7 @@ std::optional<QString> MessageBoxes::ask(const Question& question) {
     dialog.setTextValue(question.initial);
     dialog.setOkButtonText(QStringLiteral("Tamam"));
     dialog.setCancelButtonText(QStringLiteral("İptal"));
+    if (question.place) moveOnScreen(dialog, *question.place);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return dialog.textValue();
 }
