@@ -50,11 +50,13 @@ std::vector<Choice> choices(Buttons buttons) {
     return {ok};
 }
 
+constexpr int InputWidth = 360;
+
 /// As near to `place` as the screen allows.
 void moveOnScreen(QWidget& window, QPoint place) {
     const QScreen* screen = QGuiApplication::screenAt(place);
     const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    const QSize size = window.sizeHint();
+    const QSize size = window.size();
     window.move(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - size.width())),
                 std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - size.height())));
 }
@@ -94,6 +96,8 @@ std::optional<QString> MessageBoxes::ask(const Question& question) {
     dialog.setTextValue(question.initial);
     dialog.setOkButtonText(QStringLiteral("Tamam"));
     dialog.setCancelButtonText(QStringLiteral("İptal"));
+    // Wide enough for the title.
+    dialog.resize(InputWidth, dialog.sizeHint().height());
     if (question.place) moveOnScreen(dialog, *question.place);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return dialog.textValue();
