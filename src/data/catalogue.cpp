@@ -129,8 +129,8 @@ QString topicRows(const QString& topicsStatement) {
                              "tbl_KonuBaslik.rowid"_s);
 }
 
-QString topicTextByRow() {
-    return u"SELECT Konu FROM tbl_Konu WHERE rowid=?"_s;
+QString topicTextsFromRow() {
+    return u"SELECT Konu, rowid FROM tbl_Konu WHERE rowid>=? ORDER BY rowid"_s;
 }
 
 QString headingByRow() {

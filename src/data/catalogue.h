@@ -54,8 +54,8 @@ QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no 
 /// texts: 0 row id in tbl_Konu, 1 KonuID, 2 KitapID, 3 row id in tbl_KonuBaslik. Sorting then carries no
 /// texts, and a search reads what it needs straight from its row, with the two statements below.
 QString topicRows(const QString& topicsStatement);
-QString topicTextByRow();  ///< 0 Konu; the row id goes into parameter 1
-QString headingByRow();    ///< 0 KonuBaslik; the row id goes into parameter 1
+QString topicTextsFromRow();  ///< 0 Konu, 1 row id, by ascending row id; parameter 1: the first one
+QString headingByRow();       ///< 0 KonuBaslik; the row id goes into parameter 1
 
 /// KelimeKontYazili, KelimeKontAra of the rows whose written form equals `word` without regard to case,
 /// longest search form first. The word goes into a LIKE pattern: the caller passes it without quote marks.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <numeric>
 
 namespace lirovan::search {
 
@@ -19,33 +20,51 @@ constexpr unsigned MostWorkers = 7;
 
 }  // namespace
 
-// Reads topic texts by row through one statement.
+// Reads topic texts by row. Books mostly lie in the table in the order in which they are listed, so the row
+// wanted is usually the next one, and seeking it would take as long as reading it.
 class ScanAhead::Reader {
   public:
     explicit Reader(const data::Library& library)
-        : statement_(library.query(data::catalogue::topicTextByRow())) {}
+        : statement_(library.query(data::catalogue::topicTextsFromRow())) {}
 
     /// Valid until the next call. A row that is gone has no text.
     Result<std::string_view> text(qint64 row) {
         if (!statement_) return statement_.error();
-        if (const Result<void> reset = statement_->reset(); !reset) return reset.error();
-        if (const Result<void> bound = statement_->bind(1, row); !bound) return bound.error();
-        const Result<Step> step = statement_->step();
+        Result<Step> step = Step::Done;
+        if (at_ && *at_ + 1 == row) step = statement_->step();
         if (!step) return step.error();
-        return *step == Step::Row ? statement_->utf8(0) : std::string_view();
+        if (*step == Step::Done || statement_->integer(1) != row) step = seek(row);
+        if (!step) return step.error();
+        const bool found = *step == Step::Row && statement_->integer(1) == row;
+        at_ = found ? std::optional(row) : std::nullopt;
+        return found ? statement_->utf8(0) : std::string_view();
     }
 
   private:
+    Result<Step> seek(qint64 row) {
+        if (const Result<void> reset = statement_->reset(); !reset) return reset.error();
+        if (const Result<void> bound = statement_->bind(1, row); !bound) return bound.error();
+        return statement_->step();
+    }
+
     Result<Statement> statement_;
+    std::optional<qint64> at_;  // the row that was read last
 };
 
 ScanAhead::ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows)
     : library_(library),
       scanner_(scanner),
       rows_(std::move(rows)),
+      byRow_(rows_.size()),
+      chunkOf_(rows_.size()),
       matches_(rows_.size()),
       chunks_((rows_.size() + ChunkSize - 1) / ChunkSize),
       reader_(std::make_unique<Reader>(library)) {
+    // Read in any other order, most texts would bring a page of the file of their own.
+    std::iota(byRow_.begin(), byRow_.end(), 0u);
+    std::stable_sort(byRow_.begin(), byRow_.end(), [&](auto a, auto b) { return rows_[a] < rows_[b]; });
+    for (size_t at = 0; at < byRow_.size(); ++at)
+        chunkOf_[byRow_[at]] = static_cast<std::uint32_t>(at / ChunkSize);
     if (rows_.size() >= WorthSharing && !library_.path().isEmpty()) startWorkers();
 }
 
@@ -83,7 +102,8 @@ bool ScanAhead::scanChunk(Reader& reader) {
 }
 
 ScanAhead::State ScanAhead::scanTopics(Reader& reader, size_t first, size_t last) {
-    for (size_t topic = first; topic < last && !stop_; ++topic) {
+    for (size_t at = first; at < last && !stop_; ++at) {
+        const size_t topic = byRow_[at];
         const Result<std::string_view> text = reader.text(rows_[topic]);
         if (!text) return State::Failed;
         matches_[topic] = scanner_.matches(*text);
@@ -92,7 +112,7 @@ ScanAhead::State ScanAhead::scanTopics(Reader& reader, size_t first, size_t last
 }
 
 bool ScanAhead::ready(size_t topic) {
-    const std::atomic<State>& chunk = chunks_[topic / ChunkSize];
+    const std::atomic<State>& chunk = chunks_[chunkOf_[topic]];
     if (chunk != State::Open) return true;
     if (!scanChunk(*reader_)) {
         std::unique_lock lock(mutex_);
@@ -102,7 +122,7 @@ bool ScanAhead::ready(size_t topic) {
 }
 
 Result<bool> ScanAhead::matches(size_t topic) {
-    if (chunks_[topic / ChunkSize] == State::Done) return matches_[topic] != 0;
+    if (chunks_[chunkOf_[topic]] == State::Done) return matches_[topic] != 0;
     // A worker could not read it. What is wrong shows here.
     const Result<std::string_view> stored = text(topic);
     if (!stored) return stored.error();

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -49,8 +50,10 @@ class ScanAhead {
     const data::Library& library_;
     const TopicScanner& scanner_;
     std::vector<qint64> rows_;
+    std::vector<std::uint32_t> byRow_;        // topics in the order in which they lie in the table
+    std::vector<std::uint32_t> chunkOf_;      // by topic
     std::vector<char> matches_;               // by topic; to be read once its chunk is done
-    std::vector<std::atomic<State>> chunks_;  // runs of topics that are taken at once
+    std::vector<std::atomic<State>> chunks_;  // stretches of byRow_ that are taken at once
     std::atomic<size_t> next_ = 0;            // first chunk that nobody has
     std::atomic<bool> stop_ = false;
     std::mutex mutex_;

@@ -3,6 +3,8 @@
 #include <unicode/coll.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <QStringDecoder>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <array>
@@ -85,16 +87,48 @@ qsizetype find(QStringView haystack, QStringView needle, qsizetype from, Compari
     return -1;
 }
 
-int order(QStringView a, QStringView b) {
-    const QString left = folded(a);
-    const QString right = folded(b);
+namespace {
+
+// Titles and words fit; comparing them then takes no memory. A sort compares a hundred thousand times.
+using Folded = QVarLengthArray<char16_t, 128>;
+
+int orderFolded(const Folded& left, const Folded& right) {
     UErrorCode status = U_ZERO_ERROR;
     const int byCollator =
-        turkishCollator().compare(units(left), static_cast<int32_t>(left.size()), units(right),
+        turkishCollator().compare(left.data(), static_cast<int32_t>(left.size()), right.data(),
                                   static_cast<int32_t>(right.size()), status);
     // Texts that the collator takes for equal but that are not the same need an order of their own, or a
     // database index would lose one of them.
-    return byCollator != 0 ? byCollator : QStringView(left).compare(right);
+    return byCollator != 0
+               ? byCollator
+               : QStringView(left.data(), left.size()).compare(QStringView(right.data(), right.size()));
+}
+
+Folded foldedUnits(QStringView text) {
+    Folded units(text.size());
+    std::transform(text.utf16(), text.utf16() + text.size(), units.begin(), fold);
+    return units;
+}
+
+Folded foldedUnits(std::string_view utf8) {
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    const QByteArrayView bytes(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    Folded units(decoder.requiredSpace(bytes.size()));
+    const QChar* end = decoder.appendToBuffer(reinterpret_cast<QChar*>(units.data()), bytes);
+    units.resize(end - reinterpret_cast<const QChar*>(units.data()));
+    std::transform(units.begin(), units.end(), units.begin(), fold);
+    return units;
+}
+
+}  // namespace
+
+int order(QStringView a, QStringView b) {
+    return orderFolded(foldedUnits(a), foldedUnits(b));
+}
+
+int orderUtf8(std::string_view a, std::string_view b) {
+    return a == b ? 0 : orderFolded(foldedUnits(a), foldedUnits(b));
 }
 
 QString lower(QStringView text) {

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringView>
+#include <string_view>
 
 namespace lirovan::text {
 
@@ -30,6 +31,8 @@ qsizetype find(QStringView haystack, QStringView needle, qsizetype from, Compari
 /// Order of two texts in a Turkish list: negative, zero or positive. Texts that differ only in case (as
 /// fold() sees it) compare equal, so that the same rule serves `=` and `ORDER BY` in the database.
 int order(QStringView a, QStringView b);
+/// The same for texts in UTF-8.
+int orderUtf8(std::string_view a, std::string_view b);
 
 /// Lower and upper case by the Turkish rules (I to ı, i to İ); the length may change.
 QString lower(QStringView text);

@@ -14,8 +14,8 @@ QStringView utf16Value(sqlite3_value* value) {
 }
 
 int collate(void*, int leftBytes, const void* left, int rightBytes, const void* right) {
-    return text::order({static_cast<const char16_t*>(left), leftBytes / 2},
-                       {static_cast<const char16_t*>(right), rightBytes / 2});
+    return text::orderUtf8({static_cast<const char*>(left), static_cast<size_t>(leftBytes)},
+                           {static_cast<const char*>(right), static_cast<size_t>(rightBytes)});
 }
 
 void len(sqlite3_context* context, int, sqlite3_value** arguments) {
@@ -54,7 +54,7 @@ void like(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 void registerTurkish(sqlite3* handle) {
     constexpr int flags = SQLITE_UTF16 | SQLITE_DETERMINISTIC;
-    sqlite3_create_collation_v2(handle, "TURKCE", SQLITE_UTF16, nullptr, collate, nullptr);
+    sqlite3_create_collation_v2(handle, "TURKCE", SQLITE_UTF8, nullptr, collate, nullptr);
     sqlite3_create_function_v2(handle, "LEN", 1, flags, nullptr, len, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(handle, "LIKE", 2, flags, nullptr, like, nullptr, nullptr, nullptr);
 }

@@ -1,0 +1,50 @@
+// A query (the first line) against a text (the rest), stored as it is: whatever the bytes, matching,
+// counting, marking and summing up agree with each other and end.
+#include <cstdlib>
+
+#include "search/highlighter.h"
+#include "search/passages.h"
+#include "search/search_query.h"
+#include "search/topic_scanner.h"
+
+using namespace lirovan;
+using namespace lirovan::search;
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
+    if (size < 2) return 0;
+    const std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
+    const SearchOptions options{.caseSensitive = (data[0] & 1) != 0,
+                                .wholeWord = (data[0] & 2) != 0,
+                                .allWords = (data[0] & 4) != 0,
+                                .together = (data[0] & 8) != 0,
+                                .clearResult = false};
+    const size_t lineEnd = std::min(input.find('\n'), input.size());
+    const std::string_view stored = input.substr(std::min(lineEnd + 1, input.size()));
+    const auto text = [](std::string_view bytes) {
+        return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    };
+
+    SearchRun run;
+    run.AramaKelimeleri = queryWords(cleanQuery(text(input.substr(0, lineEnd))), options.together);
+    if (run.AramaKelimeleri.isEmpty()) return 0;
+    if (options.caseSensitive) run.KarsilastirmaKipi = text::Comparison::Exact;
+    const TopicScanner scanner(run, options);
+    const bool matches = scanner.matches(stored);
+    run.IsabetKaydi = QStringLiteral("$");
+    const qint64 count = scanner.BulKelimeSay(stored, {{7}, {1}}, run.IsabetKaydi, [] { return true; });
+    if (count > 0 && !matches && !options.allWords) std::abort();
+    if (run.IsabetKaydi.count(u';') != count) std::abort();
+
+    const HighlightedText page =
+        markHits(text(stored), wordsToMark(run, options.allWords), run.KarsilastirmaKipi, options.wholeWord);
+    if (page.text.count(QStringLiteral("<input type='submit' name='ggggittt")) < page.hits) std::abort();
+
+    QString summary;
+    const auto topics = recordedTopics(run.IsabetKaydi, 0);
+    if (!topics) std::abort();
+    for (const RecordedTopic& topic : *topics)
+        appendPassages(summary, {text(stored), QString(), QString()}, topic.positions, std::nullopt,
+                       [] { return true; });
+    if (summary.isEmpty() != topics->empty()) std::abort();
+    return 0;
+}
