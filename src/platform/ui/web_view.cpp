@@ -328,6 +328,7 @@ void WebView::showContextMenu(const QPoint& place) {
     menu->addAction(QStringLiteral("&Tümünü Seç"), this, &WebView::selectAll);
     menu->addSeparator();
     menu->addAction(QStringLiteral("&Yazdır..."), this, &WebView::printRequested);
+    Q_EMIT menuOpening(menu);
     menu->popup(view_->mapToGlobal(place));
 }
 

@@ -16,6 +16,7 @@
 #include "platform/ui/web_engine.h"
 
 class QLabel;
+class QMenu;
 class QPushButton;
 class QStackedLayout;
 class QWebEngineView;
@@ -68,6 +69,8 @@ class WebView : public QWidget, public PageView {
     void loaded();
     /// The page (its print link) or the view's own menu wants to be printed.
     void printRequested();
+    /// The view's own menu is about to open; the owner may add to it.
+    void menuOpening(QMenu* menu);
     /// navigate() was given the installer on the update server.
     void installerRequested(const QUrl& url);
     /// The page's process ended, or the view is about to go: whoever waits gets no answer.

@@ -96,6 +96,7 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
 
     frame_ = std::make_unique<Frame>(*this, area_);
     windows_ = std::make_unique<ChildWindows>(area_, *frame_, library_, services_);
+    windows_->pageMenuItems = frame_->typeSizeItems();
     commands_ = std::make_unique<Commands>(*frame_, *windows_, services_.dialogs, services_.printing);
     connect(frame_.get(), &FrameWidgets::buttonPressed, this,
             [this](const QString& key) { commands_->button(key); });

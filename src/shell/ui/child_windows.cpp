@@ -1,6 +1,7 @@
 #include "shell/ui/child_windows.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <algorithm>
 
 #include "browse/window_places.h"
@@ -112,8 +113,10 @@ void ChildWindows::loadContent() {
     connect(window->wb_Icerik2, &WebView::installerRequested, this, [this](const QUrl& installer) {
         downloadInstaller(installer, services_.dialogs, area_.window());
     });
-    window->wb_Icerik->setZoom(zoom_);
-    window->wb_Icerik2->setZoom(zoom_);
+    for (WebView* page : {window->wb_Icerik, window->wb_Icerik2}) {
+        page->setZoom(zoom_);
+        addToMenu(*page);
+    }
     contentDecisions_.load(lastBrowsePlace(), isBrowseMinimized());
 }
 
@@ -158,6 +161,13 @@ void ChildWindows::followDraggedBorder() {
     platform::TwipsRect place = browse_->place();
     place.width = content_->place().left;
     browse_->setPlace(place);
+}
+
+void ChildWindows::addToMenu(WebView& page) {
+    connect(&page, &WebView::menuOpening, this, [this](QMenu* menu) {
+        menu->addSeparator();
+        menu->addActions(pageMenuItems);
+    });
 }
 
 bool ChildWindows::isBusy() const {
@@ -291,6 +301,7 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     window->setPlace(
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
     window->wb_Icerik->setZoom(zoom_);
+    addToMenu(*window->wb_Icerik);
     window->fill(page);
     window->bringForward();
     window->focusPage();

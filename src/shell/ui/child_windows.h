@@ -34,6 +34,8 @@ class ChildWindows : public QObject, public Windows {
     /// Told while the browse window is loaded.
     browse::TreeProgress treeProgress;
     std::function<void()> maximizeMainWindow;
+    /// What the pages' own menus offer besides.
+    QList<QAction*> pageMenuItems;
 
     /// Loads the browse window if it is not loaded; not shown yet.
     search::frm_Arama& browseWindow();
@@ -94,6 +96,7 @@ class ChildWindows : public QObject, public Windows {
     void loadBrowse();
     void loadContent();
     void followDraggedBorder();
+    void addToMenu(platform::WebView& page);
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();

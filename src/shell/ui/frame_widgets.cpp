@@ -59,6 +59,10 @@ void FrameWidgets::popUpMenu(QStringView item) {
     if (QMenu* menu = menu_->popUp(item)) menu->popup(QCursor::pos());
 }
 
+QList<QAction*> FrameWidgets::typeSizeItems() const {
+    return menu_->popUp(u"mnu_yazi")->actions();
+}
+
 void FrameWidgets::setPanelText(int number, const QString& text) {
     if (QLabel* label = panel(number)) label->setText(text);
 }

@@ -11,6 +11,7 @@
 #include "platform/core/main_frame.h"
 #include "shell/command_states.h"
 
+class QAction;
 class QMainWindow;
 class QMdiArea;
 
@@ -58,6 +59,9 @@ class FrameWidgets : public QObject, public platform::MainFrame {
     platform::Twips height() const override;
     void setBusyPointer(bool busy) override;
     void setCommandsLocked(bool locked) override { states_.setLocked(locked); }
+
+    /// The items of mnu_yazi, for menus of the pages themselves.
+    QList<QAction*> typeSizeItems() const;
 
     const CommandStates& states() const { return states_; }
     MainToolBar& toolBar() const { return *toolBar_; }
