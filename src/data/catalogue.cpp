@@ -133,6 +133,10 @@ QString topicTextsFromRow() {
     return u"SELECT Konu, rowid FROM tbl_Konu WHERE rowid>=? ORDER BY rowid"_s;
 }
 
+QString topicRowSpan() {
+    return u"SELECT min(rowid), max(rowid) FROM tbl_Konu"_s;
+}
+
 QString headingByRow() {
     return u"SELECT KonuBaslik FROM tbl_KonuBaslik WHERE rowid=?"_s;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <numeric>
 
 namespace lirovan::search {
 
@@ -55,16 +54,10 @@ ScanAhead::ScanAhead(const data::Library& library, const TopicScanner& scanner, 
     : library_(library),
       scanner_(scanner),
       rows_(std::move(rows)),
-      byRow_(rows_.size()),
-      chunkOf_(rows_.size()),
       matches_(rows_.size()),
       chunks_((rows_.size() + ChunkSize - 1) / ChunkSize),
       reader_(std::make_unique<Reader>(library)) {
-    // Read in any other order, most texts would bring a page of the file of their own.
-    std::iota(byRow_.begin(), byRow_.end(), 0u);
-    std::stable_sort(byRow_.begin(), byRow_.end(), [&](auto a, auto b) { return rows_[a] < rows_[b]; });
-    for (size_t at = 0; at < byRow_.size(); ++at)
-        chunkOf_[byRow_[at]] = static_cast<std::uint32_t>(at / ChunkSize);
+    std::sort(rows_.begin(), rows_.end());
     if (rows_.size() >= WorthSharing && !library_.path().isEmpty()) startWorkers();
 }
 
@@ -102,17 +95,23 @@ bool ScanAhead::scanChunk(Reader& reader) {
 }
 
 ScanAhead::State ScanAhead::scanTopics(Reader& reader, size_t first, size_t last) {
-    for (size_t at = first; at < last && !stop_; ++at) {
-        const size_t topic = byRow_[at];
-        const Result<std::string_view> text = reader.text(rows_[topic]);
+    for (size_t place = first; place < last && !stop_; ++place) {
+        const Result<std::string_view> text = reader.text(rows_[place]);
         if (!text) return State::Failed;
-        matches_[topic] = scanner_.matches(*text);
+        matches_[place] = scanner_.matches(*text);
     }
     return State::Done;
 }
 
-bool ScanAhead::ready(size_t topic) {
-    const std::atomic<State>& chunk = chunks_[chunkOf_[topic]];
+size_t ScanAhead::placeOf(qint64 row) const {
+    return static_cast<size_t>(std::lower_bound(rows_.begin(), rows_.end(), row) - rows_.begin());
+}
+
+bool ScanAhead::ready(qint64 row) {
+    const size_t place = placeOf(row);
+    // A row that came after the rows were counted is read when it is asked for.
+    if (place == rows_.size()) return true;
+    const std::atomic<State>& chunk = chunks_[place / ChunkSize];
     if (chunk != State::Open) return true;
     if (!scanChunk(*reader_)) {
         std::unique_lock lock(mutex_);
@@ -121,16 +120,17 @@ bool ScanAhead::ready(size_t topic) {
     return chunk != State::Open;
 }
 
-Result<bool> ScanAhead::matches(size_t topic) {
-    if (chunks_[chunkOf_[topic]] == State::Done) return matches_[topic] != 0;
-    // A worker could not read it. What is wrong shows here.
-    const Result<std::string_view> stored = text(topic);
+Result<bool> ScanAhead::matches(qint64 row) {
+    const size_t place = placeOf(row);
+    if (place < rows_.size() && chunks_[place / ChunkSize] == State::Done) return matches_[place] != 0;
+    // Where a worker could not read it, what is wrong shows here.
+    const Result<std::string_view> stored = text(row);
     if (!stored) return stored.error();
     return scanner_.matches(*stored);
 }
 
-Result<std::string_view> ScanAhead::text(size_t topic) {
-    return reader_->text(rows_[topic]);
+Result<std::string_view> ScanAhead::text(qint64 row) {
+    return reader_->text(row);
 }
 
 }  // namespace lirovan::search

@@ -7,7 +7,6 @@
 
 #include <atomic>
 #include <condition_variable>
-#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -22,20 +21,21 @@ namespace lirovan::search {
 
 class ScanAhead {
   public:
-    /// `rows`: row ids of the topics, in order. `library` and `scanner` outlive this object.
+    /// `rows`: row ids of topics, each once, in any order; rows that do not exist match nothing. `library`
+    /// and `scanner` outlive this object.
     ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows);
     /// The workers end after the topic that each has at hand.
     ~ScanAhead();
     ScanAhead(const ScanAhead&) = delete;
     ScanAhead& operator=(const ScanAhead&) = delete;
 
-    /// Whether it is known if topic `topic` matches. Where it is not, scans some topics or waits a moment; to
-    /// be called again, with events in between.
-    bool ready(size_t topic);
-    /// Whether topic `topic`, which is ready, matches.
-    platform::Result<bool> matches(size_t topic);
-    /// The stored text of a topic; valid until the next call of any function.
-    platform::Result<std::string_view> text(size_t topic);
+    /// Whether it is known if the topic in `row` matches. Where it is not, scans some
+    /// topics or waits a moment; to be called again, with events in between.
+    bool ready(qint64 row);
+    /// Whether the topic in `row`, which is ready, matches.
+    platform::Result<bool> matches(qint64 row);
+    /// The stored text of the topic in `row`; valid until the next call of any function.
+    platform::Result<std::string_view> text(qint64 row);
 
   private:
     enum class State : char { Open, Done, Failed };
@@ -47,13 +47,13 @@ class ScanAhead {
     bool scanChunk(Reader& reader);
     State scanTopics(Reader& reader, size_t first, size_t last);
 
+    size_t placeOf(qint64 row) const;
+
     const data::Library& library_;
     const TopicScanner& scanner_;
-    std::vector<qint64> rows_;
-    std::vector<std::uint32_t> byRow_;        // topics in the order in which they lie in the table
-    std::vector<std::uint32_t> chunkOf_;      // by topic
-    std::vector<char> matches_;               // by topic; to be read once its chunk is done
-    std::vector<std::atomic<State>> chunks_;  // stretches of byRow_ that are taken at once
+    std::vector<qint64> rows_;   // ascending: read otherwise, most would bring in a page of their own
+    std::vector<char> matches_;  // by place in rows_; to be read once its chunk is done
+    std::vector<std::atomic<State>> chunks_;  // stretches of rows_ that are taken at once
     std::atomic<size_t> next_ = 0;            // first chunk that nobody has
     std::atomic<bool> stop_ = false;
     std::mutex mutex_;

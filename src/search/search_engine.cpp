@@ -1,5 +1,7 @@
 #include "search/search_engine.h"
 
+#include <memory>
+
 #include "search/scan_ahead.h"
 #include "search/search_query.h"
 #include "text/alphabet.h"
@@ -44,6 +46,7 @@ struct SearchEngine::Listing {
     const platform::BookSelection& scope;
     RunHost& host;
     TopicScanner scanner;
+    std::unique_ptr<ScanAhead> scan = {};  // of the whole library, when all of it is searched
     ResultNode* root = nullptr;
 
     ResultNode* author = nullptr;
@@ -148,6 +151,10 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
     Result<Statement> rows =
         library_.query(wanted.value == 0 ? catalogue::authors() : catalogue::authorInOrder(wanted));
     if (!rows) return rows.error();
+    // Begun before the outline is read: which topics match does not depend on their order.
+    if (wanted.value == 0 && listing.order != ListOrder::None)
+        if (std::vector<qint64> all = outline_.allRows(); !all.empty())
+            listing.scan = std::make_unique<ScanAhead>(library_, listing.scanner, std::move(all));
     for (; !listing.stopped; ++listing.authorIndex) {
         const Result<Step> step = rows->step();
         if (!step) return step.error();
@@ -174,17 +181,22 @@ Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
     if (!found) return found.error();
     const std::vector<TopicRow>& topics = **found;
     listing.host.authorStarted(static_cast<qsizetype>(topics.size()));
-    std::vector<qint64> rows;
-    for (const TopicRow& topic : topics) rows.push_back(topic.row);
-    ScanAhead scan(library_, listing.scanner, std::move(rows));
+    std::unique_ptr<ScanAhead> ofAuthor;
+    if (!listing.scan) {
+        std::vector<qint64> rows;
+        for (const TopicRow& topic : topics) rows.push_back(topic.row);
+        ofAuthor = std::make_unique<ScanAhead>(library_, listing.scanner, std::move(rows));
+    }
+    ScanAhead& scan = listing.scan ? *listing.scan : *ofAuthor;
 
     for (size_t i = 0; i < topics.size() && !listing.stopped; ++i) {
-        while (!scan.ready(i))
+        const qint64 row = topics[i].row;
+        while (!scan.ready(row))
             if (!listing.goOn()) return {};
-        const Result<bool> matches = scan.matches(i);
+        const Result<bool> matches = scan.matches(row);
         if (!matches) return matches.error();
         if (*matches)
-            if (const Result<void> counted = countTopic(listing, topics[i], scan.text(i)); !counted)
+            if (const Result<void> counted = countTopic(listing, topics[i], scan.text(row)); !counted)
                 return counted;
         listing.host.topicDone(static_cast<qsizetype>(i) + 1, listing.bookIndex > 1 ? listing.book : nullptr);
         listing.goOn();

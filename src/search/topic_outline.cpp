@@ -1,5 +1,7 @@
 #include "search/topic_outline.h"
 
+#include <numeric>
+
 namespace lirovan::search {
 
 using platform::Result;
@@ -21,6 +23,20 @@ Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement) {
     }
     topics_.insert(statement, topics);
     return Rows(std::move(topics));
+}
+
+std::vector<qint64> TopicOutline::allRows() const {
+    // Rows lie without gaps in a file of ours. In one that somebody else has worked on, they need not.
+    constexpr qint64 most = 4'000'000;
+    Result<Statement> span = library_.query(catalogue::topicRowSpan());
+    if (!span) return {};
+    const Result<Step> step = span->step();
+    if (!step || *step == Step::Done || span->isNull(0)) return {};
+    const qint64 first = span->integer(0), last = span->integer(1);
+    if (first < 0 || last > most) return {};
+    std::vector<qint64> rows(static_cast<size_t>(last - first + 1));
+    std::iota(rows.begin(), rows.end(), first);
+    return rows;
 }
 
 std::optional<QString> TopicOutline::heading(const TopicRow& topic) {

@@ -31,6 +31,9 @@ class TopicOutline {
     using Rows = std::shared_ptr<const std::vector<TopicRow>>;
     /// The topics of a statement of catalogue::topicsOfAuthor() or topicsOfBook(), in its order.
     platform::Result<Rows> topics(const QString& statement);
+    /// Row ids that include those of all topics, with few others among them; empty where that would be too
+    /// many.
+    std::vector<qint64> allRows() const;
     /// The heading as stored; nothing where the row is gone.
     std::optional<QString> heading(const TopicRow& topic);
     /// The book's title as stored; nothing where there is no such book.
