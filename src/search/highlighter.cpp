@@ -133,7 +133,10 @@ HighlightedText markHits(QString text, const QStringList& words, text::Compariso
         if (text::trimBlanks(word).isEmpty() || AyniKelimeVar(word, words, k, comparison)) continue;
         const QStringView colour = VurguRenkleri[result.colours.size() % VurguRenkleri.size()];
         progress.wordStarted(word, text.size());
-        text = WordMarker(text, word, comparison, wholeWord).mark(colour, result.hits, progress);
+        // A piece of markup: marking it would take the page, and the marks before it, apart.
+        const bool isMarkup = word.contains(u'<');
+        if (!isMarkup)
+            text = WordMarker(text, word, comparison, wholeWord).mark(colour, result.hits, progress);
         result.colours.emplace_back(word, colour.toString());
     }
     result.text = std::move(text);

@@ -41,8 +41,9 @@ struct MarkingProgress {
 QStringList wordsToMark(const SearchRun& run, bool allWords);
 
 /// Marks every occurrence of every word, word after word. Left unmarked: what lies inside a tag, what follows
-/// the last "<", what would break a "&quot;", and with `wholeWord` the parts of words. Words that repeat an
-/// earlier one under `comparison` are passed over and take no colour. Linear in text and hits for each word.
+/// the last "<", what would break a "&quot;", pieces of markup (words with a "<"), and with `wholeWord` the
+/// parts of words. Words that repeat an earlier one under `comparison` are passed over and take no colour.
+/// Linear in text and hits for each word.
 HighlightedText markHits(QString text, const QStringList& words, text::Comparison comparison, bool wholeWord,
                          const MarkingProgress& progress = {});
 

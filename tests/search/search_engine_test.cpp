@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "search/companion.h"
+#include "search/highlighter.h"
 #include "search/search_query.h"
 #include "search/variant_table.h"
 #include "support/library_file.h"
@@ -309,4 +310,13 @@ TEST(Companion, PrintsPages) {
     EXPECT_EQ(*companion::ozet(open, {.query = u"irfan"_s}, 1), "\r\n");
     EXPECT_FALSE(companion::ozet(open, {.query = u"irfan"_s}, 2));
     EXPECT_FALSE(companion::ozet(open, {.query = u"?"_s}, 0));
+}
+
+TEST(Highlighter, LeavesMarkupAlone) {
+    const QString text = u"<P>ilim <i>ilim</i> irfan</P>"_s;
+    const QStringList words{u"ilim"_s, u"<i"_s, u"<"_s, u"i>"_s};
+    const auto page = markHits(text, words, text::Comparison::CaseInsensitive, false);
+    EXPECT_EQ(page.hits, 2);
+    EXPECT_EQ(page.text.count(u"<input type='submit' name='ggggittt"_s), 2);
+    EXPECT_EQ(page.colours.size(), 4u);  // the words take their colours all the same
 }
