@@ -272,6 +272,10 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     browse::showGeneratedPage(parts_.content);
     writeAndShow(page->page, page->heading.isEmpty() ? browse::ContentCaption.toString()
                                                      : browse::contentCaption(page->heading));
+    // The hits can be found once the page is there.
+    showing_ = true;
+    parts_.content.wb_Icerik().waitUntilComplete();
+    showing_ = false;
     browse::showPageButtons(frame);
     frame.setButtonEnabled(button::Up, false);
     frame.setButtonEnabled(button::Down, true);
@@ -284,10 +288,7 @@ void SearchWindow::writeAndShow(const QString& page, const QString& caption) {
     // Where the file cannot be written, the view shows the one that is there.
     (void)static_cast<bool>(browse::writePage(parts_.folder, page));
     parts_.content.setCaption(caption);
-    showing_ = true;
     parts_.content.wb_Icerik().navigate(u"file:\\"_s + parts_.folder.pageText(browse::PageFile));
-    parts_.content.wb_Icerik().waitUntilComplete();
-    showing_ = false;
 }
 
 void SearchWindow::OzetAl(int group, const SearchRun* run) {
