@@ -126,7 +126,7 @@ void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options
     run.TumVaryantlar += variants;
 }
 
-Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, QString typed,
+Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, const QString& typed,
                                         SearchOptions& options, const platform::BookSelection& scope,
                                         RunHost& host) {
     if (options.clearResult) tree_.SonuclariTemizle();
@@ -184,6 +184,7 @@ Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
     std::unique_ptr<ScanAhead> ofAuthor;
     if (!listing.scan) {
         std::vector<qint64> rows;
+        rows.reserve(static_cast<size_t>(topics.size()));
         for (const TopicRow& topic : topics) rows.push_back(topic.row);
         ofAuthor = std::make_unique<ScanAhead>(library_, listing.scanner, std::move(rows));
     }

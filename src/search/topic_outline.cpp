@@ -60,7 +60,7 @@ const std::optional<QString>& TopicOutline::bookTitle(data::BookId book) {
     if (found == bookTitles_.end()) {
         std::optional<QString> title;
         if (const auto row = library_.bookById(book); row && *row) title = (*row)->title;
-        found = bookTitles_.insert(book.value, std::move(title));
+        found = bookTitles_.insert(book.value, title);
     }
     return *found;
 }

@@ -42,7 +42,7 @@ std::vector<std::string> spellingsOf(char16_t unit, text::Comparison comparison)
 // prose, the lead bytes C3 to C5 and the trailing bytes of ç ğ ı ö ş ü. Good enough to tell rare pairs from
 // common ones.
 double byteFrequency(unsigned char byte) {
-    static constexpr std::pair<char, int> letters[] = {
+    static constexpr std::pair<unsigned char, int> letters[] = {
         {'a', 94}, {'e', 71}, {'i', 66}, {'n', 59}, {'r', 54}, {'l', 48}, {'k', 37}, {'d', 35},
         {'t', 30}, {'s', 24}, {'m', 30}, {'y', 26}, {'u', 26}, {'o', 20}, {'b', 23}, {'z', 12},
         {'v', 8},  {'g', 10}, {'h', 9},  {'c', 8},  {'p', 7},  {'f', 4},  {' ', 120}};

@@ -22,7 +22,7 @@ inline constexpr QStringView InstallerPath = u"/download/prog/lirovan.exe";
 inline constexpr std::chrono::milliseconds FirstCheck{7500};
 inline constexpr std::chrono::milliseconds NextCheck{55000};
 /// A manifest is some hundred bytes long; whatever is larger is none.
-inline constexpr qint64 ManifestLimit = 64 * 1024;
+inline constexpr qint64 ManifestLimit = qint64{64} * 1024;
 
 /// The version text of a manifest. Parts that are missing or hold no number count as 0, so a document of any
 /// other shape gives "0.0.0.0". Nothing when it is not an XML document, or declares a document type: entities

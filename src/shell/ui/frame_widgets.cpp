@@ -44,7 +44,7 @@ void FrameWidgets::addStatusBar() {
         label->setVisible(i == 0);
         panels_[static_cast<std::size_t>(i)] = label;
     }
-    setPanelText(1, status::Idle.toString());
+    FrameWidgets::setPanelText(1, status::Idle.toString());
 }
 
 QLabel* FrameWidgets::panel(int number) const {
