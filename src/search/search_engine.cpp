@@ -126,7 +126,9 @@ void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options
     run.TumVaryantlar += variants;
 }
 
-Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, const QString& typed,
+// `typed` is a copy: it may be the very text that is cleaned in place.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, QString typed,
                                         SearchOptions& options, const platform::BookSelection& scope,
                                         RunHost& host) {
     if (options.clearResult) tree_.SonuclariTemizle();

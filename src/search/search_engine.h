@@ -59,7 +59,7 @@ class SearchEngine {
     /// listele — the run. `typed`: the search box text, shown in the run's root. When it lists no topic, all
     /// its nodes are removed again. An error of the library ends the run where it stands; what was listed
     /// stays.
-    platform::Result<RunResult> listele(QString& query, ListOrder order, const QString& typed,
+    platform::Result<RunResult> listele(QString& query, ListOrder order, QString typed,
                                         SearchOptions& options, const platform::BookSelection& scope,
                                         RunHost& host);
 
