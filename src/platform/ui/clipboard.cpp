@@ -1,8 +1,10 @@
 #include "platform/ui/clipboard.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QWidget>
 
 namespace lirovan::platform {
 
@@ -51,6 +53,12 @@ std::optional<QByteArray> rtfFromClipboard() {
 bool clipboardHasText() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     return data && (data->hasText() || data->hasHtml() || rtfIn(*data));
+}
+
+void cutInFocus() {
+    QWidget* focused = QApplication::focusWidget();
+    if (focused && focused->metaObject()->indexOfMethod("cut()") >= 0)
+        QMetaObject::invokeMethod(focused, "cut");
 }
 
 }  // namespace lirovan::platform

@@ -29,4 +29,7 @@ std::optional<QByteArray> rtfIn(const QMimeData& data);
 /// Whether the clipboard holds text in any form.
 bool clipboardHasText();
 
+/// Ctrl+X in the widget that has the focus; nothing where it is none to cut from.
+void cutInFocus();
+
 }  // namespace lirovan::platform

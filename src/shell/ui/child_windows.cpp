@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "browse/window_places.h"
+#include "platform/ui/clipboard.h"
 #include "shell/ui/frmHakkinda.h"
 #include "shell/ui/import_progress.h"
 #include "shell/ui/update_download.h"
@@ -268,7 +269,7 @@ void ChildWindows::setActiveZoom(double factor) {
 }
 
 void ChildWindows::sendCut() {
-    if (QWidget* focused = QApplication::focusWidget()) QMetaObject::invokeMethod(focused, "cut");
+    platform::cutInFocus();
 }
 
 void ChildWindows::sendCopy() {

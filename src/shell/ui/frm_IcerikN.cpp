@@ -1,6 +1,5 @@
 #include "shell/ui/frm_IcerikN.h"
 
-#include <QApplication>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
@@ -106,7 +105,7 @@ void frm_IcerikN::buildToolbar() {
 void frm_IcerikN::pressed(QStringView key) {
     const Hold hold(*this);
     if (key == button::Cut) {
-        if (QWidget* focused = QApplication::focusWidget()) QMetaObject::invokeMethod(focused, "cut");
+        platform::cutInFocus();
     } else if (key == button::Copy) {
         wb_Icerik->setFocus();
         wb_Icerik->copy();

@@ -1,0 +1,108 @@
+// soak_tests [SEED [COUNT [LIBRARY]]]: COUNT chance actions of a user on the real program; the same for the
+// same seed, but for the moments at which pages and searches are ready. Exit status 1 with the last actions
+// when the program stops answering or leaves something behind.
+#include <malloc.h>
+
+#include <unistd.h>
+#include <QApplication>
+#include <QFile>
+#include <QLocale>
+#include <cstdio>
+#include <deque>
+#include <exception>
+
+#include "platform/ui/message_boxes.h"
+#include "soak/actions.h"
+
+using namespace lirovan;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 DefaultSeed = 5101;
+constexpr int DefaultCount = 150;
+constexpr std::size_t Remembered = 20;
+constexpr int SampleEvery = 100;
+
+/// Resident memory of this process in MB; page processes are others.
+double residentMb() {
+    malloc_trim(0);
+    QFile statm(u"/proc/self/statm"_s);
+    if (!statm.open(QIODevice::ReadOnly)) return 0;
+    return statm.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+const soak::Action& choose(QRandomGenerator& random) {
+    int total = 0;
+    for (const soak::Action& each : soak::actions()) total += each.weight;
+    int at = random.bounded(total);
+    for (const soak::Action& each : soak::actions())
+        if ((at -= each.weight) < 0) return each;
+    return soak::actions().back();
+}
+
+void printSample(int done, soak::World& world) {
+    const int extra = world.isClosed() ? 0 : int(world.window().windows().extraWindows().open().size());
+    std::printf("%5d actions: %6.1f MB, %4d widgets, %d extra windows, %d boxes, %d captions\n", done,
+                residentMb(), int(QApplication::allWidgets().size()), extra, world.boxes(), world.captions());
+    std::fflush(stdout);
+}
+
+void printLongest(const soak::World& world) {
+    const auto longest = world.longest();
+    QList<QString> names = longest.keys();
+    std::sort(names.begin(), names.end(),
+              [&](const QString& a, const QString& b) { return longest[a] > longest[b]; });
+    std::puts("longest time without events:");
+    for (const QString& name : names.first(qMin(8, names.size())))
+        std::printf("%6d ms  %s\n", longest[name], qPrintable(name));
+}
+
+int soakProgram(quint32 seed, int count, const QString& library) {
+    soak::World world(library);
+    if (!world.start()) return std::puts("the program did not start"), 1;
+    QRandomGenerator order(seed);
+    std::deque<QString> last;
+    const auto failed = [&](const QString& why) {
+        std::printf("FAILED: %s\nseed %u, last actions:\n", qPrintable(why), seed);
+        for (const QString& each : last) std::printf("  %s\n", qPrintable(each));
+        return 1;
+    };
+    for (int number = 1; number <= count; ++number) {
+        const soak::Action& action = choose(order);
+        world.beginAction(seed, number, action.name);
+        last.push_back(QString::number(number) + u' ' + action.name);
+        last.back() += u": "_s + action.act(world);
+        if (qEnvironmentVariableIsSet("SOAK_VERBOSE")) std::fprintf(stderr, "%s\n", qPrintable(last.back()));
+        if (last.size() > Remembered) last.pop_front();
+        if (const auto stuck = world.settle()) return failed(*stuck);
+        if (const auto wrong = world.lastingFault()) return failed(*wrong);
+        if (world.isClosed() && !world.start()) return failed(u"the program did not start again"_s);
+        if (number % SampleEvery == 0) printSample(number, world);
+    }
+    printLongest(world);
+    // A user who gets nowhere tests nothing.
+    if (world.captions() < count / 30) return failed(u"only %1 captions were seen"_s.arg(world.captions()));
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu");
+    platform::WebEngine::prepare();
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    platform::installTranslations(application);
+    const QStringList words = QApplication::arguments();
+    const quint32 seed = words.size() > 1 ? words[1].toUInt() : DefaultSeed;
+    const int count = words.size() > 2 ? words[2].toInt() : DefaultCount;
+    std::printf("seed %u, %d actions\n", seed, count);
+    std::fflush(stdout);
+    try {
+        return soakProgram(seed, count, words.value(3));
+    } catch (const std::exception& error) {
+        std::printf("%s\n", error.what());
+        return 1;
+    }
+}
