@@ -92,10 +92,10 @@ TEST_F(MainWindowTest, ExtraWindowsKeepTheirPageAndTheirNumbers) {
     EXPECT_EQ(window->windows().extraWindows().highest(), 0) << "the start page is not copied";
 
     clickNode(u"C1"_s);
-    ASSERT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
     for (int i = 0; i < 3; ++i) press(u"New"_s);
     const auto& extra = window->windows().extraWindows();
-    ASSERT_EQ(extra.highest(), 3);
+    ASSERT_EQ(extra.highest(), 3) << "a page that is still loading is waited for";
+    ASSERT_TRUE(shows(*extra.at(1)->wb_Icerik, u"<TITLE>"_s));
     EXPECT_EQ(extra.at(1)->windowTitle(), node(u"C1"_s).data().toString());
     EXPECT_EQ(extra.at(1)->geometry().right(), find<QMdiArea>(u"workArea"_s)->rect().right());
 

@@ -226,6 +226,8 @@ void ChildWindows::focusContentView() {
 void ChildWindows::changeContentFontSize(int step) {
     if (!content_) return;
     const platform::MdiChild::Hold hold(*content_);
+    // A page that is still loading could not be rewritten.
+    content_->wb_Icerik->waitUntilComplete();
     contentDecisions_.ChangeFontSize(step);
 }
 
@@ -281,6 +283,8 @@ void ChildWindows::sendCopy() {
 void ChildWindows::openInNewWindow() {
     if (!content_ || !content_->wb_Icerik->isShown()) return;
     const platform::MdiChild::Hold hold(*content_);
+    // A page that is still loading has no text to copy yet.
+    content_->wb_Icerik->waitUntilComplete();
     const auto html = content_->wb_Icerik->innerHtml();
     if (!html) return;
     loadExtra({content_->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
