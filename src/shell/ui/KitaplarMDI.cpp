@@ -126,6 +126,8 @@ bool KitaplarMDI::load() {
 
     browse::BookSelector selector = browse::readBookSelector(library_);
     frame_->fillSelector(std::move(selector.rows));
+    if (selector.failure)
+        services_.dialogs.show(platform::errorMessage(selector.failure->message, u"Okuma Hatası"_s));
     for (QStringView key : {button::New, button::Up, button::Down}) frame_->setButtonEnabled(key, false);
 
     frmGiris splash(services_.registry, services_.folder.text());
