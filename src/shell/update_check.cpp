@@ -29,8 +29,10 @@ QStringList firstTexts(QXmlStreamReader& reader) {
 }
 
 QString shortest(float value) {
-    std::array<char, 32> digits{};
-    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    std::array<char, 64> digits{};
+    // Without an exponent, which a round number like 100000 would get otherwise.
+    const auto [end, error] =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
     return error == std::errc() ? QString::fromLatin1(digits.data(), end - digits.data()) : u"0"_s;
 }
 

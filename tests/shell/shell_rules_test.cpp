@@ -51,6 +51,7 @@ TEST(UpdateCheckTest, AManifestGivesItsFirstFourElementsAsAVersion) {
         {manifest("<a>5</a><b>1</b><c>1</c><d>6</d>"), u"5.1.1.6"_s},
         {manifest("<a> 5 </a><b>1x</b><c>yok</c>"), u"5.1.0.0"_s},
         {manifest("<a>05</a><b>1.50</b><c>-2</c><d><e>7</e></d><f>9</f>"), u"5.1.5.-2.7"_s},
+        {manifest("<a>100000</a>"), u"100000.0.0.0"_s},
         {"<r/>", u"0.0.0.0"_s},
         {"<r><v/><w><a>9</a></w></r>", u"0.0.0.0"_s},
         {"", std::nullopt},
