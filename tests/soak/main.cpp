@@ -1,15 +1,20 @@
-// soak_tests [SEED [COUNT [LIBRARY]]]: COUNT chance actions of a user on the real program; the same for the
-// same seed, but for the moments at which pages and searches are ready. Exit status 1 with the last actions
-// when the program stops answering or leaves something behind.
+// soak_tests [--growth MB] [--pause MS] [SEED [COUNT [LIBRARY]]]: COUNT chance actions of a user on the real
+// program; the same for the same seed, but for the moments at which pages and searches are ready. Exit status
+// 1 with the last actions when the program stops answering or leaves something behind; also when its memory
+// has grown by more than MB since the first 200 actions, or when it let no event run for longer than MS.
 #include <malloc.h>
 
 #include <unistd.h>
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QFile>
 #include <QLocale>
 #include <cstdio>
 #include <deque>
 #include <exception>
+#include <numeric>
+#include <optional>
+#include <vector>
 
 #include "platform/ui/message_boxes.h"
 #include "soak/actions.h"
@@ -23,6 +28,12 @@ constexpr quint32 DefaultSeed = 5101;
 constexpr int DefaultCount = 150;
 constexpr std::size_t Remembered = 20;
 constexpr int SampleEvery = 100;
+constexpr int WarmUp = 200;  // actions until everything was loaded once
+
+struct Limits {
+    std::optional<double> growthMb;
+    std::optional<int> pauseMs;
+};
 
 /// Resident memory of this process in MB; page processes are others.
 double residentMb() {
@@ -30,6 +41,14 @@ double residentMb() {
     QFile statm(u"/proc/self/statm"_s);
     if (!statm.open(QIODevice::ReadOnly)) return 0;
     return statm.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+/// How much more the last third of the samples holds than the first.
+double growth(const std::vector<double>& samples) {
+    const auto third = static_cast<std::ptrdiff_t>(samples.size() / 3);
+    if (third == 0) return 0;
+    const double first = std::accumulate(samples.begin(), samples.begin() + third, 0.0);
+    return (std::accumulate(samples.end() - third, samples.end(), 0.0) - first) / double(third);
 }
 
 const soak::Action& choose(QRandomGenerator& random) {
@@ -41,14 +60,15 @@ const soak::Action& choose(QRandomGenerator& random) {
     return soak::actions().back();
 }
 
-void printSample(int done, soak::World& world) {
+void printSample(int done, double megabytes, soak::World& world) {
     const int extra = world.isClosed() ? 0 : int(world.window().windows().extraWindows().open().size());
     std::printf("%5d actions: %6.1f MB, %4d widgets, %d extra windows, %d boxes, %d captions\n", done,
-                residentMb(), int(QApplication::allWidgets().size()), extra, world.boxes(), world.captions());
+                megabytes, int(QApplication::allWidgets().size()), extra, world.boxes(), world.captions());
     std::fflush(stdout);
 }
 
-void printLongest(const soak::World& world) {
+/// Prints what held events up longest; gives the longest time.
+int printLongest(const soak::World& world) {
     const auto longest = world.longest();
     QList<QString> names = longest.keys();
     std::sort(names.begin(), names.end(),
@@ -56,13 +76,15 @@ void printLongest(const soak::World& world) {
     std::puts("longest time without events:");
     for (const QString& name : names.first(qMin(8, names.size())))
         std::printf("%6d ms  %s\n", longest[name], qPrintable(name));
+    return names.isEmpty() ? 0 : longest[names.first()];
 }
 
-int soakProgram(quint32 seed, int count, const QString& library) {
+int soakProgram(quint32 seed, int count, const QString& library, const Limits& limits) {
     soak::World world(library);
     if (!world.start()) return std::puts("the program did not start"), 1;
     QRandomGenerator order(seed);
     std::deque<QString> last;
+    std::vector<double> memory;
     const auto failed = [&](const QString& why) {
         std::printf("FAILED: %s\nseed %u, last actions:\n", qPrintable(why), seed);
         for (const QString& each : last) std::printf("  %s\n", qPrintable(each));
@@ -78,9 +100,16 @@ int soakProgram(quint32 seed, int count, const QString& library) {
         if (const auto stuck = world.settle()) return failed(*stuck);
         if (const auto wrong = world.lastingFault()) return failed(*wrong);
         if (world.isClosed() && !world.start()) return failed(u"the program did not start again"_s);
-        if (number % SampleEvery == 0) printSample(number, world);
+        if (number % SampleEvery != 0) continue;
+        const double megabytes = residentMb();
+        if (number > WarmUp) memory.push_back(megabytes);
+        printSample(number, megabytes, world);
     }
-    printLongest(world);
+    const int longest = printLongest(world);
+    const double grown = growth(memory);
+    std::printf("memory since action %d: %+.1f MB\n", WarmUp, grown);
+    if (limits.growthMb && grown > *limits.growthMb) return failed(u"memory is not flat"_s);
+    if (limits.pauseMs && longest > *limits.pauseMs) return failed(u"the window stood still"_s);
     // A user who gets nowhere tests nothing.
     if (world.captions() < count / 30) return failed(u"only %1 captions were seen"_s.arg(world.captions()));
     return 0;
@@ -94,13 +123,19 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     platform::installTranslations(application);
-    const QStringList words = QApplication::arguments();
-    const quint32 seed = words.size() > 1 ? words[1].toUInt() : DefaultSeed;
-    const int count = words.size() > 2 ? words[2].toInt() : DefaultCount;
+    QCommandLineParser parser;
+    parser.addOptions({{u"growth"_s, {}, u"MB"_s}, {u"pause"_s, {}, u"MS"_s}});
+    parser.process(application);
+    const QStringList words = parser.positionalArguments();
+    Limits limits;
+    if (parser.isSet(u"growth"_s)) limits.growthMb = parser.value(u"growth"_s).toDouble();
+    if (parser.isSet(u"pause"_s)) limits.pauseMs = parser.value(u"pause"_s).toInt();
+    const quint32 seed = words.isEmpty() ? DefaultSeed : words[0].toUInt();
+    const int count = words.size() > 1 ? words[1].toInt() : DefaultCount;
     std::printf("seed %u, %d actions\n", seed, count);
     std::fflush(stdout);
     try {
-        return soakProgram(seed, count, words.value(3));
+        return soakProgram(seed, count, words.value(2), limits);
     } catch (const std::exception& error) {
         std::printf("%s\n", error.what());
         return 1;

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMenu>
@@ -39,6 +40,13 @@ void copyFolder(const QString& from, const QString& to) {
         else if (!QFile::copy(each.filePath(), target))
             throw std::runtime_error("cannot copy " + each.filePath().toStdString());
     }
+}
+
+/// How many ms this thread has waited for a processor so far.
+qint64 queuedMs() {
+    QFile schedule(u"/proc/thread-self/schedstat"_s);
+    if (!schedule.open(QIODevice::ReadOnly)) return 0;
+    return schedule.readAll().split(' ').value(1).toLongLong() / 1'000'000;
 }
 
 }  // namespace
@@ -131,7 +139,7 @@ bool World::start() {
         shell::Services{platform::AppFolder(folder_.path()), *user_, *printer_, *registry_, {}, {}, engine_});
     if (!window_->load()) return false;
     window_->activateWindow();
-    sinceBeat_.start();
+    startPause();
     attention_.start(AttentionMs);
     heart_.start(BeatMs);
     return true;
@@ -154,7 +162,7 @@ void World::beginAction(quint32 seed, int number, const QString& name) {
     action_ = std::make_unique<QObject>();
     actionName_ = name;
     attended_ = 0;
-    sinceBeat_.restart();
+    startPause();
 }
 
 void World::later(int ms, std::function<void()> act) {
@@ -163,9 +171,16 @@ void World::later(int ms, std::function<void()> act) {
     });
 }
 
+void World::startPause() {
+    sinceBeat_.start();
+    queuedAtBeat_ = queuedMs();
+}
+
 void World::beat() {
+    const qint64 pause = sinceBeat_.elapsed() - BeatMs - (queuedMs() - queuedAtBeat_);
     int& longest = longest_[actionName_];
-    longest = qMax(longest, int(sinceBeat_.restart()) - BeatMs);
+    longest = qMax(longest, int(pause));
+    startPause();
 }
 
 // ---- The user before a dialog or a menu ----

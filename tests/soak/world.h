@@ -52,7 +52,8 @@ class World : public QObject {
     /// What must hold at rest and does not, a moment later either: bars are laid out when there is time.
     std::optional<QString> lastingFault();
 
-    /// The longest time in ms during which an action of this name let no event run.
+    /// The longest time in ms during which an action of this name let no event run; what other programs had
+    /// of the processor meanwhile is taken off.
     QHash<QString, int> longest() const { return longest_; }
     /// How many captions the child windows had: of pages, notes, summaries.
     int captions() const { return int(captions_.size()); }
@@ -65,6 +66,7 @@ class World : public QObject {
     class User;
     class Printer;
 
+    void startPause();
     void attend();
     void attendPopup(QWidget& popup);
     void attendDialog(QWidget& dialog);
@@ -85,6 +87,7 @@ class World : public QObject {
     std::unique_ptr<QObject> action_;  // owns the timers of the action under way
     QTimer attention_, heart_;
     QElapsedTimer sinceBeat_;
+    qint64 queuedAtBeat_ = 0;
     QString actionName_;
     QHash<QString, int> longest_;
     QSet<QString> captions_;
