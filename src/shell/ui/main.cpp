@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <QStandardPaths>
 #include <QTimer>
+#include <algorithm>
 
 #include "platform/ui/icons.h"
 #include "platform/ui/message_boxes.h"
@@ -18,10 +19,42 @@ using namespace lirovan;
 
 namespace {
 
-shell::FolderCandidates folderCandidates(const QCommandLineParser& parser, const QCommandLineOption& option) {
+/// The command line. Made once an application is there: it speaks the application's language.
+struct Arguments {
+    QCommandLineParser parser;
+    const QCommandLineOption folder{u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"DIR"_s};
+    QCommandLineOption tour{u"tur"_s, u"Programı gezdirir, her adımın resmini klasöre bırakır."_s, u"DIR"_s};
+
+    Arguments() {
+        parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
+        tour.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOptions({folder, tour});
+        parser.addHelpOption();
+        parser.addVersionOption();
+    }
+};
+
+/// Help and version are printed where there is no display, too: without the windows' application.
+void answerInText(int argc, char** argv) {
+    constexpr QLatin1StringView Questions[] = {"-h"_L1, "--help"_L1, "-v"_L1, "--version"_L1};
+    const bool asked = std::any_of(argv, argv + argc, [&Questions](const char* word) {
+        return std::count(std::begin(Questions), std::end(Questions), QLatin1StringView(word)) > 0;
+    });
+    if (!asked) return;
+    QCoreApplication application(argc, argv);
+    platform::installTranslations(application);
+    Arguments arguments;
+    arguments.parser.parse(QCoreApplication::arguments());
+    // Each ends the program.
+    if (arguments.parser.isSet(u"version"_s)) arguments.parser.showVersion();
+    if (arguments.parser.isSet(u"help"_s)) arguments.parser.showHelp();
+}
+
+shell::FolderCandidates folderCandidates(const Arguments& arguments) {
     const QString program = QCoreApplication::applicationDirPath();
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return {parser.isSet(option) ? std::optional(parser.value(option)) : std::nullopt, program,
+    const bool given = arguments.parser.isSet(arguments.folder);
+    return {given ? std::optional(arguments.parser.value(arguments.folder)) : std::nullopt, program,
             program + u"/../share/lirovan"_s, data + u"/lirovan"_s};
 }
 
@@ -38,30 +71,22 @@ void setAccent() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    QCoreApplication::setApplicationName(u"lirovan"_s);
+    QCoreApplication::setApplicationVersion(shell::BuiltInVersion.toString());
+    answerInText(argc, argv);
     platform::WebEngine::prepare();
     QApplication application(argc, argv);
-    QApplication::setApplicationName(u"lirovan"_s);
-    QApplication::setApplicationVersion(shell::BuiltInVersion.toString());
     QApplication::setDesktopFileName(u"lirovan"_s);
     QApplication::setWindowIcon(platform::applicationIcon());
     platform::installTranslations(application);
     setAccent();
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
-    const QCommandLineOption folderOption(u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"DIR"_s);
-    parser.addOption(folderOption);
-    QCommandLineOption tourOption(u"tur"_s, u"Programı gezdirir, her adımın resmini klasöre bırakır."_s,
-                                  u"DIR"_s);
-    tourOption.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(tourOption);
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.process(application);
+    Arguments arguments;
+    arguments.parser.process(application);
 
     platform::MessageBoxes dialogs;
     platform::SystemPrinting printing;
-    const auto folder = shell::applicationFolder(folderCandidates(parser, folderOption));
+    const auto folder = shell::applicationFolder(folderCandidates(arguments));
     if (!folder) {
         dialogs.show(platform::errorMessage(folder.error().message, u"Okuma Hatası"_s));
         return 1;
@@ -71,9 +96,9 @@ int main(int argc, char** argv) {
     shell::KitaplarMDI window({*folder, dialogs, printing, registry, QStringLiteral(LIROVAN_UPDATE_SERVER),
                                QStringLiteral(LIROVAN_WEB_SITE)});
     if (!window.load()) return 1;
-    if (parser.isSet(tourOption)) {
+    if (arguments.parser.isSet(arguments.tour)) {
         QTimer::singleShot(0, &window, [&] {
-            const bool complete = shell::Tour(window, parser.value(tourOption)).run();
+            const bool complete = shell::Tour(window, arguments.parser.value(arguments.tour)).run();
             window.close();
             QApplication::exit(complete ? 0 : 1);
         });
