@@ -21,6 +21,18 @@ constexpr std::array<QStringView, 7> LockedItems = {u"mnu_Icerik", u"mnu_NewWind
                                                     u"mnu_Kitap",  u"mnu_yBuyult",   u"mnu_yNormal",
                                                     u"mnu_YKucult"};
 
+/// The state of this name, or null.
+template <class States, class Same>
+auto* findIn(States& states, QStringView name, Same same) {
+    const auto found = std::find_if(states.begin(), states.end(),
+                                    [&](const CommandState& state) { return same(state.name, name); });
+    return found == states.end() ? nullptr : &*found;
+}
+
+bool sameKey(QStringView a, QStringView b) {
+    return a == b;
+}
+
 bool sameItem(QStringView a, QStringView b) {
     return text::equal(a, b, text::Comparison::CaseInsensitive);
 }
@@ -47,7 +59,7 @@ CommandStates::CommandStates() {
 
 template <class Change>
 void CommandStates::changeButton(QStringView key, Change change) {
-    CommandState* state = findButton(key);
+    CommandState* state = findIn(buttons_, key, sameKey);
     if (!state) return;
     change(*state);
     if (buttonChanged) buttonChanged(shown(*state));
@@ -55,7 +67,7 @@ void CommandStates::changeButton(QStringView key, Change change) {
 
 template <class Change>
 void CommandStates::changeMenu(QStringView item, Change change) {
-    CommandState* state = findMenu(item);
+    CommandState* state = findIn(menus_, item, sameItem);
     if (!state) return;
     change(*state);
     if (menuChanged) menuChanged(shown(*state));
@@ -93,45 +105,19 @@ void CommandStates::setLocked(bool locked) {
 }
 
 CommandState CommandStates::button(QStringView key) const {
-    const auto found = std::find_if(buttons_.begin(), buttons_.end(),
-                                    [key](const CommandState& state) { return state.name == key; });
-    return found == buttons_.end() ? CommandState{{}, false, false, false, false} : shown(*found);
+    const CommandState* state = findIn(buttons_, key, sameKey);
+    return state ? shown(*state) : CommandState{{}, false, false};
 }
 
 CommandState CommandStates::menu(QStringView item) const {
-    const auto found = std::find_if(menus_.begin(), menus_.end(),
-                                    [item](const CommandState& state) { return sameItem(state.name, item); });
-    return found == menus_.end() ? CommandState{{}, false, false, false, false} : shown(*found);
-}
-
-std::vector<CommandState> CommandStates::buttons() const {
-    std::vector<CommandState> all;
-    for (const CommandState& state : buttons_) all.push_back(shown(state));
-    return all;
-}
-
-std::vector<CommandState> CommandStates::menus() const {
-    std::vector<CommandState> all;
-    for (const CommandState& state : menus_) all.push_back(shown(state));
-    return all;
+    const CommandState* state = findIn(menus_, item, sameItem);
+    return state ? shown(*state) : CommandState{{}, false, false};
 }
 
 CommandState CommandStates::shown(const CommandState& state) const {
     CommandState result = state;
     if (locked_ && state.lockable) result.enabled = false;
     return result;
-}
-
-CommandState* CommandStates::findButton(QStringView key) {
-    const auto found = std::find_if(buttons_.begin(), buttons_.end(),
-                                    [key](const CommandState& state) { return state.name == key; });
-    return found == buttons_.end() ? nullptr : &*found;
-}
-
-CommandState* CommandStates::findMenu(QStringView item) {
-    const auto found = std::find_if(menus_.begin(), menus_.end(),
-                                    [item](const CommandState& state) { return sameItem(state.name, item); });
-    return found == menus_.end() ? nullptr : &*found;
 }
 
 }  // namespace lirovan::shell

@@ -41,13 +41,9 @@ class CommandStates {
     /// As shown. An unknown name gives a state that is neither visible nor enabled.
     CommandState button(QStringView key) const;
     CommandState menu(QStringView item) const;
-    std::vector<CommandState> buttons() const;
-    std::vector<CommandState> menus() const;
 
   private:
     CommandState shown(const CommandState& state) const;
-    CommandState* findButton(QStringView key);
-    CommandState* findMenu(QStringView item);
     template <class Change>
     void changeButton(QStringView key, Change change);
     template <class Change>

@@ -29,7 +29,8 @@ void Commands::button(QStringView key) {
     } else if (key == button_key::Arama) {
         showBrowseTab(browse::Tab::Search, status::Bul);
     } else if (key == button_key::Icerik) {
-        showContentWindow();
+        windows_.showContent();
+        setStatus(status::Icerik);
     } else if (key == button_key::Cut) {
         cut();
         frame_.setButtonEnabled(button_key::Cut, false);
@@ -122,20 +123,9 @@ void Commands::toggleContent() {
 }
 
 void Commands::showBrowseTab(browse::Tab tab, QStringView status) {
-    if (windows_.isBrowseMinimized())
-        windows_.restoreBrowse();
-    else
-        windows_.showBrowse();
+    windows_.showBrowse();
     windows_.showTab(tab);
     setStatus(status);
-}
-
-void Commands::showContentWindow() {
-    if (windows_.isContentMinimized())
-        windows_.restoreContent();
-    else
-        windows_.showContent();
-    setStatus(status::Icerik);
 }
 
 void Commands::cut() {

@@ -10,14 +10,13 @@
 
 namespace lirovan::shell {
 
-/// The child windows as the commands see them. "Show" loads a window that is not loaded.
+/// The child windows as the commands see them. "Show" loads a window that is not loaded, and restores one
+/// that is minimised.
 class Windows {
   public:
     virtual ~Windows() = default;
 
     // The browse/search window frm_Arama
-    virtual bool isBrowseMinimized() const = 0;
-    virtual void restoreBrowse() = 0;
     virtual void showBrowse() = 0;
     virtual void hideBrowse() = 0;
     /// Switches tb_Arama; shows the tab's tree and boxes and hides the other's.
@@ -25,8 +24,6 @@ class Windows {
     virtual void sortResults(QStringView key) = 0;  ///< "Kitap", "Konu" or "Oran"
 
     // The shared content window frm_Icerik
-    virtual bool isContentMinimized() const = 0;
-    virtual void restoreContent() = 0;
     virtual void showContent() = 0;
     virtual void unloadContent() = 0;
     virtual void focusContentView() = 0;  ///< the window, then its wb_Icerik
@@ -63,14 +60,10 @@ class Commands {
     /// A menu item by its name, compared without regard to case.
     void menu(QStringView item);
 
-    /// The point size of mnu_yazi: 10 at start.
-    int pointSize() const { return pointSize_; }
-
   private:
     void toggleBrowse();
     void toggleContent();
     void showBrowseTab(browse::Tab tab, QStringView status);
-    void showContentWindow();
     void cut();
     void copy();
     void paste();
@@ -82,7 +75,7 @@ class Commands {
     Windows& windows_;
     platform::Dialogs& dialogs_;
     platform::Printing& printing_;
-    int pointSize_ = 10;
+    int pointSize_ = 10;  // of mnu_yazi
 };
 
 }  // namespace lirovan::shell

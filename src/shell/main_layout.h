@@ -8,8 +8,7 @@ namespace lirovan::shell {
 using platform::Twips;
 using platform::TwipsRect;
 
-/// Room for the other toolbar buttons beside the spacer: after start-up, and after a resize.
-inline constexpr Twips SpacerRoomAtStart{3910};
+/// Room for the other toolbar buttons beside the spacer after a resize.
 inline constexpr Twips SpacerRoom{4600};
 
 enum class WindowState { Normal, Minimized, Maximized };

@@ -95,8 +95,10 @@ void UpdateCheck::check(std::function<void(bool done)> finished) {
         const std::optional<QString> version = body ? manifestVersion(*body) : std::nullopt;
         finished(version.has_value());
         if (!version || !isNewer(*version)) return;
-        dialogs_.show(newVersionMessage(webSite_));
-        download_();
+        whenIdle_([this] {
+            dialogs_.show(newVersionMessage(webSite_));
+            download_();
+        });
     });
 }
 

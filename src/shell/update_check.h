@@ -47,9 +47,16 @@ class ManifestSource {
 
 class UpdateCheck {
   public:
-    UpdateCheck(ManifestSource& source, platform::Dialogs& dialogs, QString webSite,
+    /// Runs what it is given once the user can be spoken to.
+    using Later = std::function<void(std::function<void()>)>;
+
+    UpdateCheck(ManifestSource& source, platform::Dialogs& dialogs, QString webSite, Later whenIdle,
                 std::function<void()> download)
-        : source_(source), dialogs_(dialogs), webSite_(std::move(webSite)), download_(std::move(download)) {}
+        : source_(source),
+          dialogs_(dialogs),
+          webSite_(std::move(webSite)),
+          whenIdle_(std::move(whenIdle)),
+          download_(std::move(download)) {}
 
     /// One check. `finished` hears whether it is done for this run (true) or has to be repeated (false).
     void check(std::function<void(bool done)> finished);
@@ -58,6 +65,7 @@ class UpdateCheck {
     ManifestSource& source_;
     platform::Dialogs& dialogs_;
     QString webSite_;
+    Later whenIdle_;
     std::function<void()> download_;
 };
 

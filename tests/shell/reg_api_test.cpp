@@ -87,11 +87,10 @@ TEST(InstallRecord, IsMadeAtTheFirstStartAndLeftAloneAfterwards) {
 }
 
 TEST(InstallRecord, FollowsAFolderThatMoved) {
-    struct Case {
+    const struct {
         const char* what;
         std::optional<FakeRegistry::Value> before;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"another folder", FakeRegistry::Value{reg::String, QByteArray("C:\\Eski\0", 8)}},
         {"other case", FakeRegistry::Value{reg::String, QByteArray("c:\\lirovan\0", 11)}},
         {"a number", FakeRegistry::Value{reg::Dword, QByteArray("\1\0\0\0", 4)}},
@@ -99,7 +98,7 @@ TEST(InstallRecord, FollowsAFolderThatMoved) {
         {"an empty text without its zero", FakeRegistry::Value{reg::String, {}}},
         {"a key without the value", std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         FakeRegistry registry;
         registry.keys.insert(Key, {});

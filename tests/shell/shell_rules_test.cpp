@@ -1,4 +1,4 @@
-// The rules behind the shell: versions, extra windows, the application folder, places of windows.
+// The rules behind the shell: versions, pages of extra windows, the application folder.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -7,7 +7,6 @@
 
 #include "shell/application_folder.h"
 #include "shell/extra_windows.h"
-#include "shell/main_layout.h"
 #include "shell/update_check.h"
 #include "support/scripted_dialogs.h"
 
@@ -81,10 +80,15 @@ TEST(UpdateCheckTest, OnlyANewerVersionIsToldAndOnlyALoadedManifestIsDone) {
         source.body = c.body;
         test::ScriptedDialogs dialogs;
         int downloads = 0;
-        UpdateCheck check(source, dialogs, u"http://site.example"_s, [&] { ++downloads; });
+        std::function<void()> tell = [] {};
+        UpdateCheck check(
+            source, dialogs, u"http://site.example"_s, [&](auto act) { tell = std::move(act); },
+            [&] { ++downloads; });
         std::optional<bool> done;
         check.check([&](bool value) { done = value; });
         EXPECT_EQ(done, c.done);
+        EXPECT_TRUE(dialogs.messages.empty()) << "the window is busy";
+        tell();
         EXPECT_EQ(downloads, c.told ? 1 : 0);
         ASSERT_EQ(dialogs.messages.size(), c.told ? 1U : 0U);
         if (c.told) {
@@ -93,22 +97,6 @@ TEST(UpdateCheckTest, OnlyANewerVersionIsToldAndOnlyALoadedManifestIsDone) {
                       "yükleyebilirsiniz."_s);
         }
     }
-}
-
-TEST(ExtraWindowsTest, NumbersStartAtOneAndAreNotGivenTwice) {
-    int a = 0, b = 0, c = 0, d = 0;
-    ExtraWindows<int> list;
-    EXPECT_EQ(list.highest(), 0);
-    EXPECT_EQ(list.add(&a), 1);
-    EXPECT_EQ(list.add(&b), 2);
-    EXPECT_EQ(list.add(&c), 3);
-    list.release(2);
-    list.release(0);
-    list.release(99);
-    EXPECT_EQ(list.at(2), nullptr);
-    EXPECT_EQ(list.at(-1), nullptr);
-    EXPECT_EQ(list.add(&d), 4);
-    EXPECT_EQ(list.open(), (std::vector<int*>{&a, &c, &d}));
 }
 
 TEST(ExtraWindowsTest, ACopiedPageHasAbsoluteImagesAndNoHomeEntry) {
@@ -163,11 +151,4 @@ TEST(ApplicationFolderTest, AFolderThatCannotBeFilledIsReported) {
         applicationFolder({std::nullopt, temporary.path() + u"/bin"_s, root.filePath(u"share"_s), blocked});
     ASSERT_FALSE(folder);
     EXPECT_TRUE(folder.error().message.contains(blocked));
-}
-
-TEST(MainLayoutTest, WidthsFollowTheMainWindowAndItsStateAndTheScreen) {
-    EXPECT_EQ(browseWidth(Twips{20490}, WindowState::Maximized), Twips{4815});
-    EXPECT_EQ(browseWidth(Twips{13660}, WindowState::Normal).value, 13660.0 / 3 + 500);
-    EXPECT_EQ(firstNormalPlace(Twips{20490}, Twips{11520}, Twips{7}),
-              (TwipsRect{Twips{4098}, Twips{7}, Twips{13660}, Twips{7680}}));
 }

@@ -1,4 +1,4 @@
-// Splash, help and about windows as the user meets them.
+// Splash and help windows as the user meets them.
 #include <gtest/gtest.h>
 
 #include <QLabel>
@@ -9,7 +9,6 @@
 
 #include "shell/settings_registry.h"
 #include "shell/ui/frmGiris.h"
-#include "shell/ui/frmHakkinda.h"
 #include "shell/ui/frm_yardim.h"
 #include "support/fake_windows.h"
 
@@ -48,17 +47,15 @@ TEST(Help, ShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
     EXPECT_EQ(help.lblIcerik->text(), u"      Yukarıdaki konulardan birini seçin."_s);
     EXPECT_FALSE(help.lblKBaslik->isVisible());
 
-    struct Case {
+    const struct {
         QString button, title, text, word;
         std::optional<browse::Tab> tab;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {u"cmdKitap"_s, u"Kitaplar"_s, u"lblKitaplar"_s, u"çift tıklayın"_s, browse::Tab::Books},
-        {u"cmdArama"_s, u"Arama"_s, u"lblArama"_s, u"Tüm Kelimeleri İçeren Konuları Bul"_s,
-         browse::Tab::Search},
+        {u"cmdArama"_s, u"Arama"_s, u"lblArama"_s, u"Tüm Kelimeleri"_s, browse::Tab::Search},
         {u"cmdNot"_s, u"Not Defteri"_s, u"lblNotlar"_s, u"Düzen → Yapıştır"_s, std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(qPrintable(c.button));
         tab.reset();
         auto* button = help.findChild<QToolButton*>(c.button);
@@ -79,15 +76,6 @@ TEST(Help, ShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
     EXPECT_TRUE(help.helpShown);
     help.reject();
     EXPECT_FALSE(help.helpShown);
-}
-
-TEST(About, NamesProductMakerAndVersion) {
-    frmHakkinda about;
-    EXPECT_EQ(about.windowTitle(), u"Hakkında"_s);
-    EXPECT_EQ(about.Frame1->lblCompanyProduct->text(), u"Veskaran`nin"_s);
-    EXPECT_EQ(about.Frame1->lblProductName->text(), u"Lirovan"_s);
-    EXPECT_EQ(about.Label2->text(), u"  Versiyon: 5.1"_s);
-    EXPECT_FALSE(about.Frame1->imgLogo->pixmap().isNull());
 }
 
 }  // namespace

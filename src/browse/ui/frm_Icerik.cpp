@@ -39,7 +39,6 @@ QWidget* pageSurface(WebView* page, WebView* startPage) {
     page->setObjectName(u"wb_Icerik"_s);
     page->setAccessibleName(u"Sayfa"_s);
     layout->addWidget(page);
-    if (!startPage) return surface;
     startPage->setObjectName(u"wb_Icerik2"_s);
     startPage->setAccessibleName(u"Giriş Sayfası"_s);
     layout->addWidget(startPage);

@@ -35,8 +35,8 @@ class frm_Icerik : public platform::MdiChild {
     ContentWindow& decisions_;
 };
 
-/// A page view and, in its place, the start page, in a surface of their own with a margin that takes the
-/// right mouse button.
+/// A page view and, shown in its place, the start page, in a surface of their own with a margin that takes
+/// the right mouse button.
 QWidget* pageSurface(platform::WebView* page, platform::WebView* startPage);
 
 /// Whether `event` is a press of the right button on a window's own surface, outside its page views and title

@@ -1,5 +1,6 @@
 #include "shell/ui/KitaplarMDI.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -30,6 +31,8 @@ constexpr int FontSizeAtStart = 12;
 constexpr int FrameMs = 16;
 
 constexpr int CloseAgainMs = 20;
+
+constexpr std::chrono::milliseconds IdleAgain{500};
 
 // Smaller than that, a 1366 × 768 screen at double scale could not show the window.
 constexpr QSize LeastSize{480, 320};
@@ -150,6 +153,7 @@ bool KitaplarMDI::load() {
     windows_->showBrowse();
     windows_->loadedBrowseWindow()->bookTree().setFocus();
     frame_->hidePageButtonsAtStart();
+    loaded_ = true;
     return true;
 }
 
@@ -174,10 +178,13 @@ void KitaplarMDI::startUpdateCheck() {
     const QUrl manifest = onServer(services_.updateServer, ManifestPath);
     if (!manifest.isValid()) return;
     manifest_ = std::make_unique<ManifestDownload>(manifest);
-    updateCheck_ = std::make_unique<UpdateCheck>(*manifest_, services_.dialogs, services_.webSite, [this] {
-        windows_->contentWindow().wb_Icerik2->navigate(
-            onServer(services_.updateServer, InstallerPath).toString());
-    });
+    updateCheck_ = std::make_unique<UpdateCheck>(
+        *manifest_, services_.dialogs, services_.webSite,
+        [this](std::function<void()> tell) { whenIdle(std::move(tell)); },
+        [this] {
+            windows_->contentWindow().wb_Icerik2->navigate(
+                onServer(services_.updateServer, InstallerPath).toString());
+        });
     connect(&tmrVersion, &QTimer::timeout, this, &KitaplarMDI::GetXMLCheckVers);
     tmrVersion.setSingleShot(true);
     tmrVersion.start(FirstCheck);
@@ -188,6 +195,14 @@ void KitaplarMDI::GetXMLCheckVers() {
     updateCheck_->check([this](bool done) {
         if (!done) tmrVersion.start(NextCheck);
     });
+}
+
+// Not over a long first import, a search or another dialog.
+void KitaplarMDI::whenIdle(std::function<void()> act) {
+    const bool idle = loaded_ && isVisible() && !windows_->isBusy() && !QApplication::activeModalWidget() &&
+                      !QApplication::activePopupWidget();
+    if (idle) return act();
+    QTimer::singleShot(IdleAgain, this, [this, act = std::move(act)]() mutable { whenIdle(std::move(act)); });
 }
 
 void KitaplarMDI::showMain() {

@@ -44,6 +44,8 @@ class KitaplarMDI : public QMainWindow {
     bool openLibrary();
     void startUpdateCheck();
     void GetXMLCheckVers();
+    /// Calls `act` as soon as the window is shown and neither it nor a dialog keeps the user waiting.
+    void whenIdle(std::function<void()> act);
     void showMain();
     void sizeChanged();
     WindowState state() const;
@@ -57,6 +59,7 @@ class KitaplarMDI : public QMainWindow {
     std::unique_ptr<ManifestSource> manifest_;
     std::unique_ptr<UpdateCheck> updateCheck_;
     QTimer tmrVersion;
+    bool loaded_ = false;
     bool sizedOnce_ = false;
     bool sizing_ = false;
     bool maximizeWanted_ = false;

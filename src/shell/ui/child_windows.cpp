@@ -133,10 +133,6 @@ std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
     return services_.engine;
 }
 
-browse::ContentView& ChildWindows::contentView() {
-    return *contentPort_;
-}
-
 void ChildWindows::arrange(platform::Twips browseWidth) {
     if (browse_) {
         platform::TwipsRect place = browse_->place();
@@ -183,10 +179,6 @@ void ChildWindows::stopRun() {
 
 // ---- The browse window ----
 
-void ChildWindows::restoreBrowse() {
-    browseWindow().bringForward();
-}
-
 void ChildWindows::showBrowse() {
     browseWindow().bringForward();
 }
@@ -204,10 +196,6 @@ void ChildWindows::sortResults(QStringView key) {
 }
 
 // ---- The shared content window ----
-
-void ChildWindows::restoreContent() {
-    contentWindow().bringForward();
-}
 
 void ChildWindows::showContent() {
     contentWindow().bringForward();
@@ -260,14 +248,12 @@ void ChildWindows::nextHit() {
 }
 
 void ChildWindows::setActiveZoom(double factor) {
-    if (auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow())) {
-        extra->wb_Icerik->setZoom(factor);
-        return;
-    }
+    const auto zoom = [factor](auto& window) {
+        for (WebView* page : {window.wb_Icerik, window.wb_Icerik2}) page->setZoom(factor);
+    };
+    if (auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow())) return zoom(*extra);
     zoom_ = factor;
-    if (!content_) return;
-    content_->wb_Icerik->setZoom(factor);
-    content_->wb_Icerik2->setZoom(factor);
+    if (content_) zoom(*content_);
 }
 
 void ChildWindows::sendCut() {

@@ -42,7 +42,6 @@ class ChildWindows : public QObject, public Windows {
     search::frm_Arama* loadedBrowseWindow() const { return browse_; }
     browse::frm_Icerik& contentWindow();
     browse::frm_Icerik* loadedContentWindow() const { return content_; }
-    browse::ContentView& contentView();
 
     /// The main window was resized: the browse window's width, then both places.
     void arrange(platform::Twips browseWidth);
@@ -59,14 +58,10 @@ class ChildWindows : public QObject, public Windows {
     void ReOrderPos();
     void SetPosZero();
 
-    bool isBrowseMinimized() const override { return browse_ && browse_->isMinimized(); }
-    void restoreBrowse() override;
     void showBrowse() override;
     void hideBrowse() override;
     void showTab(browse::Tab tab) override;
     void sortResults(QStringView key) override;
-    bool isContentMinimized() const override { return content_ && content_->isMinimized(); }
-    void restoreContent() override;
     void showContent() override;
     void unloadContent() override;
     void focusContentView() override;
@@ -91,6 +86,7 @@ class ChildWindows : public QObject, public Windows {
   private:
     class ContentPort;
 
+    bool isBrowseMinimized() const { return browse_ && browse_->isMinimized(); }
     bool isSearching() const { return searchTab_ && searchTab_->decisions().isRunning(); }
 
     void loadBrowse();

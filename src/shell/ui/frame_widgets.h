@@ -63,7 +63,6 @@ class FrameWidgets : public QObject, public platform::MainFrame {
     /// The items of mnu_yazi, for menus of the pages themselves.
     QList<QAction*> typeSizeItems() const;
 
-    const CommandStates& states() const { return states_; }
     MainToolBar& toolBar() const { return *toolBar_; }
 
   Q_SIGNALS:

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "browse/content_window.h"
+#include "browse/page_file.h"
 #include "browse/ui/frm_Icerik.h"
 #include "platform/ui/clipboard.h"
 #include "platform/ui/icons.h"
@@ -50,8 +51,8 @@ constexpr Entry Buttons[] = {
 frm_IcerikN::frm_IcerikN(Parts parts, int number)
     : MdiChild(u"frm_IcerikN"_s),
       wb_Icerik(new WebView(parts.engine, parts.dialogs)),
+      wb_Icerik2(new WebView(parts.engine, parts.dialogs)),
       parts_(std::move(parts)),
-      number_(number),
       fontSize_(parts_.frame.fontSize()),
       Toolbar1(new QToolBar),
       hits_(*wb_Icerik, [this](QStringView key, bool enabled) {
@@ -66,8 +67,11 @@ frm_IcerikN::frm_IcerikN(Parts parts, int number)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(Toolbar1);
-    layout->addWidget(browse::pageSurface(wb_Icerik, nullptr), 1);
+    layout->addWidget(browse::pageSurface(wb_Icerik, wb_Icerik2), 1);
+    wb_Icerik->setShown(true);
+    wb_Icerik2->setShown(false);
     setWidget(surface);
+    wb_Icerik2->navigate(parts_.folder.pageText(browse::StartPageOfWindow));
 
     connect(wb_Icerik, &WebView::gotFocus, this,
             [this] { browse::pageFocused(parts_.frame, platform::clipboardHasText()); });

@@ -36,8 +36,7 @@ class frm_IcerikN : public platform::MdiChild {
     frm_IcerikN(Parts parts, int number);
 
     platform::WebView* const wb_Icerik;
-
-    int number() const { return number_; }
+    platform::WebView* const wb_Icerik2;
 
     /// Shows a page; waits until it is there.
     void fill(const CopiedPage& page);
@@ -61,7 +60,6 @@ class frm_IcerikN : public platform::MdiChild {
     void activated();
 
     Parts parts_;
-    int number_;
     int fontSize_;
     QToolBar* Toolbar1;
     search::HitPositions hits_;
