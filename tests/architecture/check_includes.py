@@ -8,6 +8,7 @@ import pathlib
 import re
 import sys
 
+CHECKOUT = pathlib.Path(__file__).resolve().parents[2]
 PLATFORM = {"platform/core", "platform/ui"}
 CORES = {"browse", "search", "notes", "shell"}
 ALLOWED = {
@@ -66,7 +67,7 @@ def faults(root):
 
 
 def main():
-    root = pathlib.Path(sys.argv[1]) / "src"
+    root = (pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else CHECKOUT) / "src"
     found = list(faults(root))
     print("\n".join(found) if found else "every include follows the layers")
     return 1 if found else 0
