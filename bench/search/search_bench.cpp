@@ -92,7 +92,9 @@ void rg(const Sample& sample, const QString& pattern) {
 // One program's search engine, as the window holds it.
 struct Engine {
     explicit Engine(const Sample& sample)
-        : library(must(data::Library::openFile(sample.library, OpenMode::ReadWrite))) {}
+        : library(must(data::Library::openFile(sample.library, OpenMode::ReadWrite))) {
+        engine.keepTexts();
+    }
     qint64 search(QString query) {
         search::SearchOptions options{.clearResult = true};
         search::RunHost host;

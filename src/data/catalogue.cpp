@@ -137,22 +137,25 @@ QString topicRowSpan() {
     return u"SELECT min(rowid), max(rowid) FROM tbl_Konu"_s;
 }
 
+QString lastTopicRow() {
+    return u"SELECT max(rowid) FROM tbl_Konu"_s;
+}
+
+QString fileVersion() {
+    return u"PRAGMA data_version"_s;
+}
+
+QString ownChanges() {
+    return u"SELECT total_changes()"_s;
+}
+
 QString headingByRow() {
     return u"SELECT KonuBaslik FROM tbl_KonuBaslik WHERE rowid=?"_s;
 }
 
 QString variants(QStringView word) {
-    return u"SELECT KelimeKontYazili, KelimeKontAra FROM tbl_KelimeKont WHERE KelimeKontYazili Like "_s +
-           quoted(word) + u" ORDER BY LEN(KelimeKontAra) DESC "_s;
-}
-
-QString variantsOf(QStringView word) {
     return u"SELECT KelimeKontYazili, KelimeKontAra FROM tbl_KelimeKont WHERE KelimeKontYazili="_s +
            quoted(word) + u" ORDER BY LEN(KelimeKontAra) DESC"_s;
-}
-
-QString variantExists(QStringView searchForm) {
-    return u"SELECT KelimeKontID FROM tbl_KelimeKont WHERE KelimeKontAra="_s + quoted(searchForm);
 }
 
 QString insertVariant(QStringView written, QStringView searchForm) {

@@ -52,20 +52,20 @@ QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no 
 
 /// The rows that a statement of topicsOfAuthor() or topicsOfBook() reads, in its order but without their
 /// texts: 0 row id in tbl_Konu, 1 KonuID, 2 KitapID, 3 row id in tbl_KonuBaslik. Sorting then carries no
-/// texts, and a search reads what it needs straight from its row, with the two statements below.
+/// texts, and a search reads what it needs straight from its row, with the statements below.
 QString topicRows(const QString& topicsStatement);
 QString topicTextsFromRow();  ///< 0 Konu, 1 row id, by ascending row id; parameter 1: the first one
 QString topicRowSpan();       ///< 0 the first row id of tbl_Konu, 1 the last
+QString lastTopicRow();       ///< 0 the last row id of tbl_Konu
 QString headingByRow();       ///< 0 KonuBaslik; the row id goes into parameter 1
 
 /// KelimeKontYazili, KelimeKontAra of the rows whose written form equals `word` without regard to case,
-/// longest search form first. The word goes into a LIKE pattern: the caller passes it without quote marks.
+/// longest search form first; found by way of an index.
 QString variants(QStringView word);
-/// The same rows for a word that is no pattern, found by way of an index.
-QString variantsOf(QStringView word);
-QString variantExists(QStringView searchForm);  ///< KelimeKontID
 QString insertVariant(QStringView written, QStringView searchForm);
 QString deleteVariants();
-QString copyInto();  ///< writes the whole file anew; its path goes into parameter 1
+QString fileVersion();  ///< 0 a number that changes when another connection changes the file
+QString ownChanges();   ///< 0 rows changed by this connection
+QString copyInto();     ///< writes the whole file anew; its path goes into parameter 1
 
 }  // namespace lirovan::data::catalogue

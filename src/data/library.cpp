@@ -105,7 +105,7 @@ Result<Rows<Heading>> Library::headings(BookId book) const {
 }
 
 Result<Rows<Variant>> Library::variants(QStringView word) const {
-    return rows<Variant>(database_, catalogue::variantsOf(word));
+    return rows<Variant>(database_, catalogue::variants(word));
 }
 
 Result<std::optional<Author>> Library::author(AuthorId author) const {

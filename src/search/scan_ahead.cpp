@@ -8,6 +8,7 @@ namespace lirovan::search {
 using platform::Result;
 using platform::Statement;
 using platform::Step;
+using platform::Transaction;
 
 namespace {
 
@@ -23,12 +24,36 @@ constexpr unsigned MostWorkers = 7;
 // wanted is usually the next one, and seeking it would take as long as reading it.
 class ScanAhead::Reader {
   public:
-    explicit Reader(const data::Library& library)
-        : statement_(library.query(data::catalogue::topicTextsFromRow())) {}
+    /// Over the library's own connection.
+    Reader(const data::Library& library, KeptTexts* kept) : library_(library), kept_(kept) {}
+    /// Over a connection of its own, for another thread.
+    static Reader ofThread(const data::Library& library, KeptTexts* kept) {
+        Reader reader(library, kept);
+        reader.connects_ = true;
+        return reader;
+    }
 
     /// Valid until the next call. A row that is gone has no text.
     Result<std::string_view> text(qint64 row) {
-        if (!statement_) return statement_.error();
+        if (!kept_) return stored(row);
+        if (const auto text = kept_->text(row)) return *text;
+        const std::optional<qint64> first = kept_->blockOf(row);
+        if (!first) return stored(row);
+        block_.bytes.clear();
+        for (size_t i = 0; i < block_.ends.size(); ++i) {
+            const Result<std::string_view> text = stored(*first + static_cast<qint64>(i));
+            if (!text) return text.error();
+            block_.bytes += *text;
+            block_.ends[i] = block_.bytes.size();
+        }
+        kept_->keep(*first, block_);
+        return *kept_->text(row);
+    }
+
+  private:
+    Result<std::string_view> stored(qint64 row) {
+        if (!statement_)
+            if (const Result<void> opened = open(); !opened) return opened.error();
         Result<Step> step = Step::Done;
         if (at_ && *at_ + 1 == row) step = statement_->step();
         if (!step) return step.error();
@@ -39,24 +64,46 @@ class ScanAhead::Reader {
         return found ? statement_->utf8(0) : std::string_view();
     }
 
-  private:
+    Result<void> open() {
+        if (connects_) {
+            Result<data::Library> own = library_.reopened();
+            if (!own) return own.error();
+            own_ = std::move(*own);
+            // Held to the end: taking the lock anew for every row would cost more than reading it.
+            if (Result<Transaction> reading = Transaction::beginReading(own_->database()); reading)
+                reading_.emplace(std::move(*reading));
+        }
+        Result<Statement> statement = (own_ ? *own_ : library_).query(data::catalogue::topicTextsFromRow());
+        if (!statement) return statement.error();
+        statement_ = std::move(*statement);
+        return {};
+    }
+
     Result<Step> seek(qint64 row) {
         if (const Result<void> reset = statement_->reset(); !reset) return reset.error();
         if (const Result<void> bound = statement_->bind(1, row); !bound) return bound.error();
         return statement_->step();
     }
 
-    Result<Statement> statement_;
+    const data::Library& library_;
+    KeptTexts* kept_;
+    bool connects_ = false;
+    std::optional<data::Library> own_;
+    std::optional<Transaction> reading_;
+    std::optional<Statement> statement_;
     std::optional<qint64> at_;  // the row that was read last
+    KeptTexts::Block block_;
 };
 
-ScanAhead::ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows)
+ScanAhead::ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows,
+                     KeptTexts* kept)
     : library_(library),
       scanner_(scanner),
+      kept_(kept),
       rows_(std::move(rows)),
       matches_(rows_.size()),
       chunks_((rows_.size() + ChunkSize - 1) / ChunkSize),
-      reader_(std::make_unique<Reader>(library)) {
+      reader_(std::make_unique<Reader>(library, kept)) {
     std::sort(rows_.begin(), rows_.end());
     if (rows_.size() >= WorthSharing && !library_.path().isEmpty()) startWorkers();
 }
@@ -72,11 +119,7 @@ void ScanAhead::startWorkers() {
 }
 
 void ScanAhead::work() {
-    const Result<data::Library> library = library_.reopened();
-    // Without a connection this worker leaves everything to the others.
-    if (!library) return;
-    const auto reading = platform::Transaction::beginReading(library->database());
-    Reader reader(*library);
+    Reader reader = Reader::ofThread(library_, kept_);
     while (!stop_ && scanChunk(reader)) {
     }
 }

@@ -15,15 +15,17 @@
 #include <vector>
 
 #include "data/library.h"
+#include "search/kept_texts.h"
 #include "search/topic_scanner.h"
 
 namespace lirovan::search {
 
 class ScanAhead {
   public:
-    /// `rows`: row ids of topics, each once, in any order; rows that do not exist match nothing. `library`
-    /// and `scanner` outlive this object.
-    ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows);
+    /// `rows`: row ids of topics, each once, in any order; rows that do not exist match nothing. `kept`,
+    /// where there is one, gives texts and gets those that it lacks. All outlive this object.
+    ScanAhead(const data::Library& library, const TopicScanner& scanner, std::vector<qint64> rows,
+              KeptTexts* kept);
     /// The workers end after the topic that each has at hand.
     ~ScanAhead();
     ScanAhead(const ScanAhead&) = delete;
@@ -51,6 +53,7 @@ class ScanAhead {
 
     const data::Library& library_;
     const TopicScanner& scanner_;
+    KeptTexts* kept_;
     std::vector<qint64> rows_;   // ascending: read otherwise, most would bring in a page of their own
     std::vector<char> matches_;  // by place in rows_; to be read once its chunk is done
     std::vector<std::atomic<State>> chunks_;  // stretches of rows_ that are taken at once

@@ -153,10 +153,12 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
     Result<Statement> rows =
         library_.query(wanted.value == 0 ? catalogue::authors() : catalogue::authorInOrder(wanted));
     if (!rows) return rows.error();
+    if (kept_) kept_->refresh();
     // Begun before the outline is read: which topics match does not depend on their order.
     if (wanted.value == 0 && listing.order != ListOrder::None)
         if (std::vector<qint64> all = outline_.allRows(); !all.empty())
-            listing.scan = std::make_unique<ScanAhead>(library_, listing.scanner, std::move(all));
+            listing.scan =
+                std::make_unique<ScanAhead>(library_, listing.scanner, std::move(all), kept_.get());
     for (; !listing.stopped; ++listing.authorIndex) {
         const Result<Step> step = rows->step();
         if (!step) return step.error();
@@ -188,7 +190,7 @@ Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
         std::vector<qint64> rows;
         rows.reserve(static_cast<size_t>(topics.size()));
         for (const TopicRow& topic : topics) rows.push_back(topic.row);
-        ofAuthor = std::make_unique<ScanAhead>(library_, listing.scanner, std::move(rows));
+        ofAuthor = std::make_unique<ScanAhead>(library_, listing.scanner, std::move(rows), kept_.get());
     }
     ScanAhead& scan = listing.scan ? *listing.scan : *ofAuthor;
 

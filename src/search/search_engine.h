@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 #include <optional>
 
 #include "data/library.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/result.h"
+#include "search/kept_texts.h"
 #include "search/result_tree.h"
 #include "search/search_run.h"
 #include "search/topic_outline.h"
@@ -50,6 +52,9 @@ class SearchEngine {
     /// `library` and `tree` outlive the engine.
     SearchEngine(const data::Library& library, ResultTree& tree) : library_(library), tree_(tree) {}
 
+    /// Keeps the topic texts from one run to the next, for who searches more than once.
+    void keepTexts() { kept_ = std::make_unique<KeptTexts>(library_); }
+
     /// Everything up to the word list: cleans `query` (in place), gives the run its number, adds I variants
     /// and table variants, and asks about single letters, which turns `options.wholeWord` on. Nothing where
     /// the run ends here; `end` tells why.
@@ -80,6 +85,7 @@ class SearchEngine {
     const data::Library& library_;
     ResultTree& tree_;
     TopicOutline outline_{library_};
+    std::unique_ptr<KeptTexts> kept_;
     RunStores stores_;
     int AramaNo_ = 0;
     data::BookId AktifKitapID_;  // as of the last listing in book order

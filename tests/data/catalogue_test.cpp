@@ -70,7 +70,6 @@ TEST(Catalogue, EveryStatementFindsItsRows) {
         {catalogue::topicsOfBook(HiddenBook, TopicOrder::Heading), u"KonuID", u""},
         {catalogue::variants(u"Kur'an"), u"KelimeKontAra", u"Kur`an Kuran"},
         {catalogue::variants(u"' OR 1=1 --"), u"KelimeKontAra", u""},
-        {catalogue::variantExists(u"Kuran"), u"KelimeKontID", u"1"},
     };
     for (const auto& one : cases)
         EXPECT_EQ(values(library, one.sql, one.column), one.expected) << one.sql.toStdString();
@@ -96,5 +95,5 @@ TEST(Catalogue, RewritesTheVariantTable) {
     ASSERT_TRUE(library.execute(catalogue::insertVariant(u"kur'ân'ın", u"kur`ân`ın")));
     EXPECT_EQ(values(library, catalogue::variants(u"KUR'ÂN'IN"), u"KelimeKontYazili"), u"kur'ân'ın");
     ASSERT_TRUE(library.execute(catalogue::deleteVariants()));
-    EXPECT_EQ(values(library, catalogue::variants(u"%"), u"KelimeKontYazili"), u"");
+    EXPECT_EQ(values(library, catalogue::variants(u"kur'ân'ın"), u"KelimeKontYazili"), u"");
 }

@@ -227,6 +227,27 @@ TEST(SearchEngine, KeepsWhatWasListedWhenStopped) {
     EXPECT_EQ(tree.run(0).children.size(), 1u);
 }
 
+TEST(SearchEngine, SeesChangesInTextsThatItKeeps) {
+    test::LibraryFile file = library();
+    const data::Library open = file.open();
+    ResultTree tree;
+    SearchEngine engine(open, tree);
+    engine.keepTexts();
+    auto record = [&, run = 0]() mutable {
+        SearchOptions options;
+        RunHost host;
+        QString query = u"ilim"_s;
+        EXPECT_TRUE(engine.listele(query, ListOrder::Kitap, query, options, {}, host));
+        return engine.stores().find(++run)->IsabetKaydi;
+    };
+    EXPECT_EQ(record(), u"$#3;18#1;4;19$#40000;4");
+    EXPECT_EQ(record(), u"$#3;18#1;4;19$#40000;4");
+    file.execute(u"UPDATE tbl_Konu SET Konu='<p>bir ilim' WHERE KonuID=2");  // another program
+    EXPECT_EQ(record(), u"$#3;18#1;4;19#2;8$#40000;4");
+    ASSERT_TRUE(open.execute(u"DELETE FROM tbl_Konu WHERE KonuID=1"_s));  // over the same connection
+    EXPECT_EQ(record(), u"$#3;18#2;8$#40000;4");
+}
+
 TEST(SearchEngine, RemovesARunThatListsNothing) {
     const test::LibraryFile file = library();
     const Listed nothing = runOf(file.open(), u"bulunmaz"_s);
