@@ -61,7 +61,9 @@ class SearchWindow::Busy {
     SearchWindow& window_;
 };
 
-SearchWindow::SearchWindow(Parts parts) : parts_(std::move(parts)), engine_(parts_.library, parts_.tree) {}
+SearchWindow::SearchWindow(Parts parts) : parts_(std::move(parts)), engine_(parts_.library, parts_.tree) {
+    engine_.keepTexts();
+}
 
 void SearchWindow::cmd_Bul_Click() {
     if (isRunning()) return;
@@ -122,20 +124,25 @@ void SearchWindow::listele(QString& query, ListOrder order) {
     {
         const Busy busy(*this);
         parts_.frame.setToolText(ProgressText.toString());
-        parts_.frame.setProgressVisible(true);
-        parts_.frame.setToolTextVisible(true);
-        parts_.view.setNoDropPointer(true);
+        if (!text::trimBlanks(query).isEmpty()) {
+            parts_.frame.setProgressVisible(true);
+            parts_.frame.setToolTextVisible(true);
+            parts_.view.setNoDropPointer(true);
+        }
         SearchOptions options = parts_.view.options();
         const Result<RunResult> result = engine_.listele(query, order, parts_.view.searchText(), options,
                                                          parts_.frame.selectedBooks(), *this);
-        followNewestBook();
-        parts_.view.letEventsRun();
-        if (!result)
+        if (!result) {
             parts_.dialogs.show(failure(result.error()));
-        else if (result->end == RunResult::End::Listed)
+        } else if (result->end == RunResult::End::Listed) {
+            followNewestBook();
+            parts_.view.letEventsRun();
             closeRun(*result);
-        else if (result->end == RunResult::End::Cancelled)
+        } else if (result->end == RunResult::End::Cancelled) {
+            // From the query too: sorting it again would bring the letters back.
+            SonSorgu_ = withoutSingleLetters(SonSorgu_);
             parts_.view.setSearchText(withoutSingleLetters(parts_.view.searchText()));
+        }
         parts_.frame.setProgressVisible(false);
         parts_.frame.setToolTextVisible(false);
         parts_.view.setNoDropPointer(false);

@@ -108,6 +108,7 @@ TEST_F(SearchWindowTest, AnswersAnEmptyBoxAndAnEmptyQuery) {
     EXPECT_EQ(dialogs.messages.back().text, u"Aranacak kelime girmediniz!");
     EXPECT_EQ(dialogs.messages.back().title, u"Arama Hatası");
     expectIdle();
+    view.onEvents = [] { ADD_FAILURE() << "nothing is under way that could be shown"; };
     find(u"   "_s);
     find(u"?!"_s);
     EXPECT_EQ(dialogs.messages.size(), 1u);
@@ -138,9 +139,17 @@ TEST_F(SearchWindowTest, LeavesNoLetterBehindWhenTheWarningIsCancelled) {
     EXPECT_FALSE(view.boxes.wholeWord);
     EXPECT_EQ(tree.runCount(), 0);
     expectIdle();
+    EXPECT_EQ(window.SonSorgu(), u"irfan");
     find(u"a irfan"_s);
     EXPECT_TRUE(view.boxes.wholeWord);
     EXPECT_EQ(dialogs.messages.size(), 2u);
+    // Sorting warns again, and Cancel there takes the letters out of the query that is sorted.
+    dialogs.answer(Answer::Cancel);
+    window.mnu_Sirala_Click(u"Konu");
+    EXPECT_EQ(window.SonSorgu(), u"irfan");
+    EXPECT_EQ(view.text, u"irfan");
+    EXPECT_EQ(dialogs.messages.size(), 3u);
+    expectIdle();
 }
 
 TEST_F(SearchWindowTest, RunsOneThingAtATime) {
