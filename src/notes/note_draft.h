@@ -2,15 +2,24 @@
 // take it away. It exists only while there is something to lose.
 #pragma once
 
-#include <QLockFile>
+#include <QByteArray>
 #include <QString>
 #include <memory>
 #include <optional>
 
 #include "notes/notes_database.h"
 #include "platform/core/paths.h"
+#include "platform/core/rtf/document.h"
 
 namespace lirovan::notes {
+
+/// A text on its way into a note.
+struct Unsaved {
+    NoteId note;         ///< 0: a new one
+    QString title;       ///< of a saved note
+    QByteArray version;  ///< of the NotRTF that the text is to replace
+    platform::rtf::Document text;
+};
 
 class NoteDraft {
   public:
@@ -20,14 +29,22 @@ class NoteDraft {
     /// write there, goes without.
     static NoteDraft in(const platform::AppFolder& folder);
 
-    /// What an earlier run left; `date` is not used.
-    std::optional<Note> left() const;
-    void keep(const Note& note) const;
+    /// Tells two states of a note apart.
+    static QByteArray version(const QString& notRtf);
+
+    /// What was left here: by the last run, or else the oldest text that was set aside.
+    std::optional<Unsaved> left() const;
+    /// Writes in the background, since a text may be megabytes long. `replaces` is the NotRTF that
+    /// Unsaved::version stands for, which is worked out there.
+    void keep(Unsaved text, const QString& replaces) const;
     void clear() const;
+    /// Makes room for another text: what was kept stays until left() has given it and clear() was called.
+    /// False when nothing is kept.
+    bool setAside() const;
 
   private:
-    QString path_;
-    std::shared_ptr<QLockFile> lock_;
+    struct State;
+    std::shared_ptr<State> state_;
 };
 
 }  // namespace lirovan::notes

@@ -51,42 +51,45 @@ NoteEditor::NoteEditor(Parts parts, OpenNotes openNotes, std::function<QDate()> 
 void NoteEditor::load(NoteDraft draft) {
     parts_.window.setCaption(QStringLiteral("Not Defteri"));
     draft_ = std::move(draft);
-    Result<NotesDatabase> notes = openNotes_();
-    if (notes)
-        NotBaglanti_ = std::move(*notes);
-    else
+    if (const Result<void> opened = connect(); !opened)
         parts_.dialogs.show(platform::errorMessage(
             QStringLiteral(
                 "Not dosyası açılamadı.\n%1\n\nNot defterine yazabilirsiniz; kaydederken dosya yeniden "
                 "denenecek.")
-                .arg(notes.error().message),
+                .arg(opened.error().message),
             QStringLiteral("Not Defteri")));
-    storedText_ = storedRtf(parts_.box.document());
     selectionChanged();
     clipboardChanged();
 
-    if (const std::optional<Note> left = draft_.left()) offerDraft(*left);
+    while (const std::optional<Unsaved> left = draft_.left()) {
+        if (offerDraft(*left)) break;
+        draft_.clear();
+    }
 }
 
 // The draft stays on the disk until its text is saved or given up.
-void NoteEditor::offerDraft(const Note& left) {
+bool NoteEditor::offerDraft(const Unsaved& left) {
     const Answer answer = parts_.dialogs.show(
         {QStringLiteral(
              "Kaydedilmemiş bir not bulundu. Açmak istiyor musunuz?\n\n\"Hayır\" derseniz bu metin "
              "silinir."),
          QStringLiteral("Not Defteri"), Icon::Question, Buttons::YesNo});
-    if (answer != Answer::Yes) return draft_.clear();
-    if (left.id.value > 0) {
+    if (answer != Answer::Yes) return false;
+    if (left.note.value > 0) {
         // Shown as the stored note with the changes that were not saved.
-        const Result<std::optional<Note>> row = NotBaglanti_.find(left.id);
+        const Result<std::optional<Note>> row = NotBaglanti_.find(left.note);
         if (row && *row)
             put(**row);
         else
-            txt_invisible_ = left.id, NotBasligi_ = left.title;
+            txt_invisible_ = left.note, NotBasligi_ = left.title;
+        // The note may have changed since; then the text was not made from what is stored now, and saving
+        // meets a conflict.
+        if (NoteDraft::version(storedRtf_) != left.version) storedRtf_.clear();
         parts_.window.setCaption(captionOf(NotBasligi_));
     }
-    parts_.box.setDocument(textOf(left.rtf));
+    parts_.box.setDocument(left.text);
     parts_.box.moveToEnd();
+    return true;
 }
 
 // --- Saving
@@ -117,13 +120,14 @@ void NoteEditor::saveNew() {
 
 bool NoteEditor::insertAs(const QString& title) {
     if (!ensureOpen()) return false;
-    const QString text = storedRtf(parts_.box.document());
-    const Result<NoteId> key = NotBaglanti_.add(title, text, today_());
+    const rtf::Document text = parts_.box.document();
+    const QString rtf = storedRtf(text);
+    const Result<NoteId> key = NotBaglanti_.add(title, rtf, today_());
     if (!key) return fail(key.error()), false;
     NotBasligi_ = title;
     txt_invisible_ = *key;
     parts_.window.setCaption(captionOf(title));
-    wasStored(text);
+    wasStored(text, rtf);
     return true;
 }
 
@@ -136,32 +140,30 @@ void NoteEditor::saveExisting() {
         return;
     }
     const Note& stored = **row;
-    // Another program may have saved this note meanwhile; then only changes made here are worth a question.
-    const bool changedElsewhere = stored.rtf != storedRtf_;
-    parts_.scratch.setDocument(textOf(stored.rtf));
-    const bool same = sameText(parts_.box.document(), parts_.scratch.document());
-    parts_.scratch.setDocument({});
-    if (same) {
+    const rtf::Document text = parts_.box.document();
+    const bool changedHere = !sameText(text, stored_);
+    if (!differs(text, stored.rtf)) {
         // Nothing to write; from here on the row as it stands now is the one that this text belongs to.
         storedRtf_ = stored.rtf;
-        storedText_ = storedRtf(parts_.box.document());
+        stored_ = text;
         return draft_.clear();
     }
-    if (changedElsewhere && !changedSinceStored()) return;
+    // Another program has saved this note; only changes made here are worth a question.
+    if (!changedHere) return;
     const Answer answer = parts_.dialogs.show(
         {QStringLiteral("'%1' notunuzda yaptığınız değişiklikleri kaydetmek istiyormusunuz?")
              .arg(stored.title.trimmed()),
          QStringLiteral("Kaydet"), Icon::Question, Buttons::YesNo});
-    if (answer == Answer::Yes) write(stored);
+    if (answer == Answer::Yes) write(stored, text);
 }
 
-void NoteEditor::write(const Note& stored) {
-    const QString text = storedRtf(parts_.box.document());
-    const Result<Change> change = NotBaglanti_.replaceRtf(stored.id, storedRtf_, text);
+void NoteEditor::write(const Note& stored, const rtf::Document& text) {
+    const QString rtf = storedRtf(text);
+    const Result<Change> change = NotBaglanti_.replaceRtf(stored.id, storedRtf_, rtf);
     if (!change) return fail(change.error());
     switch (*change) {
         case Change::Done:
-            wasStored(text);
+            wasStored(text, rtf);
             break;
         case Change::Gone:
             insertAs(stored.title);
@@ -177,9 +179,9 @@ void NoteEditor::write(const Note& stored) {
     }
 }
 
-void NoteEditor::wasStored(const QString& rtf) {
+void NoteEditor::wasStored(const rtf::Document& text, const QString& rtf) {
     storedRtf_ = rtf;
-    storedText_ = rtf;
+    stored_ = text;
     draft_.clear();
 }
 
@@ -208,16 +210,27 @@ void NoteEditor::fail(const platform::Error& error) {
                                                    QStringLiteral("Kayıt Hatası")));
 }
 
-bool NoteEditor::ensureOpen() {
-    if (NotBaglanti_.isOpen()) return true;
+Result<void> NoteEditor::connect() {
+    if (NotBaglanti_.isOpen()) return {};
     Result<NotesDatabase> notes = openNotes_();
-    if (!notes) return fail(notes.error()), false;
+    if (!notes) return notes.error();
     NotBaglanti_ = std::move(*notes);
-    return true;
+    return {};
 }
 
-bool NoteEditor::changedSinceStored() const {
-    return storedRtf(parts_.box.document()) != storedText_;
+bool NoteEditor::ensureOpen() {
+    const Result<void> opened = connect();
+    if (!opened) fail(opened.error());
+    return bool(opened);
+}
+
+// Compared as the box shows them, since another program may have written NotRTF in its own way.
+bool NoteEditor::differs(const rtf::Document& text, const QString& notRtf) {
+    if (notRtf == storedRtf_) return !sameText(text, stored_);
+    parts_.scratch.setDocument(textOf(notRtf));
+    const bool same = sameText(text, parts_.scratch.document());
+    parts_.scratch.setDocument({});
+    return !same;
 }
 
 void NoteEditor::NotuKaydetSor() {
@@ -241,7 +254,7 @@ void NoteEditor::becomeNew() {
     txt_invisible_ = {};
     NotBasligi_.clear();
     storedRtf_.clear();
-    storedText_ = storedRtf({});
+    stored_ = {};
     parts_.window.setCaption(QStringLiteral("Not Defteri"));
 }
 
@@ -252,14 +265,10 @@ void NoteEditor::open() {
 }
 
 bool NoteEditor::differsFromRow() {
-    if (!NotBaglanti_.isOpen()) return changedSinceStored();
+    const rtf::Document text = parts_.box.document();
     const Result<std::optional<Note>> row = NotBaglanti_.find(txt_invisible_);
-    if (!row) return changedSinceStored();
-    if (!*row) return true;  // saving puts the vanished note back
-    parts_.scratch.setDocument(textOf((*row)->rtf));
-    const bool differs = !sameText(parts_.box.document(), parts_.scratch.document());
-    parts_.scratch.setDocument({});
-    return differs;
+    if (!row) return !sameText(text, stored_);   // it cannot be read; what was read last serves
+    return !*row || differs(text, (*row)->rtf);  // saving puts a vanished note back
 }
 
 bool NoteEditor::close() {
@@ -273,24 +282,33 @@ bool NoteEditor::close() {
 }
 
 void NoteEditor::keepDraft() {
-    const QString text = storedRtf(parts_.box.document());
+    rtf::Document text = parts_.box.document();
     const bool blankNew = txt_invisible_.value == 0 && parts_.box.plainText().trimmed().isEmpty();
-    if (text == storedText_ || blankNew) return draft_.clear();
-    draft_.keep({txt_invisible_, {}, NotBasligi_, text});
+    if (blankNew || sameText(text, stored_)) return draft_.clear();
+    draft_.keep({txt_invisible_, NotBasligi_, {}, std::move(text)}, storedRtf_);
 }
 
 // --- For the note list
 // ------------------------------------------------------------------------------------------
 
-const NotesDatabase& NoteEditor::NotBaglanti() {
-    if (!NotBaglanti_.isOpen())
-        if (Result<NotesDatabase> notes = openNotes_()) NotBaglanti_ = std::move(*notes);
-    return NotBaglanti_;
-}
-
 void NoteEditor::show(const Note& note) {
+    // Its writer wanted to save the text, and then gave no title.
+    if (KayitIptal_ && !setTextAside()) return;
     put(note);
     draft_.clear();
+}
+
+bool NoteEditor::setTextAside() {
+    keepDraft();
+    if (parts_.box.plainText().trimmed().isEmpty()) return true;
+    const bool done = draft_.setAside();
+    parts_.dialogs.show(platform::noticeMessage(
+        done ? QStringLiteral(
+                   "Kaydetmediğiniz metin saklandı. Not defterini bir dahaki açışınızda size sunulacak.")
+             : QStringLiteral("Kaydetmediğiniz metin saklanamadı. Kaybolmaması için yerinde bırakıldı; not "
+                              "açılmadı."),
+        QStringLiteral("Not Defteri")));
+    return done;
 }
 
 void NoteEditor::put(const Note& note) {
@@ -298,7 +316,7 @@ void NoteEditor::put(const Note& note) {
     txt_invisible_ = note.id;
     NotBasligi_ = note.title;
     storedRtf_ = note.rtf;
-    storedText_ = storedRtf(parts_.box.document());
+    stored_ = parts_.box.document();
     parts_.window.setCaption(captionOf(note.title));
 }
 

@@ -63,9 +63,12 @@ class NoteEditor {
     void keepDraft();
 
     // For the note list
-    const NotesDatabase& NotBaglanti();
+    const NotesDatabase& NotBaglanti() const { return NotBaglanti_; }
+    /// Opens NotBaglanti where it is not open yet.
+    platform::Result<void> connect();
     NoteId currentNote() const { return txt_invisible_; }
-    /// Shows a stored note in place of the present text.
+    /// Shows a stored note in place of the present text. A text that was to be saved and got no title is set
+    /// aside for the next time that the window opens.
     void show(const Note& note);
     /// The open note's row was deleted: its text becomes a new, unsaved note.
     void rowDeleted();
@@ -73,17 +76,18 @@ class NoteEditor {
     bool KayitIptal() const { return KayitIptal_; }
 
   private:
-    void offerDraft(const Note& left);
+    bool offerDraft(const Unsaved& left);
+    bool setTextAside();
     void put(const Note& note);
     void becomeNew();
     void saveNew();
     void saveExisting();
     bool insertAs(const QString& title);
-    void write(const Note& stored);
-    void wasStored(const QString& rtf);
+    void write(const Note& stored, const platform::rtf::Document& text);
+    void wasStored(const platform::rtf::Document& text, const QString& rtf);
     void fail(const platform::Error& error);
     bool ensureOpen();
-    bool changedSinceStored() const;
+    bool differs(const platform::rtf::Document& text, const QString& notRtf);
     bool differsFromRow();
 
     void cut();
@@ -103,12 +107,12 @@ class NoteEditor {
     NotesDatabase NotBaglanti_;
     NoteDraft draft_;
 
-    NoteId txt_invisible_;     // key of the note in the box
-    QString NotBasligi_;       // its title
-    QString storedRtf_;        // NotRTF when it was last read or written here; empty for a new note
-    QString storedText_;       // the same as the box gives it back
-    bool KayitIptal_ = false;  // a save was given up: the window stays
-    bool saveFailed_ = false;  // ... because the file could not be written
+    NoteId txt_invisible_;            // key of the note in the box
+    QString NotBasligi_;              // its title
+    QString storedRtf_;               // NotRTF when it was last read or written here; empty for a new note
+    platform::rtf::Document stored_;  // the same as the box gives it back
+    bool KayitIptal_ = false;         // a save was given up: the window stays
+    bool saveFailed_ = false;         // ... because the file could not be written
     bool CtrlVBasildi_ = false;
     bool pasteEnabled_ = false;
 };

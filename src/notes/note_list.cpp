@@ -59,8 +59,10 @@ void NoteList::load() {
 
 Result<void> NoteList::notlistele() {
     lines_ = {{listHeader(), {}}};
+    const Result<void> opened = editor_.connect();
     const NotesDatabase& notes = editor_.NotBaglanti();
-    Result<std::vector<Note>> rows = notes.list(rtfForALine);
+    Result<std::vector<Note>> rows =
+        opened ? notes.list(rtfForALine) : Result<std::vector<Note>>(opened.error());
     if (rows) {
         for (Note& note : *rows) {
             const bool cutOff = note.rtf.size() >= rtfForALine;

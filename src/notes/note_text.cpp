@@ -28,7 +28,7 @@ QString fileTitle(const QString& title) {
 }
 
 bool sameText(const rtf::Document& a, const rtf::Document& b) {
-    return storedRtf(a) == storedRtf(b);
+    return a == b || (a.isEmpty() && b.isEmpty());
 }
 
 }  // namespace lirovan::notes

@@ -27,7 +27,10 @@ class NoteEditorTest : public testing::Test {
         if (fileUnusable_) return platform::Error{u"Veritabanı dosyası bozuk."_s};
         return NotesDatabase::open(platform::AppFolder(folder_.path()));
     }
-    const NotesDatabase& notes() { return editor_.NotBaglanti(); }
+    const NotesDatabase& notes() {
+        EXPECT_TRUE(editor_.connect());
+        return editor_.NotBaglanti();
+    }
     QString stored(qint64 id) {
         const auto row = notes().find({id});
         return row && *row ? textOf((*row)->rtf).plainText() : u"(yok)"_s;
@@ -120,17 +123,52 @@ TEST_F(NoteEditorTest, TakesBlanksForNoText) {
     box_.type(u" \t "_s);
     editor_.newNote();
     box_.type(u"  "_s);
+    editor_.open();
+    EXPECT_EQ(window_.lists, 1);
     EXPECT_TRUE(editor_.close());
     EXPECT_TRUE(dialogs_.messages.empty());
 }
 
-TEST_F(NoteEditorTest, OpensTheListWhateverTheOfferGave) {
-    box_.type(u"metin"_s);
+TEST_F(NoteEditorTest, SetsATextAsideThatWasToBeSavedAndGotNoTitle) {
+    saveAs(u"başka"_s, u"Başka"_s);
+    const Note other = **notes().find({1});
+    editor_.newNote();
+    editor_.close();
+    const NoteDraft draft = NoteDraft::in(platform::AppFolder(folder_.path()));
+    editor_.load(draft);
+    for (const QString& text : {u"ilk metin"_s, u"ikinci metin"_s}) {
+        box_.type(text);
+        dialogs_.answer(Answer::Yes).answerText({});
+        editor_.open();
+        editor_.show(other);
+        EXPECT_EQ(box_.plainText(), u"başka");
+        expectLast(u"Kaydetmediğiniz metin saklandı. Not defterini bir dahaki açışınızda size sunulacak."_s,
+                   u"Not Defteri"_s, platform::Icon::Information);
+        editor_.newNote();
+    }
+    EXPECT_EQ(window_.lists, 2);
+    box_.type(u"verilen"_s);  // answered No: given up
     editor_.open();
-    EXPECT_EQ(window_.lists, 1);
+    editor_.show(other);
+    EXPECT_TRUE(editor_.close());
+
+    dialogs_.answer(Answer::No).answer(Answer::Yes);
+    editor_.load(draft);
+    EXPECT_EQ(box_.plainText(), u"ikinci metin");
+    EXPECT_EQ(window_.caption, u"Not Defteri");
+    EXPECT_TRUE(editor_.close());  // answered No
+    editor_.load(draft);
+    EXPECT_TRUE(box_.plainText().isEmpty());
+
+    // Where no draft can be kept the text stays where it is.
+    editor_.close();
+    editor_.load();
+    box_.type(u"metin"_s);
     dialogs_.answer(Answer::Yes).answerText({});
     editor_.open();
-    EXPECT_EQ(window_.lists, 2);
+    editor_.show(other);
+    EXPECT_EQ(box_.plainText(), u"metin");
+    EXPECT_EQ(editor_.currentNote().value, 0);
 }
 
 TEST_F(NoteEditorTest, PutsAVanishedNoteBack) {
@@ -255,10 +293,20 @@ TEST_F(NoteEditorTest, OffersTheDraftOfACrash) {
     EXPECT_TRUE(box_.atEnd);
     EXPECT_TRUE(draft.left()) << "a second crash must not lose it";
     EXPECT_EQ(window_.caption, u"Not Defteri - Başlık");
+    const QString first = (**notes().find({1})).rtf;
     dialogs_.answer(Answer::Yes);
     EXPECT_TRUE(editor_.close());
     EXPECT_EQ(stored(1), u"yarım kalan");
     EXPECT_FALSE(draft.left());
+
+    // A note that another program has changed since is not overwritten with what was made from the old one.
+    draft.keep({{1}, u"Başlık"_s, {}, textDocument(u"eskiden kalan"_s)}, first);
+    dialogs_.answer(Answer::Yes).answer(Answer::Yes);
+    editor_.load(draft);
+    editor_.save();
+    EXPECT_EQ(stored(1), u"yarım kalan");
+    EXPECT_EQ(stored(2), u"eskiden kalan");
+    EXPECT_EQ((**notes().find({2})).title, u"Başlık");
 }
 
 TEST_F(NoteEditorTest, KeepsADraftOfANoteThatWasDeleted) {
@@ -270,8 +318,8 @@ TEST_F(NoteEditorTest, KeepsADraftOfANoteThatWasDeleted) {
     ASSERT_TRUE(notes().remove({1}));
     editor_.rowDeleted();
     ASSERT_TRUE(draft.left());
-    EXPECT_EQ(draft.left()->id.value, 0);
-    EXPECT_EQ(textOf(draft.left()->rtf).plainText(), u"metin");
+    EXPECT_EQ(draft.left()->note.value, 0);
+    EXPECT_EQ(draft.left()->text.plainText(), u"metin");
 }
 
 TEST_F(NoteEditorTest, TogglesStylesAndColours) {
@@ -463,4 +511,8 @@ TEST_F(NoteListTest, OpensAndDeletes) {
     list_.load();  // says what is wrong, not that there is no note
     ASSERT_EQ(dialogs_.messages.size(), 1U);
     EXPECT_TRUE(dialogs_.messages[0].text.contains(u"tbl_Notlar"));
+    editor_.close();
+    fileUnusable_ = true;
+    list_.load();
+    expectLast(u"Veritabanı dosyası bozuk."_s, u"Not Açma Hatası"_s, platform::Icon::Critical);
 }

@@ -2,7 +2,6 @@
 
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -10,7 +9,6 @@
 #include <QPrinter>
 #include <QToolBar>
 #include <QToolButton>
-#include <algorithm>
 
 #include "platform/ui/icons.h"
 #include "platform/ui/rtf_document.h"
@@ -47,7 +45,8 @@ constexpr Button buttons[] = {
     {key::Siyah, u"Siyah", true},
 };
 
-constexpr int firstDraftMs = 2000, longestDraftMs = 60'000;
+// A draft is written a moment after a change. One that takes noticeably long waits for a pause in typing.
+constexpr int draftAfterMs = 2000, slowDraftMs = 10, latestDraftMs = 20'000;
 
 }  // namespace
 
@@ -146,20 +145,20 @@ void frm_IcerikCopy::watchTheBox() {
             [this] { editor_.clipboardChanged(); });
 
     draftTimer_.setSingleShot(true);
-    draftTimer_.setInterval(firstDraftMs);
+    draftTimer_.setInterval(draftAfterMs);
     connect(&draftTimer_, &QTimer::timeout, this, &frm_IcerikCopy::keepDraft);
     connect(txt_Icerik, &QTextEdit::textChanged, this, [this] {
-        if (!draftTimer_.isActive()) draftTimer_.start();
+        const bool first = !draftTimer_.isActive();
+        if (first) unkept_.start();
+        if (first || (draftIsSlow_ && unkept_.elapsed() < latestDraftMs)) draftTimer_.start();
     });
 }
 
-// A long note takes a while to write; then it is written less often, so that typing stays smooth.
 void frm_IcerikCopy::keepDraft() {
     QElapsedTimer timer;
     timer.start();
     editor_.keepDraft();
-    draftTimer_.setInterval(
-        std::clamp(static_cast<int>(timer.elapsed()) * 100, firstDraftMs, longestDraftMs));
+    draftIsSlow_ = timer.elapsed() > slowDraftMs;
 }
 
 QAction* frm_IcerikCopy::itemFor(const QKeyEvent& event) const {

@@ -1,6 +1,7 @@
 // frm_IcerikCopy — the notebook's window: menus, Toolbar1, the edit box. What they do is NoteEditor's matter.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
@@ -60,6 +61,8 @@ class frm_IcerikCopy : public QMainWindow, private EditorWindow {
     SystemClipboard clipboard_;
     NoteEditor editor_;
     QTimer draftTimer_;
+    QElapsedTimer unkept_;  // since the first change that is in no draft
+    bool draftIsSlow_ = false;
 };
 
 }  // namespace lirovan::notes

@@ -82,12 +82,20 @@ void NoteBox::setDocument(const rtf::Document& document) {
         resized.setPointSizeF(halfPoints / 2.0);
         setFont(resized);
     }
+    // Switched on again, the layout does at once what is seen and the rest bit by bit. An edit of that size
+    // would be laid out as a whole, and so would the way from a cursor at the end.
+    const bool layout = QTextEdit::document()->isLayoutEnabled();
+    QTextEdit::document()->setLayoutEnabled(false);
     rtf::fill(*QTextEdit::document(), document);
     setTextCursor(QTextCursor(QTextEdit::document()));
+    QTextEdit::document()->setLayoutEnabled(layout);
     if (document.isEmpty()) setCurrentCharFormat({});
 }
 
 void NoteBox::moveToEnd() {
+    // The end of a very long text is not laid out yet; waiting for it would hold up the window.
+    constexpr int veryLong = 300'000;
+    if (QTextEdit::document()->characterCount() > veryLong) return;
     moveCursor(QTextCursor::End);
     ensureCursorVisible();
 }

@@ -8,6 +8,7 @@
 #include <QTextTable>
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 #include "platform/core/rtf/writer.h"
 
@@ -142,8 +143,14 @@ class Walker {
             if (from >= to) continue;
             const QString whole = fragment.text();
             builder_.append(QStringView(whole).sliced(from - fragment.position(), to - from),
-                            fromCharFormat(fragment.charFormat(), font_));
+                            formatOf(fragment));
         }
+    }
+
+    const CharFormat& formatOf(const QTextFragment& fragment) {
+        const auto [known, isNew] = formats_.try_emplace(fragment.charFormatIndex());
+        if (isNew) known->second = fromCharFormat(fragment.charFormat(), font_);
+        return known->second;
     }
 
     // A row becomes a paragraph. A cell that spans several places is met once at its own.
@@ -177,6 +184,7 @@ class Walker {
 
     QFont font_;
     int begin_, end_;
+    std::unordered_map<int, CharFormat> formats_;  // by the document's own numbers
     Builder builder_;
 };
 

@@ -81,7 +81,11 @@ void Builder::append(QStringView text, const CharFormat& format) {
     if (clean.isEmpty()) return;
     characters_ += clean.size();
     CharFormat normal = format;
-    normal.font = cleanFontName(normal.font);
+    if (format.font != font_) {
+        font_ = format.font;
+        cleanFont_ = cleanFontName(font_);
+    }
+    normal.font = cleanFont_;
     normal.halfPoints = std::clamp(normal.halfPoints, 1, MaxHalfPoints);
     if (normal.color == Black) normal.color.reset();
     if (!runs_.empty() && runs_.back().format == normal)

@@ -90,6 +90,7 @@ class Builder {
   private:
     Document document_;
     std::vector<Run> runs_;
+    QString font_, cleanFont_ = DefaultFont.toString();  // the last one, since a text has few
     qsizetype characters_ = 0;
 };
 
