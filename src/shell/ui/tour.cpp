@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -20,21 +21,31 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Found in many topics of the sample library, and in most Turkish prose.
-const QString QueryWord = u"kuyu"_s;
+// Together in a long topic of the sample library: three colours, and a page to step through.
+const QString Query = u"kuyu yüzük kardeş"_s;
+const QString QueryTopic = u"Bir Yüzük, Üç Kardeş"_s;
 const QString LongQuery = u"bir ve bu da su yol gün"_s;
-const QString NoteTitle = u"Altını çizdiğim satırlar"_s;
+const QString NoteTitle = u"Üç kardeş ve kuyu"_s;
 
 constexpr int PageMs = 1200;
 constexpr int ModalMs = 700;
 constexpr int TypeSteps = 4;
-constexpr int HitSteps = 3;
+constexpr int HitSteps = 16;
+constexpr int SummaryAndBooks = 5;
 
 QModelIndex find(const QTreeView* tree, const QString& start) {
     return tree->model()
         ->match(tree->model()->index(0, 0), Qt::DisplayRole, start, 1,
                 Qt::MatchStartsWith | Qt::MatchRecursive)
         .value(0);
+}
+
+/// The long query with every syllable of two letters behind it: busy for a while even in a small library.
+QString busyQuery() {
+    QString query = LongQuery;
+    for (const QChar first : u"bcçdfgğhjklmnprsştvyz"_s)
+        for (const QChar second : u"aeıioöuü"_s) query += u' ' + QString(first) + second;
+    return query;
 }
 
 void send(QWidget* widget, QEvent::Type type, const QPointF& place, Qt::MouseButtons buttons) {
@@ -50,7 +61,7 @@ Tour::Tour(KitaplarMDI& window, const QDir& folder) : window_(window), folder_(f
 bool Tour::run() {
     folder_.mkpath(u"."_s);
     settle(PageMs);
-    return picture(u"giris"_s) && readTopic() && search() && stopSearch() && openHit() && summary() &&
+    return picture(u"giris"_s) && readTopic() && stopSearch() && search() && openHit() && summary() &&
            extraWindow() && notebook() && modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
            modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s);
 }
@@ -71,69 +82,78 @@ bool Tour::readTopic() {
     return picture(u"buyuk-yazi"_s);
 }
 
-bool Tour::search() {
-    auto* box = press(u"tlbtn_Arama"_s) ? window_.findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
-    auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
-    if (!box || !find) return false;
-    box->setText(QueryWord);
-    find->click();
-    settle();
-    return picture(u"arama"_s);
-}
-
 bool Tour::stopSearch() {
-    auto* box = window_.findChild<QLineEdit*>(u"txt_Bul"_s);
+    auto* box = press(u"tlbtn_Arama"_s) ? window_.findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
+    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
     auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
     auto* stop = window_.findChild<QPushButton*>(u"cmdDur"_s);
-    if (!stop) return false;
+    if (!box || !results || !find || !stop) return false;
     bool saved = false;
-    // Comes with the first events that the search lets run, and holds the search until the picture is taken.
-    QTimer::singleShot(0, this, [&] {
+    // Looks in whenever the search lets events run, and holds it among the second author's books.
+    QTimer turn;
+    connect(&turn, &QTimer::timeout, this, [&] {
+        const QModelIndex run = results->model()->index(results->model()->rowCount() - 1, 0);
+        if (results->model()->rowCount(results->model()->index(1, 0, run)) < SummaryAndBooks) return;
+        turn.stop();
+        box->home(false);
         settle();
         saved = picture(u"arama-surerken"_s);
         stop->click();
     });
-    box->setText(LongQuery);
+    turn.start(0);
+    box->setText(busyQuery());
     find->click();
     settle();
-    box->setText(QueryWord);
     return saved;
 }
 
+bool Tour::search() {
+    auto* box = window_.findChild<QLineEdit*>(u"txt_Bul"_s);
+    auto* clear = window_.findChild<QCheckBox*>(u"chk_ClearResult"_s);
+    auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
+    if (!box || !clear || !find) return false;
+    clear->setChecked(true);
+    box->setText(Query);
+    find->click();
+    clear->setChecked(false);
+    settle();
+    return picture(u"arama"_s);
+}
+
 bool Tour::openHit() {
-    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
-    if (!results) return false;
-    const QModelIndex run = results->model()->index(0, 0);
-    const QModelIndex author = results->model()->index(0, 0, run);
-    const QModelIndex book = results->model()->index(1, 0, author);  // behind the summary
-    results->expand(book);
-    if (!click(results, results->model()->index(0, 0, book))) return false;
-    settle(PageMs);
-    if (!picture(u"renkli-sayfa"_s)) return false;
+    if (!openFoundTopic() || !picture(u"renkli-sayfa"_s)) return false;
     for (int i = 0; i < HitSteps; ++i) press(u"Down"_s);
     settle();
     return picture(u"isabetler"_s);
 }
 
+bool Tour::openFoundTopic() {
+    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
+    const QModelIndex topic = find(results, QueryTopic);
+    results->expand(topic.parent());
+    if (!click(results, topic)) return false;
+    settle(PageMs);
+    return true;
+}
+
 bool Tour::summary() {
     auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
-    if (!click(results, find(results, u"Özet"_s))) return false;
+    // The summary of the author whose topic was opened.
+    const QModelIndex author = find(results, QueryTopic).parent().parent();
+    if (!click(results, author.isValid() ? author.model()->index(0, 0, author) : author)) return false;
     settle(PageMs);
     return picture(u"ozet"_s);
 }
 
 bool Tour::extraWindow() {
-    if (!press(u"New"_s)) return false;
+    if (!openFoundTopic() || !press(u"New"_s)) return false;
     settle(PageMs);
     return picture(u"yeni-pencere"_s);
 }
 
 bool Tour::notebook() {
-    auto* browse = window_.findChild<QTreeView*>(u"tvw_Kitaplar"_s);
     window_.windows().closeExtraWindows();
-    press(u"tlbtn_Kitap"_s);
-    if (!click(browse, browse->currentIndex())) return false;
-    settle(PageMs);
+    settle();
     selectPassage();
     if (!picture(u"secim"_s) || !press(u"copy"_s)) return false;
     settle();
@@ -219,7 +239,8 @@ void Tour::selectPassage() {
     content.wb_Icerik->setFocus();
     QWidget* page = QApplication::focusWidget();
     if (!page) return;
-    const QPointF from(page->width() * 0.06, page->height() * 0.30),
+    // From the margin beside the first lines, so that no word is cut in two.
+    const QPointF from(page->width() * 0.012, page->height() * 0.18),
         to(page->width() * 0.7, page->height() * 0.46);
     send(page, QEvent::MouseButtonPress, from, Qt::LeftButton);
     settle(100);

@@ -26,9 +26,10 @@ class Tour : public QObject {
 
   private:
     bool readTopic();
-    bool search();
     bool stopSearch();
+    bool search();
     bool openHit();
+    bool openFoundTopic();
     bool summary();
     bool extraWindow();
     bool notebook();
