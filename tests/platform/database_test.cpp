@@ -67,6 +67,18 @@ TEST_F(DatabaseTest, RollsBackUnlessCommitted) {
     EXPECT_EQ(**database_.integer(u"select count(*) from t"), 4);
 }
 
+TEST_F(DatabaseTest, TellsADamagedFileFromAFullDisk) {
+    ASSERT_TRUE(
+        database_.execute(u"create table s (id integer primary key autoincrement, ad text);"
+                          u"insert into s (ad) values ('a')"));
+    ASSERT_TRUE(database_.execute(u"update sqlite_sequence set seq=9.9e99"));
+    const QString damaged = QStringLiteral("Veritabanı dosyası bozuk.");
+    EXPECT_EQ(database_.execute(u"insert into s (ad) values ('b')").error().message, damaged);
+    ASSERT_TRUE(database_.execute(u"update sqlite_sequence set seq=1; pragma max_page_count=1"));
+    EXPECT_EQ(database_.execute(u"insert into s (ad) values (zeroblob(99999))").error().message,
+              QStringLiteral("Diskte yer kalmadı."));
+}
+
 TEST_F(DatabaseTest, RefusesFilesThatAreNoDatabase) {
     const QString path = folder_.filePath(QStringLiteral("b.db"));
     QFile file(path);

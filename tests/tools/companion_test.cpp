@@ -67,6 +67,8 @@ TEST(Companion, MakesALibraryThatItCanRead) {
     const QTemporaryDir folder;
     const QString library = folder.filePath(u"kitaplar.vq"_s);
     write(library, "eski");
+    write(library + u".yapim"_s, "a killed run's");
+    write(library + u".yapim-journal"_s, "and its journal");
     const Called made = call({u"olustur"_s, source.path(), library});
     ASSERT_EQ(made.status, 0) << made.error.toStdString();
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),

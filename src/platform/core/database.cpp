@@ -59,13 +59,28 @@ void registerTurkish(sqlite3* handle) {
     sqlite3_create_function_v2(handle, "LIKE", 2, flags, nullptr, like, nullptr, nullptr, nullptr);
 }
 
-Error error(const SQLite::Exception& exception) {
+// A counter of row ids that a damaged file has set to its last value is reported like a full disk.
+bool hasRowIdsLeft(SQLite::Database& connection) {
+    try {
+        return connection.execAndGet("SELECT count(*) FROM sqlite_sequence WHERE seq>=9223372036854775807")
+                   .getInt() == 0;
+    } catch (const SQLite::Exception&) {
+        return true;  // no such counters
+    }
+}
+
+Error damaged() {
+    return {QStringLiteral("Veritabanı dosyası bozuk.")};
+}
+
+Error error(const SQLite::Exception& exception, SQLite::Database* connection = nullptr) {
     switch (exception.getErrorCode()) {
         case SQLITE_NOTADB:
             return {QStringLiteral("Dosya bir veritabanı değil.")};
         case SQLITE_CORRUPT:
-            return {QStringLiteral("Veritabanı dosyası bozuk.")};
+            return damaged();
         case SQLITE_FULL:
+            if (connection && !hasRowIdsLeft(*connection)) return damaged();
             return {QStringLiteral("Diskte yer kalmadı.")};
         case SQLITE_READONLY:
             return {QStringLiteral("Veritabanı dosyasına yazılamıyor.")};
@@ -85,11 +100,11 @@ Error closed() {
 
 // Runs `action` and turns what the wrapper throws into an Error.
 template <class Action>
-auto guarded(Action&& action) -> decltype(action()) {
+auto guarded(SQLite::Database* connection, Action&& action) -> decltype(action()) {
     try {
         return action();
     } catch (const SQLite::Exception& exception) {
-        return error(exception);
+        return error(exception, connection);
     }
 }
 
@@ -102,21 +117,21 @@ Statement& Statement::operator=(Statement&&) noexcept = default;
 Statement::~Statement() = default;
 
 Result<void> Statement::bind(int parameter, qint64 value) {
-    return guarded([&]() -> Result<void> {
+    return guarded(database_.get(), [&]() -> Result<void> {
         statement_->bind(parameter, static_cast<int64_t>(value));
         return {};
     });
 }
 
 Result<void> Statement::bind(int parameter, double value) {
-    return guarded([&]() -> Result<void> {
+    return guarded(database_.get(), [&]() -> Result<void> {
         statement_->bind(parameter, value);
         return {};
     });
 }
 
 Result<void> Statement::bind(int parameter, QStringView value) {
-    return guarded([&]() -> Result<void> {
+    return guarded(database_.get(), [&]() -> Result<void> {
         const QByteArray bytes = value.toUtf8();
         statement_->bind(parameter, std::string(bytes.constData(), static_cast<size_t>(bytes.size())));
         return {};
@@ -124,18 +139,19 @@ Result<void> Statement::bind(int parameter, QStringView value) {
 }
 
 Result<void> Statement::bindNull(int parameter) {
-    return guarded([&]() -> Result<void> {
+    return guarded(database_.get(), [&]() -> Result<void> {
         statement_->bind(parameter);
         return {};
     });
 }
 
 Result<Step> Statement::step() {
-    return guarded([&]() -> Result<Step> { return statement_->executeStep() ? Step::Row : Step::Done; });
+    return guarded(database_.get(),
+                   [&]() -> Result<Step> { return statement_->executeStep() ? Step::Row : Step::Done; });
 }
 
 Result<void> Statement::reset() {
-    return guarded([&]() -> Result<void> {
+    return guarded(database_.get(), [&]() -> Result<void> {
         statement_->reset();
         return {};
     });
@@ -186,7 +202,7 @@ double Statement::real(int column) const {
 }
 
 Result<Database> Database::open(const QString& path, OpenMode mode) {
-    return guarded([&]() -> Result<Database> {
+    try {
         int flags = SQLite::OPEN_READONLY;
         if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;
         if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
@@ -198,12 +214,15 @@ Result<Database> Database::open(const QString& path, OpenMode mode) {
         // SQLite opens lazily; a first read tells now whether this is a database at all.
         connection->execAndGet("SELECT count(*) FROM sqlite_master");
         return Database(std::move(connection));
-    });
+    } catch (const SQLite::Exception& exception) {
+        // The statements above are right, so it is the file that SQLite does not understand.
+        return exception.getErrorCode() == SQLITE_ERROR ? damaged() : error(exception);
+    }
 }
 
 Result<Statement> Database::prepare(QStringView sql) const {
     if (!connection_) return closed();
-    return guarded([&]() -> Result<Statement> {
+    return guarded(connection_.get(), [&]() -> Result<Statement> {
         const QByteArray bytes = sql.toUtf8();
         return Statement(connection_, std::make_unique<SQLite::Statement>(*connection_, bytes.constData()));
     });
@@ -211,7 +230,7 @@ Result<Statement> Database::prepare(QStringView sql) const {
 
 Result<void> Database::execute(QStringView sql) const {
     if (!connection_) return closed();
-    return guarded([&]() -> Result<void> {
+    return guarded(connection_.get(), [&]() -> Result<void> {
         connection_->exec(sql.toUtf8().constData());
         return {};
     });

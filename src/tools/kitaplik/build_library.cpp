@@ -1,15 +1,13 @@
 #include "tools/kitaplik/build_library.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
-#include <QTemporaryDir>
-#include <filesystem>
 
 #include "data/library.h"
 #include "data/library_writer.h"
 #include "search/variant_table.h"
+#include "tools/kitaplik/make_file.h"
 #include "tools/kitaplik/manifest.h"
 
 namespace lirovan::tools {
@@ -111,19 +109,10 @@ Result<void> fillVariantTable(const QString& path) {
 }  // namespace
 
 Result<void> buildLibrary(const QString& folder, const QString& target) {
-    const QFileInfo info(target);
-    if (info.isDir()) return Error{u"Hedef bir klasör: %1."_s.arg(target)};
-    // Beside the target, so that the last step is a rename within one file system.
-    const QTemporaryDir workshop(info.absoluteDir().filePath(u".kitaplik-XXXXXX"_s));
-    if (!workshop.isValid()) return Error{u"Hedefin klasörüne yazılamıyor: %1."_s.arg(info.absolutePath())};
-    const QString unfinished = workshop.filePath(u"kitaplar.vq"_s);
-    if (const Result<void> written = writeLibrary(folder, unfinished); !written) return written;
-    if (const Result<void> filled = fillVariantTable(unfinished); !filled) return filled;
-
-    std::error_code failure;
-    std::filesystem::rename(unfinished.toStdU16String(), info.absoluteFilePath().toStdU16String(), failure);
-    if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};
-    return {};
+    return makeFile(target, [&](const QString& path) -> Result<void> {
+        if (const Result<void> written = writeLibrary(folder, path); !written) return written;
+        return fillVariantTable(path);
+    });
 }
 
 }  // namespace lirovan::tools

@@ -1,9 +1,6 @@
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <filesystem>
-
 #include "search/companion.h"
 #include "tools/kitaplik/commands.h"
+#include "tools/kitaplik/make_file.h"
 #include "tools/kitaplik/open_library.h"
 
 namespace lirovan::tools {
@@ -108,22 +105,18 @@ Result<QByteArray> rebuiltTable(const QString& path) {
     return search::companion::kelimeler(*library);
 }
 
-// Beside the target, so that the last step is a rename within one file system and a failure leaves nothing.
 Result<QByteArray> rebuiltCopy(const QString& source, const QString& target) {
-    const QFileInfo info(target);
-    const QTemporaryDir workshop(info.absoluteDir().filePath(u".kitaplik-XXXXXX"_s));
-    if (info.isDir() || !workshop.isValid()) return Error{u"Hedefe yazılamıyor: %1."_s.arg(target)};
-    const QString copy = workshop.filePath(u"kitaplar.vq"_s);
-    {
+    QByteArray rows;
+    const Result<void> made = makeFile(target, [&](const QString& path) -> Result<void> {
         const Result<OpenLibrary> open = openLibrary(source);
         if (!open) return open.error();
-        if (const Result<void> copied = open->library.copyTo(copy); !copied) return copied.error();
-    }
-    Result<QByteArray> rows = rebuiltTable(copy);
-    if (!rows) return rows;
-    std::error_code failure;
-    std::filesystem::rename(copy.toStdU16String(), info.absoluteFilePath().toStdU16String(), failure);
-    if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};
+        if (const Result<void> copied = open->library.copyTo(path); !copied) return copied;
+        const Result<QByteArray> rebuilt = rebuiltTable(path);
+        if (!rebuilt) return rebuilt.error();
+        rows = *rebuilt;
+        return {};
+    });
+    if (!made) return made.error();
     return rows;
 }
 

@@ -1,0 +1,46 @@
+#include "tools/kitaplik/make_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <filesystem>
+
+namespace lirovan::tools {
+
+using namespace Qt::StringLiterals;
+using platform::Error;
+using platform::Result;
+
+namespace {
+
+void removeDatabase(const QString& path) {
+    for (const QString& suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s, u""_s}) QFile::remove(path + suffix);
+}
+
+}  // namespace
+
+Result<void> makeFile(const QString& target, const std::function<Result<void>(const QString&)>& write) {
+    const QFileInfo info(target);
+    if (info.isDir()) return Error{u"Hedef bir klasör: %1."_s.arg(target)};
+    QLockFile lock(info.absoluteFilePath() + u".kilit"_s);
+    lock.setStaleLockTime(0);  // only the death of its holder makes a lock stale
+    if (!lock.tryLock()) {
+        return lock.error() == QLockFile::LockFailedError
+                   ? Error{u"%1 şu anda başka bir program tarafından yazılıyor."_s.arg(target)}
+                   : Error{u"Hedefin klasörüne yazılamıyor: %1."_s.arg(info.absolutePath())};
+    }
+    // Beside the target, so that the last step is a rename within one file system.
+    const QString unfinished = info.absoluteFilePath() + u".yapim"_s;
+    removeDatabase(unfinished);
+    const Result<void> written = write(unfinished);
+    std::error_code failure;
+    if (written)
+        std::filesystem::rename(unfinished.toStdU16String(), info.absoluteFilePath().toStdU16String(),
+                                failure);
+    removeDatabase(unfinished);
+    if (!written) return written;
+    if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};
+    return {};
+}
+
+}  // namespace lirovan::tools
