@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include "browse/page_layout.h"
@@ -130,6 +131,22 @@ struct Tab {
     search::SearchTab tab;
 };
 
+// 600 words as they come in the texts, or the same words spelled backwards with an ending that none has.
+QStringList manyWords(const Sample& sample, bool known) {
+    static const QRegularExpression word(u"(?<![<&/\\w])\\w{5,}"_s,
+                                         QRegularExpression::UseUnicodePropertiesOption);
+    QStringList words;
+    for (qsizetype topic = 0; words.size() < 600; topic += 50) {
+        for (const QRegularExpressionMatch& match : word.globalMatch(sample.inMemory.at(topic))) {
+            QString found = match.captured();
+            if (!known) std::reverse(found.begin(), found.end());
+            if (!known) found += u"zğ"_s;
+            if (words.size() < 600 && !words.contains(found)) words += found;
+        }
+    }
+    return words;
+}
+
 void measureScan(const Sample& sample) {
     say("rare word, whole program",
         figure(compare(
@@ -154,6 +171,14 @@ void measureScan(const Sample& sample) {
     say("three words with variants, any word",
         figure(compare(
                    11, [&] { engine.search(WordsWithVariants); }, [&] { rg(sample, alternatives); }),
+               u"rg"));
+
+    const QString known = manyWords(sample, true).join(u' ');
+    say("600 words of the library, any word", figure(milliseconds([&] { engine.search(known); })));
+    const QStringList unknown = manyWords(sample, false);
+    say("600 words that occur nowhere",
+        figure(compare(
+                   3, [&] { engine.search(unknown.join(u' ')); }, [&] { rg(sample, unknown.join(u'|')); }),
                u"rg"));
 
     const QString like = u"SELECT count(*) FROM tbl_Konu WHERE Konu LIKE '%"_s + RareWord + u"%'"_s;

@@ -147,6 +147,11 @@ ScanAhead::State ScanAhead::scanTopics(Reader& reader, size_t first, size_t last
 }
 
 size_t ScanAhead::placeOf(qint64 row) const {
+    // Without gaps a row's place is its distance from the first.
+    if (!rows_.empty() && row >= rows_.front()) {
+        const auto place = static_cast<size_t>(row - rows_.front());
+        if (place < rows_.size() && rows_[place] == row) return place;
+    }
     return static_cast<size_t>(std::lower_bound(rows_.begin(), rows_.end(), row) - rows_.begin());
 }
 

@@ -7,6 +7,7 @@
 
 #include "search/search_query.h"
 #include "search/stored_text.h"
+#include "search/text_grams.h"
 
 namespace lirovan::search {
 namespace {
@@ -16,6 +17,10 @@ namespace {
 constexpr data::BookId LargeBooks[] = {{33}, {34}};
 constexpr std::array<qint64, 8> LargeTopics = {1197, 1198, 1199, 1200, 1201, 1202, 1203, 1205};
 constexpr qint64 ManyOccurrences = 333;
+
+// So many words are looked for as they come; from there on, noting a text's runs of letters saves more time
+// than it takes.
+constexpr int FewWords = 16;
 
 // Positions are those of the text as the rest of the program reads it; where the stored bytes are no proper
 // UTF-8, that is not the bytes' own count.
@@ -56,6 +61,21 @@ struct TopicScanner::Count {
     bool stopped = false;
 };
 
+class TopicScanner::Sieve {
+  public:
+    explicit Sieve(std::string_view text) : text_(text) {}
+    bool passes(const Word& word) {
+        if (asked_ < FewWords) return ++asked_, true;
+        if (!grams_) grams_.emplace(text_);
+        return grams_->mayHold(word.grams);
+    }
+
+  private:
+    std::string_view text_;
+    int asked_ = 0;
+    std::optional<TextGrams> grams_;
+};
+
 TopicScanner::TopicScanner(const SearchRun& run, const SearchOptions& options)
     : comparison_(run.KarsilastirmaKipi), wholeWord_(options.wholeWord), allWords_(options.allWords) {
     const QStringList& words = run.AramaKelimeleri;
@@ -75,17 +95,21 @@ TopicScanner::TopicScanner(const SearchRun& run, const SearchOptions& options)
 }
 
 TopicScanner::Word TopicScanner::prepared(const QString& word) const {
-    return {Utf8Pattern(word, comparison_), Utf8Pattern(word, text::Comparison::CaseInsensitive), {}};
+    return {Utf8Pattern(word, comparison_),
+            Utf8Pattern(word, text::Comparison::CaseInsensitive),
+            wordGrams(word),
+            {}};
 }
 
-bool TopicScanner::found(const Word& word, std::string_view text) const {
-    if (HitWalk(text, word.pattern, wholeWord_).next()) return true;
+bool TopicScanner::found(const Word& word, std::string_view text, Sieve& sieve) const {
+    if (sieve.passes(word) && HitWalk(text, word.pattern, wholeWord_).next()) return true;
     return std::any_of(word.alternatives.begin(), word.alternatives.end(),
                        [&](const Utf8Pattern& variant) { return foundAnywhere(variant, text, wholeWord_); });
 }
 
 bool TopicScanner::matches(std::string_view text) const {
-    const auto inText = [&](const Word& word) { return found(word, text); };
+    Sieve sieve(text);
+    const auto inText = [&](const Word& word) { return found(word, text, sieve); };
     return allWords_ ? std::all_of(words_.begin(), words_.end(), inText)
                      : std::any_of(words_.begin(), words_.end(), inText);
 }
@@ -122,8 +146,10 @@ qint64 TopicScanner::BulKelimeSay(std::string_view text, const CountedTopic& top
     const QByteArray proper = properUtf8(text);
     if (!proper.isNull()) text = {proper.constData(), static_cast<size_t>(proper.size())};
     Count running{topic, IsabetKaydi};
+    Sieve sieve(text);
     for (const std::vector<Word>* list : {&words_, &variants_})
         for (const Word& word : *list) {
+            if (!sieve.passes(word)) continue;
             count(word, text, running, goOn);
             if (running.stopped) return running.total;
         }

@@ -40,11 +40,14 @@ class TopicScanner {
     struct Word {
         Utf8Pattern pattern;
         Utf8Pattern anyCase;  // for the shortcut, which never tells case apart
+        std::vector<uint16_t> grams;
         std::vector<Utf8Pattern> alternatives;
     };
     struct Count;  // one topic's count under way
 
-    bool found(const Word& word, std::string_view text) const;
+    class Sieve;  // holds back words that cannot stand in a text
+
+    bool found(const Word& word, std::string_view text, Sieve& sieve) const;
     void count(const Word& word, std::string_view text, Count& count, const GoOn& goOn) const;
     Word prepared(const QString& word) const;
 
