@@ -12,10 +12,10 @@ namespace {
 using System = QWindowSystemInterface;
 
 // Farther apart than a double click.
-constexpr int Apart = 1000;
+constexpr ulong Apart = 1000;
 
-int now() {
-    static int time = 0;
+ulong now() {
+    static ulong time = 0;
     return time += Apart;
 }
 
@@ -29,16 +29,16 @@ Place place(const QWidget& widget, QPoint at) {
     return {widget.window()->windowHandle(), inWindow, widget.window()->mapToGlobal(inWindow)};
 }
 
-void mouse(const Place& at, QEvent::Type type, Qt::MouseButton button, int time) {
+void mouse(const Place& at, QEvent::Type type, Qt::MouseButton button, ulong time) {
     if (!at.window) return;
     const bool released = type == QEvent::MouseButtonRelease || button == Qt::NoButton;
     const bool moves = type == QEvent::MouseMove;
-    System::handleMouseEvent<System::AsynchronousDelivery>(at.window, static_cast<ulong>(time), at.local,
-                                                           at.global, released ? Qt::NoButton : button,
+    System::handleMouseEvent<System::AsynchronousDelivery>(at.window, time, at.local, at.global,
+                                                           released ? Qt::NoButton : button,
                                                            moves ? Qt::NoButton : button, type);
 }
 
-void press(const Place& at, Qt::MouseButton button, int time) {
+void press(const Place& at, Qt::MouseButton button, ulong time) {
     mouse(at, QEvent::MouseButtonPress, button, time);
     mouse(at, QEvent::MouseButtonRelease, button, time);
 }
@@ -50,13 +50,13 @@ void click(const QWidget& widget, QPoint at, Qt::MouseButton button) {
 }
 
 void doubleClick(const QWidget& widget, QPoint at) {
-    const int time = now();
+    const ulong time = now();
     press(place(widget, at), Qt::LeftButton, time);
     press(place(widget, at), Qt::LeftButton, time + 10);
 }
 
 void drag(const QWidget& widget, QPoint from, QPoint to) {
-    const int time = now();
+    const ulong time = now();
     mouse(place(widget, from), QEvent::MouseButtonPress, Qt::LeftButton, time);
     mouse(place(widget, (from + to) / 2), QEvent::MouseMove, Qt::LeftButton, time);
     mouse(place(widget, to), QEvent::MouseMove, Qt::LeftButton, time);

@@ -241,15 +241,21 @@ std::optional<QString> World::settle() {
     QElapsedTimer waiting;
     waiting.start();
     const int look = chance_.bounded(2) == 0 ? LookMs : 0;
+    qint64 slowest = 0;
+    bool answered = true;
     int rounds = 0;  // quiet ones in a row: one action's end may be the beginning of something else
     while (rounds < 3 || waiting.elapsed() < look) {
-        if (waiting.elapsed() > RestLimitMs) return u"the program does not come to rest: "_s + state();
+        const qint64 began = waiting.elapsed();
+        if (began > RestLimitMs)
+            return u"the program does not come to rest: %1, the mouse is %2, longest step %3 ms"_s.arg(
+                state(), answered ? u"heard"_s : u"not heard"_s, QString::number(slowest));
         const int before = answers_;
         if (!isClosed() && isQuiet())
             hover(*window_, {1 + ++moves_ % 2, 1});  // a move that goes nowhere is none
         QApplication::processEvents(QEventLoop::AllEvents, 10);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        const bool answered = isClosed() || answers_ > before;
+        slowest = qMax(slowest, waiting.elapsed() - began);
+        answered = isClosed() || answers_ > before;
         rounds = isQuiet() && answered ? rounds + 1 : 0;
     }
     action_.reset();
