@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
+#include <QHeaderView>
 #include <QTest>
 
 #include "support/fake_windows.h"
@@ -131,4 +132,21 @@ TEST_F(SearchTabTest, OptionsExcludeEachOther) {
     EXPECT_FALSE(child<QCheckBox>("chk_HPI")->isChecked());
     child<QCheckBox>("chk_HPI")->click();
     EXPECT_FALSE(child<QCheckBox>("chk_FindWith")->isChecked());
+}
+
+// A horizontal bar that covers the only row which needs it must not come and go without end.
+TEST_F(SearchTabTest, ComesToRestWithALongRowAtTheLowerEdge) {
+    file.topic(999, 10, u"UZUN "_s.repeated(40), u"<P>irfan</P>", 150);
+    type(u"irfan"_s);
+    auto* tree = child<QTreeView>("tvw_Kitaplar_Bul");
+    tree->expandAll();
+    const QModelIndex start = tree->model()->index(0, 0);
+    const auto found =
+        tree->model()->match(start, Qt::DisplayRole, u"Uzun"_s, 1, Qt::MatchStartsWith | Qt::MatchRecursive);
+    ASSERT_FALSE(found.isEmpty());
+    for (int height = 380; height < 700; height += 3) {
+        tab->resize(300, height);
+        tree->scrollTo(found[0].siblingAtRow(found[0].row() - 8), QAbstractItemView::PositionAtTop);
+        QApplication::processEvents();
+    }
 }

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace lirovan::search {
 
@@ -18,6 +19,20 @@ Widget* named(Widget* widget, const QString& name) {
     widget->setObjectName(name);
     return widget;
 }
+
+/// The column is as wide as the widest row that has been in view, and narrower only once the tree is empty:
+/// were it always that of the rows in view, the horizontal scroll bar could cover the row that it came for,
+/// go, and come again without end.
+class ResultView : public QTreeView {
+  protected:
+    int sizeHintForColumn(int column) const override {
+        if (model()->rowCount() == 0) widest_ = 0;
+        return widest_ = std::max(widest_, QTreeView::sizeHintForColumn(column));
+    }
+
+  private:
+    mutable int widest_ = 0;
+};
 
 }  // namespace
 
@@ -39,7 +54,7 @@ SearchTab::SearchTab(const Parts& parts, QWidget* parent)
       cmd_KelimeKontOlustur(named(new QPushButton(u"Özel Kelimeleri Belirle"_s), u"cmd_KelimeKontOlustur"_s)),
       fraStopper(named(new QFrame, u"fraStopper"_s)),
       cmd_Stop(named(new QPushButton(u"Özet Alma İşlemini Durdur"_s), u"cmd_Stop"_s)),
-      tvw_Kitaplar_Bul(named(new QTreeView, u"tvw_Kitaplar_Bul"_s)) {
+      tvw_Kitaplar_Bul(named<QTreeView>(new ResultView, u"tvw_Kitaplar_Bul"_s)) {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Label1);
     layout->addLayout(searchRow());
