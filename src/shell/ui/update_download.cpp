@@ -143,7 +143,8 @@ class Transfer : public QObject {
 }  // namespace
 
 void downloadInstaller(const QUrl& installer, platform::Dialogs& dialogs, QWidget* parent) {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
+    QDir folder(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
+    if (!folder.exists()) folder = QDir::home();
     const QString path = dialogs.askSavePath(
         u"Kurulum Dosyasını Kaydet"_s, folder.filePath(installer.fileName()), u"Kurulum dosyası (*.exe)"_s);
     if (path.isEmpty()) return;
