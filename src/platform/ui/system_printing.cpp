@@ -7,18 +7,28 @@
 
 namespace lirovan::platform {
 
+namespace {
+
+/// A printer whose paper keeps a margin around the text.
+std::shared_ptr<QPrinter> withMargins(std::shared_ptr<QPrinter> printer) {
+    printer->setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
+    return printer;
+}
+
+}  // namespace
+
 std::optional<PrintTarget> SystemPrinting::defaultPrinter() {
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();
     if (info.isNull()) return std::nullopt;
     PrintTarget target;
-    target.printer = std::make_shared<QPrinter>(info, QPrinter::HighResolution);
+    target.printer = withMargins(std::make_shared<QPrinter>(info, QPrinter::HighResolution));
     if (!target.printer->isValid()) return std::nullopt;
     return target;
 }
 
 std::optional<PrintTarget> SystemPrinting::ask(bool hasSelection) {
     PrintTarget target;
-    target.printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    target.printer = withMargins(std::make_shared<QPrinter>(QPrinter::HighResolution));
     if (hasSelection) target.printer->setPrintRange(QPrinter::Selection);
     QPrintDialog dialog(target.printer.get(), QApplication::activeWindow());
     dialog.setObjectName(QStringLiteral("printDialog"));
