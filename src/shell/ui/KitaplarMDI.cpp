@@ -92,6 +92,8 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     area_.setObjectName(u"workArea"_s);
     area_.setFrameShape(QFrame::NoFrame);
     area_.setBackground(palette().brush(QPalette::Dark));
+    // The window behind follows a closed one, not the browse window each time.
+    area_.setActivationOrder(QMdiArea::ActivationHistoryOrder);
     // Windows are kept inside the frame instead.
     area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area_.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
