@@ -221,6 +221,9 @@ TEST_F(NotebookTest, CopiesInEveryFormAndPastesOnce) {
     QTest::keyClick(&box(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(box().toPlainText(), u"şıkşıkşıkdüz");
     EXPECT_EQ(mainTook, 0);
+    QKeyEvent unknown(QEvent::KeyPress, 0, Qt::NoModifier);  // a key that the system knows no name for
+    QApplication::sendEvent(&box(), &unknown);
+    EXPECT_TRUE(dialogs_.messages.empty());  // it is no item's shortcut: nothing was closed
 
     // No rich text takes the place of the selection; the selection can be had back.
     select(0, 3);

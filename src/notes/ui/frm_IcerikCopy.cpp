@@ -59,7 +59,6 @@ frm_IcerikCopy::frm_IcerikCopy(Surroundings surroundings, QWidget* parent)
               surroundings_.openNotes) {
     setObjectName(QStringLiteral("frm_IcerikCopy"));
     setWindowFlag(Qt::Window, false);
-    setWindowIcon(platform::icon(u"not"));
     txt_Icerik->setObjectName(QStringLiteral("txt_Icerik"));
     txt_Icerik->setAccessibleName(QStringLiteral("Not"));
     txt_Icerik2->setObjectName(QStringLiteral("txt_Icerik2"));
@@ -162,6 +161,8 @@ void frm_IcerikCopy::keepDraft() {
 }
 
 QAction* frm_IcerikCopy::itemFor(const QKeyEvent& event) const {
+    // A key without a meaning would be taken for the shortcut of the items that have none.
+    if (event.key() == 0) return nullptr;
     const QKeySequence pressed(event.keyCombination());
     const QList<QAction*> items = actions();
     const auto found = std::find_if(items.begin(), items.end(), [&pressed](const QAction* action) {
@@ -224,6 +225,7 @@ void frm_IcerikCopy::closeWindow() {
 bool frm_IcerikCopy::print(const platform::PrintTarget& target) {
     QTextDocument sheet;
     sheet.setDefaultFont(txt_Icerik->font());
+    sheet.setMetaInformation(QTextDocument::DocumentTitle, windowTitle());
     const bool selection = target.range == platform::PrintRange::Selection && txt_Icerik->hasSelection();
     platform::rtf::fill(sheet, selection ? txt_Icerik->selection() : txt_Icerik->document());
     if (!target.pdfPath.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "notes/ui/notebook.h"
 
 #include "notes/ui/frm_NotList.h"
+#include "platform/ui/icons.h"
 #include "platform/ui/mdi_child.h"
 #include "platform/ui/twips_pixels.h"
 
@@ -33,6 +34,7 @@ void Notebook::show() {
                             [this](NoteEditor& editor) { showNoteList(editor); }});
     auto* frame = new platform::MdiChild(QStringLiteral("notebookFrame"));
     frame->setWidget(window_);
+    frame->setWindowIcon(platform::icon(u"not"));
     area_.addSubWindow(frame);
     frame->setPlace(editorPlace(frame_));
     frame->bringForward();
