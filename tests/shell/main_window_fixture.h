@@ -29,12 +29,8 @@ using namespace Qt::StringLiterals;
 class NoPrinter : public platform::Printing {
   public:
     int asked = 0;
-    std::optional<platform::PrintTarget> chosen;
     std::optional<platform::PrintTarget> defaultPrinter() override { return std::nullopt; }
-    std::optional<platform::PrintTarget> ask(bool) override {
-        ++asked;
-        return chosen;
-    }
+    std::optional<platform::PrintTarget> ask(bool) override { return ++asked, std::nullopt; }
 };
 
 class MainWindowTest : public testing::Test {
