@@ -141,6 +141,12 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
     clickNode(u"C1"_s);
     EXPECT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
     EXPECT_TRUE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
+
+    for (const QString& each : {u"frm_Arama"_s, u"frm_Icerik"_s}) child(each)->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    press(u"tlbtn_Kitap"_s);
+    EXPECT_EQ(child(u"frm_Arama"_s)->height(), find<QMdiArea>(u"workArea"_s)->height());
+    EXPECT_GT(child(u"frm_Arama"_s)->widget()->height(), child(u"frm_Arama"_s)->height() * 3 / 4);
 }
 
 TEST_F(MainWindowTest, SizesAreTwoThirdsOfTheScreenAtFirstAndThenTheUsers) {

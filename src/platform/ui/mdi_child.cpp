@@ -53,10 +53,13 @@ void MdiChild::setPlace(const TwipsRect& place) {
 }
 
 void MdiChild::bringForward() {
-    if (isMinimized())
+    if (isMinimized()) {
         showNormal();
-    else
+    } else {
+        // What the hook makes of the size counts before the window is laid out for the first time.
+        if (!isVisible()) tellResize();
         show();
+    }
     if (mdiArea()) mdiArea()->setActiveSubWindow(this);
 }
 
