@@ -4,8 +4,10 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
+#include <QFile>
 #include <QHeaderView>
 #include <QTest>
+#include <QTimer>
 
 #include "support/fake_windows.h"
 #include "support/library_file.h"
@@ -124,6 +126,36 @@ TEST_F(SearchTabTest, ClicksInTheTreeOpenPages) {
     EXPECT_EQ(content.title, u"İçerik Penceresi - ÖZET");
     Q_EMIT tree->customContextMenuRequested({1, 1});
     EXPECT_EQ(frame.poppedUp, u"mnu_listele");
+}
+
+TEST_F(SearchTabTest, ItsButtonStopsASummary) {
+    type(u"irfan"_s);
+    QTimer presser;
+    QObject::connect(&presser, &QTimer::timeout, tab.get(), [this] {
+        if (child<QFrame>("fraStopper")->isVisible())
+            QTest::mouseClick(child<QPushButton>("cmd_Stop"), Qt::LeftButton);
+        else
+            QTest::qSleep(20);  // events are due again at the first passage
+    });
+    presser.start(0);
+    auto* tree = child<QTreeView>("tvw_Kitaplar_Bul");
+    const QModelIndex author = tree->model()->index(0, 0, tree->model()->index(0, 0));
+    tree->setCurrentIndex(tree->model()->index(0, 0, author));
+    QTest::keyClick(tree, Qt::Key_Return);
+    QFile page(file.filePath(u"OKU/oku.html"_s));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    EXPECT_EQ(page.readAll().count("<hr>"), 1);
+    EXPECT_FALSE(child<QFrame>("fraStopper")->isVisible());
+}
+
+TEST_F(SearchTabTest, TheVariantButtonMakesCircumflexWordsFound) {
+    file.execute(u"UPDATE tbl_Konu SET Konu='<P>hakîkat</P>' WHERE KonuID=7");
+    type(u"hakikat"_s);
+    EXPECT_EQ(frame.panels[3], u"Gösterilecek başlık bulunamadı.");
+    QTest::mouseClick(child<QPushButton>("cmd_KelimeKontOlustur"), Qt::LeftButton);
+    EXPECT_TRUE(child<QGroupBox>("Frame1")->isEnabled());
+    type(u"hakikat"_s);
+    EXPECT_EQ(frame.panels[2], u"Arama Sonucu: 1 başlık bulundu.");
 }
 
 TEST_F(SearchTabTest, OptionsExcludeEachOther) {
