@@ -74,26 +74,3 @@ TEST(Catalogue, EveryStatementFindsItsRows) {
     for (const auto& one : cases)
         EXPECT_EQ(values(library, one.sql, one.column), one.expected) << one.sql.toStdString();
 }
-
-TEST(Catalogue, ReadsByTheFixedPositions) {
-    const test::LibraryFile file = test::smallLibrary();
-    const Library library = file.open();
-    for (const QString& sql :
-         {catalogue::topics(), catalogue::topicsOfBook(BookId{1}, TopicOrder::Book),
-          catalogue::topicsOfAuthor(AuthorId{1}, AuthorScope::All, TopicOrder::Heading)}) {
-        platform::Result<platform::Statement> statement = library.query(sql);
-        ASSERT_TRUE(statement);
-        ASSERT_EQ(*statement->step(), platform::Step::Row);
-        EXPECT_GT(statement->integer(catalogue::TopicIdColumn), 100);
-        EXPECT_TRUE(statement->text(catalogue::TopicTextColumn).startsWith(u"<P>")) << sql.toStdString();
-    }
-}
-
-TEST(Catalogue, RewritesTheVariantTable) {
-    const test::LibraryFile file;
-    const Library library = file.open();
-    ASSERT_TRUE(library.execute(catalogue::insertVariant(u"kur'ân'ın", u"kur`ân`ın")));
-    EXPECT_EQ(values(library, catalogue::variants(u"KUR'ÂN'IN"), u"KelimeKontYazili"), u"kur'ân'ın");
-    ASSERT_TRUE(library.execute(catalogue::deleteVariants()));
-    EXPECT_EQ(values(library, catalogue::variants(u"kur'ân'ın"), u"KelimeKontYazili"), u"");
-}

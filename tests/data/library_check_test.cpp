@@ -20,15 +20,12 @@ QStringList faults(const test::LibraryFile& file) {
 
 }  // namespace
 
-TEST(LibraryCheck, FindsNothingInASoundLibrary) {
-    EXPECT_EQ(faults(test::smallLibrary()), QStringList{});
-}
-
 TEST(LibraryCheck, NamesEveryFaultWithItsRow) {
     struct {
         QStringView damage;
         QStringList expected;
     } const cases[] = {
+        {u"ANALYZE", {}},  // no damage, no fault
         {u"DROP TABLE tbl_scripts; DROP TABLE tbl_Konu",
          {u"tbl_Konu tablosu yok ya da okunamıyor."_s, u"tbl_scripts tablosu yok ya da okunamıyor."_s}},
         {u"ALTER TABLE tbl_Yazar RENAME COLUMN Yazar TO Ad",

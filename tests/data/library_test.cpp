@@ -20,15 +20,6 @@ QByteArray withoutId(QByteArray bytes) {
 
 }  // namespace
 
-TEST(Library, KeepsTheConnectionString) {
-    const test::LibraryFile file;
-    const Library library = file.open();
-    EXPECT_EQ(library.connectionString(), Library::connectionString(file.appFolder()));
-    EXPECT_EQ(Library::connectionString(platform::AppFolder(QStringLiteral("C:\\Lirovan\\"))),
-              u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\Lirovan\\kitaplar.vq;Persist Security "
-              u"Info=False;");
-}
-
 TEST(Library, ReadsTypedRows) {
     test::LibraryFile file = test::smallLibrary();
     file.topic(700000, 5, u"BÜYÜK NUMARA", u"x", 7);
@@ -51,21 +42,10 @@ TEST(Library, ReadsTypedRows) {
     EXPECT_EQ((**context).author, AuthorId{1});
 
     EXPECT_FALSE(*library.topic(TopicId{1}));
+    EXPECT_EQ(Library::connectionString(platform::AppFolder(QStringLiteral("C:\\Lirovan\\"))),
+              u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\Lirovan\\kitaplar.vq;Persist Security "
+              u"Info=False;");
     EXPECT_EQ(*library.script(), u"<script>/**/</script>");
-}
-
-TEST(Library, NestsCursorsOverOneConnection) {
-    const test::LibraryFile file = test::smallLibrary();
-    const Library library = file.open();
-    QStringList books;
-    auto authors = library.authors();
-    ASSERT_TRUE(authors);
-    for (Author author; *authors->next(author);) {
-        auto inner = library.treeBooks(author.id);
-        ASSERT_TRUE(inner);
-        for (Book book; *inner->next(book);) books += QString::number(book.id.value);
-    }
-    EXPECT_EQ(books.join(u' '), u"2 1 5 32 35 40");
 }
 
 TEST(Library, SaysWhatIsWrongWithAFileAndLeavesItAlone) {

@@ -37,30 +37,12 @@ class Random {
 };
 
 // Few letters, so that words overlap and repeat; letters with partners of other lengths among them.
-const QStringList Words = {u"i"_s,     u"İ"_s,    u"ı"_s,    u"I"_s,    u"a"_s,       u"ana"_s,
-                           u"anana"_s, u"ilim"_s, u"İLİM"_s, u"kâr"_s,  u"KÂR"_s,     u"Kar"_s,
-                           u"ſu"_s,    u"su"_s,   u"quot"_s, u"span"_s, u"font"_s,    u"ş"_s,
-                           u"😀"_s,     u"a😀"_s,   u"âbı"_s,  u"kar'"_s, u"ve ilim"_s, u"#0"_s};
-const QStringList Marks = {u" "_s,
-                           u" "_s,
-                           u"<P>"_s,
-                           u"</P>"_s,
-                           u"<br>"_s,
-                           u"."_s,
-                           u", "_s,
-                           u"-"_s,
-                           u"&quot;"_s,
-                           u"<a name='ilim'>"_s,
-                           u"'"_s,
-                           u"’"_s,
-                           u"&nbsp;"_s,
-                           u"<"_s,
-                           u">"_s,
-                           u"\u2028"_s,
-                           u"“"_s,
-                           u"\u212A"_s,
-                           u"</font></span>"_s,
-                           u"<p>"_s};
+const QStringList Words =
+    u"i|İ|ı|I|a|ana|anana|ilim|İLİM|kâr|KÂR|Kar|ſu|su|quot|span|font|ş|😀|a😀|âbı|kar'|ve ilim|#0"_s.split(
+        u'|');
+const QStringList Marks =
+    u" | |<P>|</P>|<br>|.|, |-|&quot;|<a name='ilim'>|'|’|&nbsp;|<|>|\u2028|“|\u212A|</font></span>|<p>"_s
+        .split(u'|');
 
 QString randomText(Random& random) {
     QString text;
