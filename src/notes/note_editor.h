@@ -52,7 +52,6 @@ class NoteEditor {
 
     // What happens in the edit box
     void selectionChanged();
-    void clicked() { refreshState(); }
     void rightButtonDown();
     void keyDown(int qtKey, Qt::KeyboardModifiers modifiers);
     void keyUpOrPress() { refreshState(); }

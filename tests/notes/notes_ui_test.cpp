@@ -260,7 +260,7 @@ TEST_F(NotebookTest, SizesAllTextAndGoesOnInTheSizeOfTheNote) {
     EXPECT_EQ(box().fontSize(), 2);
     for (int i = 0; i < 6; ++i) item(u"mnu_yBuyult"_s).trigger();
     type(u" büyük"_s);
-    EXPECT_EQ(rtf::prevailingHalfPoints(box().document(), 0), 28);
+    EXPECT_EQ(rtf::prevailingHalfPoints(box().document()), 28);
     EXPECT_EQ(box().document().paragraphs[0].runs.size(), 1U);
     save(u"Büyük"_s);
     item(u"mnu_yNormal"_s).trigger();
@@ -273,7 +273,7 @@ TEST_F(NotebookTest, SizesAllTextAndGoesOnInTheSizeOfTheNote) {
     });
     EXPECT_EQ(box().fontSize(), 14);
     item(u"mnu_yKucult"_s).trigger();
-    EXPECT_EQ(rtf::prevailingHalfPoints(box().document(), 0), 24);
+    EXPECT_EQ(rtf::prevailingHalfPoints(box().document()), 24);
 }
 
 TEST_F(NotebookTest, PrintsToAPdf) {

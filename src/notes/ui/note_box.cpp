@@ -75,7 +75,7 @@ rtf::Document NoteBox::document() const {
 void NoteBox::setDocument(const rtf::Document& document) {
     // What is typed now goes on in the size that the note has. Set while the box is empty: a long text is
     // laid out anew for it.
-    const int halfPoints = rtf::prevailingHalfPoints(document, 0);
+    const int halfPoints = rtf::prevailingHalfPoints(document);
     if (halfPoints > 0 && halfPoints / 2.0 != fontSize()) {
         QTextEdit::document()->clear();
         QFont resized = font();

@@ -103,13 +103,13 @@ void Builder::endParagraph(const ParagraphFormat& format) {
     ++characters_;
 }
 
-int prevailingHalfPoints(const Document& document, int otherwise) {
+int prevailingHalfPoints(const Document& document) {
     std::map<int, qsizetype> lengths;
     for (const Paragraph& paragraph : document.paragraphs)
         for (const Run& run : paragraph.runs) lengths[run.format.halfPoints] += run.text.size();
     const auto longest = std::max_element(lengths.begin(), lengths.end(),
                                           [](const auto& a, const auto& b) { return a.second < b.second; });
-    return longest == lengths.end() ? otherwise : longest->first;
+    return longest == lengths.end() ? 0 : longest->first;
 }
 
 }  // namespace lirovan::platform::rtf

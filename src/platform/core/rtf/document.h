@@ -94,7 +94,7 @@ class Builder {
     qsizetype characters_ = 0;
 };
 
-/// The size that most of the text has; `otherwise` when there is no text.
-int prevailingHalfPoints(const Document& document, int otherwise);
+/// The size that most of the text has; 0 when there is no text.
+int prevailingHalfPoints(const Document& document);
 
 }  // namespace lirovan::platform::rtf
