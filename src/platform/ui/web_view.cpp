@@ -65,7 +65,7 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
 
 WebView::~WebView() {
     Q_EMIT gone();
-    if (printing_ > 0)
+    if (isPrinting_)
         leaveToPrinting();
     else
         delete view_;  // with its page, before the engine's profile
@@ -139,7 +139,7 @@ void WebView::navigate(const QString& pathText) {
         return;
     }
     // A page that does not answer cannot be left either; it is given up together with its process.
-    if (processEnded_ || (hangs_ && printing_ == 0)) makePage();
+    if (processEnded_ || (hangs_ && !isPrinting_)) makePage();
     showPage();
     // With another load under way its end cannot be told from this one's.
     loadIsAlone_ = load_ != Load::Running && !page_->isLoading();

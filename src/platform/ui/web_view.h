@@ -9,7 +9,9 @@
 #include <QVariant>
 #include <QWidget>
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <vector>
 
 #include "platform/core/dialogs.h"
 #include "platform/core/page_view.h"
@@ -122,7 +124,8 @@ class WebView : public QWidget, public PageView {
     Load load_ = Load::Idle;
     bool loadIsAlone_ = false;
     bool processEnded_ = false;
-    int printing_ = 0;
+    bool isPrinting_ = false;
+    std::vector<std::function<void()>> waitingPrints_;
     bool hangs_ = false;  ///< a question is unanswered beyond its limit
     std::chrono::milliseconds answerLimit_{10'000};
     std::chrono::milliseconds loadLimit_{30'000};

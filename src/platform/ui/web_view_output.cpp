@@ -3,6 +3,7 @@
 #include <QPageLayout>
 #include <QPointer>
 #include <QPrinter>
+#include <QTimer>
 #include <QWebEngineView>
 
 #include "platform/ui/clipboard.h"
@@ -64,6 +65,11 @@ void WebView::printSelection(const PrintTarget& target, std::function<void(bool)
 }
 
 void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> finished) {
+    // The engine refuses a page that is being printed.
+    if (isPrinting_)
+        return waitingPrints_.push_back([this, target, finished = std::move(finished)]() mutable {
+            printWhole(target, std::move(finished));
+        });
     if (processEnded_ || (!target.printer && target.pdfPath.isEmpty())) return finished(false);
     QString pdf = target.pdfPath;
     QPageLayout layout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
@@ -78,11 +84,14 @@ void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> fi
     const auto end = [this, run, done, finished = std::move(finished),
                       printer = target.printer](bool printed) {
         if (std::exchange(*done, true)) return;
-        --printing_;
+        isPrinting_ = false;
         run->deleteLater();
+        // Not before the engine is done with this one.
+        for (auto& waiting : std::exchange(waitingPrints_, {}))
+            QTimer::singleShot(0, this, std::move(waiting));
         finished(printed);
     };
-    ++printing_;
+    isPrinting_ = true;
     if (pdf.isEmpty()) {
         connect(view_, &QWebEngineView::printFinished, run, [end](bool printed) { end(printed); });
         view_->print(target.printer.get());

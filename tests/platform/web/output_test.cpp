@@ -119,17 +119,21 @@ TEST_F(OutputTest, PrintsToAPrinterThatWritesAFile) {
     view->print({}, [](bool done) { EXPECT_FALSE(done); });
 }
 
-TEST_F(OutputTest, ForgetsAPrintingWhenTheViewGoes) {
+TEST_F(OutputTest, PrintsOneAfterTheOtherAndForgetsAPrintingWhenTheViewGoes) {
     show(page);
-    int calls = 0;
+    int calls = 0, good = 0;
     PrintTarget target;
     target.pdfPath = onDisk(u"x.pdf");
-    view->print(target, [&](bool) { ++calls; });
+    const auto print = [&] { view->print(target, [&](bool done) { ++calls, good += done; }); };
+    for (int i = 0; i < 3; ++i) print();
+    EXPECT_TRUE(until([&] { return calls == 3; }));
+    EXPECT_EQ(good, 3) << "one after the other";
+    print();
     view.reset();
     engine.reset();
     EXPECT_TRUE(until([&] { return QApplication::topLevelWidgets().isEmpty(); }))
         << "the page goes when it is printed";
-    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(calls, 3);
 }
 
 TEST_F(OutputTest, OffersItsOwnMenuOnlyWhereThePageHasNone) {
