@@ -131,7 +131,10 @@ void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options
 Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, QString typed,
                                         SearchOptions& options, const platform::BookSelection& scope,
                                         RunHost& host) {
-    if (options.clearResult) tree_.SonuclariTemizle();
+    if (options.clearResult) {
+        tree_.SonuclariTemizle();
+        stores_.clear();
+    }
     RunResult result;
     std::optional<SearchRun> prepared = prepare(query, options, host, result.end);
     if (!prepared) return result;

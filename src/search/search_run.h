@@ -35,8 +35,8 @@ struct SearchRun {
     qsizetype ToplamVaryant() const { return TumVaryantlar.size(); }
 };
 
-/// The runs of one search window by number, kept as long as the window lives, since a click on a node of an
-/// older run has to mark what that run searched.
+/// The runs of one search window by number, kept as long as the result tree shows them, since a click on a
+/// node of an older run has to mark what that run searched.
 class RunStores {
   public:
     SearchRun& add(SearchRun run) {
@@ -47,6 +47,7 @@ class RunStores {
         const auto found = runs_.find(number);
         return found == runs_.end() ? nullptr : &found->second;
     }
+    void clear() { runs_.clear(); }
 
   private:
     std::map<int, SearchRun> runs_;
