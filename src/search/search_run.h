@@ -30,9 +30,6 @@ struct SearchRun {
     /// "$" for every author, "#" and KonuID for every topic with hits, ";" and a 1-based UTF-16 position for
     /// every hit: «$#12;45;310#17;9$».
     QString IsabetKaydi;
-
-    qsizetype AramaSonIndis() const { return AramaKelimeleri.size() - 1; }
-    qsizetype ToplamVaryant() const { return TumVaryantlar.size(); }
 };
 
 /// The runs of one search window by number, kept as long as the result tree shows them, since a click on a

@@ -100,11 +100,11 @@ bool isWholeWord(const QString& text, qsizetype position, qsizetype length) {
 
 bool matches(const SearchRun& run, const SearchOptions& options, const QString& text) {
     qsizetype found = 0;
-    for (qsizetype i = 0; i <= run.AramaSonIndis(); ++i) {
+    for (qsizetype i = 0; i < run.AramaKelimeleri.size(); ++i) {
         const bool hit = entryFound(run, options, text, i);
         if (!options.allWords && hit) return true;
         found = hit ? found + 1 : 0;
-        if (options.allWords && found == run.AramaSonIndis() + 1) return true;
+        if (options.allWords && found == run.AramaKelimeleri.size()) return true;
     }
     return false;
 }

@@ -36,7 +36,6 @@ class frm_Arama : public platform::MdiChild {
     browse::BrowseWindow& decisions() { return decisions_; }
     QTreeView& bookTree() { return *tvw_Kitaplar; }
     const browse::BookTreeModel& books() const { return books_; }
-    browse::Tab currentTab() const { return browse::Tab(tb_Arama->currentIndex()); }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
