@@ -106,8 +106,8 @@ void BrowseWindow::NodeClick(qsizetype node) {
 
 namespace {
 
-// A book is looked up by the title in the tree; where that finds nothing (a title with markup) or another
-// book of that title, the ids of the node serve.
+// The tree was filled once; the lookup by its title gives the author as the library has it now. Where it
+// finds nothing (a title with markup) or another book of that title, the ids of the node serve.
 TopicRequest request(const data::Library& library, const TreeNode& node, const TreeNode& book) {
     TopicRequest request{node.book, node.author, node.topic, {}, book.text};
     const auto found = library.bookByTitle(text::trimBlanks(book.text));
@@ -124,10 +124,9 @@ void BrowseWindow::showTopic(const TreeNode& node) {
     const std::optional<QString> page =
         topicPage(parts_.library, parts_.folder, request(parts_.library, node, at(node.parent)));
     if (!page) return;
-    // Where the page cannot be written the old one stays and is shown.
-    (void)static_cast<bool>(writePage(parts_.folder, *page));
+    const platform::Result<void> written = writePage(parts_.folder, *page);
     parts_.content.setCaption(contentCaption(node.text));
-    parts_.content.wb_Icerik().navigate(parts_.folder.pageText(PageFile));
+    showPageFile(parts_.content, parts_.folder.pageText(PageFile), written);
 }
 
 }  // namespace lirovan::browse

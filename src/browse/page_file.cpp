@@ -50,7 +50,7 @@ Result<void> writePage(const platform::AppFolder& folder, QStringView page) {
     const QString path = folder.path(PageFile);
     const QByteArray bytes = pageBytes(page);
     if (replace(path, bytes) || replaceInPlace(path, bytes)) return {};
-    return Error{u"Sayfa dosyası yazılamadı: %1"_s.arg(path)};
+    return Error{u"Sayfa dosyası yazılamadı:\n%1"_s.arg(path)};
 }
 
 }  // namespace lirovan::browse

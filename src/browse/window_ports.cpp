@@ -10,8 +10,14 @@ void showGeneratedPage(ContentView& window) {
 }
 
 void showStartPage(ContentView& window) {
+    if (!window.isLoaded()) return;
     window.wb_Icerik().setShown(false);
     window.wb_Icerik2().setShown(true);
+}
+
+void showPageFile(ContentView& window, const QString& pathText, const platform::Result<void>& written) {
+    window.wb_Icerik().navigate(pathText);
+    if (!written) window.wb_Icerik().showNotice(written.error().message);
 }
 
 QString contentCaption(const QString& pageName) {

@@ -5,6 +5,7 @@
 #include <QStringView>
 
 #include "platform/core/page_view.h"
+#include "platform/core/result.h"
 #include "platform/core/twips.h"
 
 namespace lirovan::browse {
@@ -39,6 +40,8 @@ class ContentView {
     virtual void setPlace(const platform::TwipsRect& place) = 0;
     virtual bool isMinimized() const = 0;
     virtual bool isMaximized() const = 0;
+    /// False: it was closed. What is asked of it loads it again.
+    virtual bool isLoaded() const = 0;
     /// Makes the window visible; one that was closed is loaded again.
     virtual void show() = 0;
     virtual QString caption() const = 0;
@@ -48,9 +51,14 @@ class ContentView {
     virtual platform::PageView& wb_Icerik2() = 0;  ///< the start page
 };
 
-/// Shows the one view of a content window and hides the other.
+/// Shows the one view of a content window and hides the other. A closed window is not loaded for the start
+/// page: it has it when it is opened again.
 void showGeneratedPage(ContentView& window);
 void showStartPage(ContentView& window);
+
+/// Shows the page file at `pathText`. Where writing it failed, that file holds an earlier page: the reason
+/// stands over it.
+void showPageFile(ContentView& window, const QString& pathText, const platform::Result<void>& written);
 
 /// Caption of a content window that shows nothing yet, and what a shown page's name is put behind.
 inline constexpr QStringView ContentCaption = u"İçerik Penceresi";

@@ -292,10 +292,9 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
 }
 
 void SearchWindow::writeAndShow(const QString& page, const QString& caption) {
-    // Where the file cannot be written, the view shows the one that is there.
-    (void)static_cast<bool>(browse::writePage(parts_.folder, page));
+    const Result<void> written = browse::writePage(parts_.folder, page);
     parts_.content.setCaption(caption);
-    parts_.content.wb_Icerik().navigate(u"file:\\"_s + parts_.folder.pageText(browse::PageFile));
+    browse::showPageFile(parts_.content, u"file:\\"_s + parts_.folder.pageText(browse::PageFile), written);
 }
 
 void SearchWindow::OzetAl(int group, const SearchRun* run) {

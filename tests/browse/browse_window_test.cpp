@@ -165,6 +165,9 @@ TEST_F(BrowseWindowTest, ShowsTheStartPageForTheFirstAuthorAndBooks) {
         EXPECT_FALSE(frame_.button(u"New").visible || frame_.button(u"buyult").visible) << node;
         EXPECT_EQ(frame_.spacer, Twips{16090}) << node;
     }
+    content_.loaded = content_.startPage.shown = false;
+    window_.NodeClick(0);
+    EXPECT_FALSE(content_.startPage.shown);
 }
 
 TEST_F(BrowseWindowTest, ShowsNoPageForAnAuthorBehindTheFirst) {
@@ -184,10 +187,11 @@ TEST_F(BrowseWindowTest, KeepsThePageWhenTheTopicHasNoText) {
     EXPECT_EQ(content_.page.navigated.size(), 1);
 }
 
-TEST_F(BrowseWindowTest, NavigatesEvenWhenThePageCannotBeWritten) {
+TEST_F(BrowseWindowTest, SaysOverTheOldPageThatTheNewOneCannotBeWritten) {
     ASSERT_TRUE(QDir(file_.folder()).rmdir(u"OKU"_s));
     window_.NodeClick(nodeOf(101));
     EXPECT_EQ(content_.page.navigated.size(), 1);
+    EXPECT_TRUE(content_.page.notice.startsWith(u"Sayfa dosyası yazılamadı:"));
     EXPECT_EQ(content_.title, u"İçerik Penceresi - Giriş ");
 }
 

@@ -60,6 +60,7 @@ class FakeMainFrame : public platform::MainFrame {
 class FakePageView : public platform::PageView {
   public:
     QStringList navigated;
+    QString notice;  ///< since the last navigate()
     bool shown = true, focused = false;
     platform::Outcome outcome = platform::Outcome::Answered;  ///< of every question
     QString html;                                             ///< innerHtml(); rewrite() replaces it
@@ -69,7 +70,11 @@ class FakePageView : public platform::PageView {
     double zoom = 1;
     QString selection;
 
-    void navigate(const QString& path) override { navigated += path; }
+    void navigate(const QString& path) override {
+        navigated += path;
+        notice.clear();
+    }
+    void showNotice(const QString& text) override { notice = text; }
     platform::Outcome waitUntilComplete() override { return outcome; }
     QString location() const override { return navigated.isEmpty() ? QString() : navigated.last(); }
     void setShown(bool on) override { shown = on; }
@@ -112,7 +117,7 @@ class FakePageView : public platform::PageView {
 class FakeContentView : public browse::ContentView {
   public:
     platform::TwipsRect rect;
-    bool minimized = false, maximized = false;
+    bool minimized = false, maximized = false, loaded = true;
     int shows = 0;
     QString title;
     FakePageView page, startPage;
@@ -121,6 +126,7 @@ class FakeContentView : public browse::ContentView {
     void setPlace(const platform::TwipsRect& place) override { rect = place; }
     bool isMinimized() const override { return minimized; }
     bool isMaximized() const override { return maximized; }
+    bool isLoaded() const override { return loaded; }
     void show() override { ++shows; }
     QString caption() const override { return title; }
     void setCaption(const QString& text) override { title = text; }

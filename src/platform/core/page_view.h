@@ -42,6 +42,9 @@ class PageView {
     /// The path text last navigated to.
     virtual QString location() const = 0;
 
+    /// Covers the page with a message until the next navigate().
+    virtual void showNotice(const QString& text) = 0;
+
     virtual void setShown(bool shown) = 0;
     virtual bool isShown() const = 0;
     virtual void setFocus() = 0;

@@ -47,6 +47,7 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     notice_ = new QWidget(this);
     auto* rows = new QVBoxLayout(notice_);
     noticeText_ = new QLabel(notice_);
+    noticeText_->setTextFormat(Qt::PlainText);
     noticeText_->setAlignment(Qt::AlignCenter);
     noticeText_->setWordWrap(true);
     reload_ = new QPushButton(QStringLiteral("Yeniden Yükle"), notice_);

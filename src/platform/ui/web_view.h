@@ -43,6 +43,8 @@ class WebView : public QWidget, public PageView {
     Outcome waitUntilComplete() override;
     QString location() const override { return location_; }
 
+    void showNotice(const QString& text) override { showNotice(text, false); }
+
     void setShown(bool shown) override { setVisible(shown); }
     bool isShown() const override { return !isHidden(); }
     void setFocus() override;

@@ -29,6 +29,7 @@ class ChildWindows::ContentPort : public browse::ContentView {
     }
     bool isMinimized() const override { return window().isMinimized(); }
     bool isMaximized() const override { return window().isMaximized(); }
+    bool isLoaded() const override { return windows_.content_; }
     void show() override { window().show(); }
     QString caption() const override { return window().windowTitle(); }
     void setCaption(const QString& caption) override { window().setWindowTitle(caption); }
