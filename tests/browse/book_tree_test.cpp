@@ -57,24 +57,3 @@ TEST(BookTree, KeepsWhatWasReadBeforeAFailure) {
     EXPECT_TRUE(tree.failure);
     EXPECT_EQ(keys(tree).join(u' '), u"T0 P1");
 }
-
-TEST(BookTree, ClassifiesClicks) {
-    test::LibraryFile file;
-    file.author(1, u"A").author(2, u"B").book(1, 1, u"BOŞ KİTAP").book(2, 2, u"DOLU").topic(1, 2, u"K", u"");
-    const BookTree tree = readBookTree(file.open());
-    ASSERT_EQ(keys(tree).join(u' '), u"T0 P1 T1 P2 C1");
-    EXPECT_EQ(clickTarget(tree.nodes, 0), ClickTarget::StartPage);
-    EXPECT_EQ(clickTarget(tree.nodes, 1), ClickTarget::StartPage);  // a book without topics
-    EXPECT_EQ(clickTarget(tree.nodes, 2), ClickTarget::Topic);  // an author behind the first: finds no page
-    EXPECT_EQ(clickTarget(tree.nodes, 3), ClickTarget::StartPage);
-    EXPECT_EQ(clickTarget(tree.nodes, 4), ClickTarget::Topic);
-}
-
-TEST(BookTree, ChangesImages) {
-    EXPECT_EQ(expandedImage(u"Lirovan"), u"Ac");
-    EXPECT_EQ(expandedImage(u"vq"), u"vq");
-    EXPECT_EQ(collapsedImage(u"Ac"), u"Lirovan");
-    EXPECT_EQ(collapsedImage(u"vq"), u"vq");
-    EXPECT_EQ(openedImage(u"Acik"), u"Incele");
-    EXPECT_EQ(openedImage(u"Incele"), u"Incele");
-}

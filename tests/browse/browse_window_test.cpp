@@ -59,7 +59,8 @@ class TitlesTest : public BrowseWindowTest {
         file.book(1, 1, u"AYNI AD")
             .book(2, 2, u"AYNI AD")
             .book(3, 3, u"ÖNSÖZ<br>GİRİŞ")
-            .book(4, 3, u"ALİ'NİN");
+            .book(4, 3, u"ALİ'NİN")
+            .book(5, 3, u"BOŞ");
         for (qint64 book = 1; book <= 4; ++book) file.topic(book * 10, book, u"KONU", u"metin");
         return file;
     }
@@ -219,4 +220,6 @@ TEST_F(TitlesTest, OpensTopicsWhateverTheirBooksTitle) {
         window_.NodeClick(nodeOf(one.topic));
         EXPECT_TRUE(pageFile().contains(u"<span>%1</span>"_s.arg(one.author))) << one.topic;
     }
+    window_.NodeClick(static_cast<qsizetype>(window_.nodes().size()) - 1);
+    EXPECT_TRUE(content_.startPage.shown) << "a book without topics is a book";
 }

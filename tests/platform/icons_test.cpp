@@ -37,13 +37,6 @@ TEST(Icons, DrawEveryKeyAtEverySizeInUse) {
     EXPECT_GT(inkedPixels(applicationIcon().pixmap(64, 64).toImage()), 1000);
 }
 
-TEST(Icons, TellKeysApartByCaseAndKnowNoOthers) {
-    EXPECT_NE(drawn(u"New", 24), drawn(u"new", 24));
-    EXPECT_NE(drawn(u"Acik", 16), drawn(u"Incele", 16));
-    EXPECT_TRUE(icon(u"CUT").isNull());
-    EXPECT_TRUE(icon(u"").isNull());
-}
-
 TEST(Icons, FollowThePaletteAfterTheyWereMade) {
     const QPalette before = QGuiApplication::palette();
     const QIcon up = icon(u"Up");

@@ -30,21 +30,6 @@ TEST(LibraryLayout, KeepsTheColumnsThatReadersTakeByPosition) {
     EXPECT_EQ(database.prepare(u"select * from tbl_Konu")->columnCount(), 4);
 }
 
-TEST(LibraryLayout, AnswersTheBuilderAndTheSelectorInTurkish) {
-    const QTemporaryDir folder;
-    const Database database = emptyDatabase(folder);
-    ASSERT_TRUE(createLayout(database, LayoutKind::Library));
-    ASSERT_TRUE(database.execute(
-        u"INSERT INTO tbl_KelimeKont (KelimeKontYazili, KelimeKontAra ) Values ('ÎMAN','İMAN')"));
-    EXPECT_EQ(*database.integer(u"SELECT KelimeKontID FROM tbl_KelimeKont WHERE KelimeKontAra='iman'"), 1);
-    ASSERT_TRUE(
-        database.execute(u"INSERT INTO tbl_Kitaplar VALUES (1,'Zaman',7,1),(2,'Çınar',7,2),(3,'Dal',7,3)"));
-    EXPECT_EQ(
-        *database.integer(u"select * from tbl_Kitaplar where YazarID=7 and KitapID<>35 order by KitapAdi"),
-        2);
-    EXPECT_EQ(*database.integer(u"select * from tbl_Kitaplar where KitapAdi='çınar'"), 2);
-}
-
 TEST(LibraryLayout, NeverGivesTheKeyOfADeletedNoteToAnother) {
     const QTemporaryDir folder;
     const Database database = emptyDatabase(folder);

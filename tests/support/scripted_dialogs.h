@@ -37,7 +37,6 @@ class ScriptedDialogs : public platform::Dialogs {
         return texts_.push_back({text.has_value(), text.value_or(QString())}), *this;
     }
     ScriptedDialogs& answerSavePath(QString path) { return paths_.push_back(std::move(path)), *this; }
-    bool allAnswersUsed() const { return answers_.empty() && texts_.empty() && paths_.empty(); }
 
     platform::Answer show(const platform::Message& message) override {
         messages.push_back(message);

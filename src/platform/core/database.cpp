@@ -245,10 +245,6 @@ Result<std::optional<qint64>> Database::integer(QStringView sql) const {
     return std::optional<qint64>(statement->integer(0));
 }
 
-qint64 Database::lastInsertId() const {
-    return connection_ ? connection_->getLastInsertRowid() : 0;
-}
-
 sqlite3* Database::handle() const {
     return connection_ ? connection_->getHandle() : nullptr;
 }

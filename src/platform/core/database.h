@@ -77,7 +77,6 @@ class Database {
     Result<void> execute(QStringView sql) const;
     /// First column of the first row; nothing when there is no row or the value is null.
     Result<std::optional<qint64>> integer(QStringView sql) const;
-    qint64 lastInsertId() const;
     sqlite3* handle() const;
     /// Of the file; empty for a database in memory.
     QString path() const;

@@ -45,11 +45,6 @@ std::optional<QByteArray> rtfIn(const QMimeData& data) {
     return std::nullopt;
 }
 
-std::optional<QByteArray> rtfFromClipboard() {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data ? rtfIn(*data) : std::nullopt;
-}
-
 bool clipboardHasText() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     return data && (data->hasText() || data->hasHtml() || rtfIn(*data));

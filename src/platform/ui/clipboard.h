@@ -22,8 +22,7 @@ std::unique_ptr<QMimeData> toMimeData(const FormattedText& text);
 /// Puts the formats that are not empty on the clipboard.
 void putOnClipboard(const FormattedText& text);
 
-/// The RTF on the clipboard, under whichever name it was put there; nothing when there is none.
-std::optional<QByteArray> rtfFromClipboard();
+/// The RTF of a clipboard, under whichever name it was put there; nothing when there is none.
 std::optional<QByteArray> rtfIn(const QMimeData& data);
 
 /// Whether the clipboard holds text in any form.

@@ -56,7 +56,7 @@ TEST_F(OutputTest, CopiesTheSelectionAsTextHtmlAndRtf) {
         clipboard().html().contains(u"<B>koyu <FONT color=#000080><SPAN style=background-color:#00FF00>çığ"))
         << clipboard().html().toStdString();
     EXPECT_FALSE(clipboard().html().contains(u"ggggittt") || clipboard().html().contains(u"SCRIPT"));
-    const QByteArray rtf = rtfFromClipboard().value_or(QByteArray());
+    const QByteArray rtf = rtfIn(clipboard()).value_or(QByteArray());
     EXPECT_TRUE(rtf.startsWith("{\\rtf1")) << rtf.toStdString();
     EXPECT_TRUE(rtf.contains("\\b") && rtf.contains("\\i")) << rtf.toStdString();
     EXPECT_TRUE(clipboardHasText());
@@ -76,7 +76,7 @@ TEST_F(OutputTest, CopiesByTheKeysOfThePage) {
     select(u"p"_s);
     QGuiApplication::clipboard()->clear();
     QTest::keyClick(view->findChild<QWebEngineView*>()->focusProxy(), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(until([] { return rtfFromClipboard().has_value(); }, 2000));
+    EXPECT_TRUE(until([] { return rtfIn(clipboard()).has_value(); }, 2000));
 }
 
 TEST_F(OutputTest, FindsRtfUnderEveryNameInUse) {

@@ -47,22 +47,6 @@ TEST_F(WebViewTest, LoadsAgainWhatIsShownAlready) {
     EXPECT_EQ(text(), u"4");
 }
 
-TEST_F(WebViewTest, UnderstandsThePathTextsOfTheProgram) {
-    write(u"OKU/oku.html", "sayfa");
-    write(u"OKU/VQ.htm", "baslangic");
-    for (const QString& path :
-         {u"file:\\"_s + pagePath, QUrl::fromLocalFile(onDisk(u"OKU/oku.html")).toString(),
-          folder.pageText(u"\\OKU\\OKU.html"), folder.pageText(u"\\oku\\..\\OKU/oku.html")}) {
-        view->navigate(folder.pageText(u"\\OKU\\VQ.HTM"));
-        ASSERT_EQ(view->waitUntilComplete(), Outcome::Answered);
-        ASSERT_EQ(text(), u"baslangic");
-        view->navigate(path);
-        ASSERT_EQ(view->waitUntilComplete(), Outcome::Answered);
-        EXPECT_EQ(text(), u"sayfa") << path.toStdString();
-        EXPECT_EQ(view->location(), path);
-    }
-}
-
 TEST_F(WebViewTest, TellsAMissingPageAndShowsTheNextOne) {
     view->navigate(folder.pageText(u"\\OKU\\yok.html"));
     EXPECT_EQ(view->waitUntilComplete(), Outcome::Answered);
@@ -153,16 +137,6 @@ TEST_F(WebViewTest, MeasuresHitsFromTheContentCellInTheOrderOfTheirNumbers) {
     EXPECT_GE(y, 0);
     EXPECT_LT(y, 400);
     EXPECT_EQ(view->offsets(u"yok").value, std::vector<double>());
-}
-
-TEST_F(WebViewTest, MeasuresTensOfThousandsOfHitsInOneCall) {
-    QString content;
-    for (int i = 0; i < 20'000; ++i) content += hit(i, u"k"_s) + (i % 50 == 0 ? u"<p>"_s : u" "_s);
-    show(topicPage(u"T"_s, content));
-    QElapsedTimer clock;
-    clock.start();
-    EXPECT_EQ(view->offsets(u"ggggittt").valueOr({}).size(), 20'000U);
-    EXPECT_LT(clock.elapsed(), 3000);
 }
 
 TEST_F(WebViewTest, HidesHitButtonsAndStillFocusesThem) {
