@@ -51,10 +51,12 @@ TEST(MessageBoxes, AnswerWithTurkishButtons) {
             EXPECT_EQ(box.text(), u"<b>metin</b>");
             EXPECT_EQ(box.textFormat(), Qt::PlainText);
             EXPECT_EQ(box.icon(), QMessageBox::Critical);
+            EXPECT_GE(box.width(), box.fontMetrics().horizontalAdvance(box.windowTitle()) + 80);
             if (test.press.isEmpty()) return box.reject();
             if (auto* button = buttonCalled(box, test.press)) button->click();
         });
-        EXPECT_EQ(boxes.show({u"<b>metin</b>"_s, u"Başlık"_s, Icon::Critical, test.buttons}), test.answer);
+        EXPECT_EQ(boxes.show({u"<b>metin</b>"_s, u"Uzun Bir Başlık"_s, Icon::Critical, test.buttons}),
+                  test.answer);
     }
 }
 

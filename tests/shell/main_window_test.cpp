@@ -124,6 +124,10 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
     choose(u"mnu_Arama"_s);
     EXPECT_FALSE(child(u"frm_Arama"_s)->isVisible());
     EXPECT_EQ(status(), u"Veskaran`nin Lirovan"_s);
+    EXPECT_EQ(find<QMdiArea>(u"workArea"_s)->activeSubWindow(), child(u"frm_Icerik"_s));
+    EXPECT_TRUE(child(u"frm_Icerik"_s)->isAncestorOf(window->focusWidget()));
+    press(u"not"_s);
+    EXPECT_EQ(status(), child(u"notebookFrame"_s)->windowTitle());
     choose(u"mnu_Arama"_s);
     EXPECT_TRUE(child(u"frm_Arama"_s)->isVisible());
     EXPECT_EQ(image(u"C1"_s), u"Incele"_s) << "hidden, not unloaded";
@@ -142,9 +146,11 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
     EXPECT_TRUE(shows(*content().wb_Icerik, u"<TITLE>"_s));
     EXPECT_TRUE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
 
-    for (const QString& each : {u"frm_Arama"_s, u"frm_Icerik"_s}) child(each)->close();
+    for (const QString& each : {u"notebookFrame"_s, u"frm_Arama"_s, u"frm_Icerik"_s}) child(each)->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(status(), u"Veskaran`nin Lirovan"_s);
     press(u"tlbtn_Kitap"_s);
+    EXPECT_EQ(window->focusWidget(), find(u"tvw_Kitaplar"_s));
     EXPECT_EQ(child(u"frm_Arama"_s)->height(), find<QMdiArea>(u"workArea"_s)->height());
     EXPECT_GT(child(u"frm_Arama"_s)->widget()->height(), child(u"frm_Arama"_s)->height() * 3 / 4);
 }
@@ -153,7 +159,8 @@ TEST_F(MainWindowTest, SizesAreTwoThirdsOfTheScreenAtFirstAndThenTheUsers) {
     ASSERT_TRUE(start());
     const QSize screen = window->screen()->size();
     window->showNormal();
-    EXPECT_EQ(window->size(), QSize(qRound(screen.width() / 1.5), qRound(screen.height() / 1.5)));
+    EXPECT_EQ(window->frameGeometry().size(),
+              QSize(qRound(screen.width() / 1.5), qRound(screen.height() / 1.5)));
     EXPECT_EQ(window->x(), qRound(screen.width() / 5.0));
     window->resize(620, 430);
     EXPECT_LE(child(u"frm_Icerik"_s)->geometry().right(), find<QMdiArea>(u"workArea"_s)->rect().right());
@@ -171,6 +178,20 @@ TEST_F(MainWindowTest, SizesAreTwoThirdsOfTheScreenAtFirstAndThenTheUsers) {
     beside->setGeometry(350, 0, area.width() - 350, area.height());
     EXPECT_EQ(browse->geometry(), QRect(0, 0, 350, area.height()));
     EXPECT_EQ(beside->geometry(), QRect(350, 0, area.width() - 350, area.height()));
+
+    // Places beside a maximised browse window are those beside the place that it goes back to.
+    clickNode(u"C1"_s);
+    browse->showMaximized();
+    press(u"New"_s);
+    const shell::frm_IcerikN* extra = window->windows().extraWindows().at(1);
+    ASSERT_NE(extra, nullptr);
+    child(u"frm_IcerikN"_s)->showNormal();
+    EXPECT_NEAR(extra->geometry().left(), 350, 3);
+    const QRect now = find<QMdiArea>(u"workArea"_s)->rect();
+    EXPECT_EQ(extra->geometry().right(), now.right());
+    browse->showNormal();
+    EXPECT_EQ(browse->geometry(), QRect(0, 0, 350, now.height()));
+    EXPECT_EQ(beside->geometry(), QRect(350, 0, now.width() - 350, now.height()));
 }
 
 TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {

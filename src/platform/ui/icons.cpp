@@ -126,6 +126,28 @@ class DrawingEngine final : public QIconEngine {
     QString file_;
 };
 
+/// Another icon as it looks when it is selected.
+class SelectedEngine final : public QIconEngine {
+  public:
+    explicit SelectedEngine(QIcon icon) : icon_(std::move(icon)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        icon_.paint(painter, rect, Qt::AlignCenter, QIcon::Selected);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap result(size);
+        result.fill(Qt::transparent);
+        QPainter painter(&result);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return result;
+    }
+    QIconEngine* clone() const override { return new SelectedEngine(icon_); }
+    bool isNull() override { return icon_.isNull(); }
+
+  private:
+    QIcon icon_;
+};
+
 }  // namespace
 
 QIcon icon(QStringView key) {
@@ -138,6 +160,10 @@ QStringList iconKeys() {
     QStringList keys;
     for (const Drawing& drawing : Drawings) keys << drawing.key.toString();
     return keys;
+}
+
+QIcon selectedIcon(const QIcon& icon) {
+    return icon.isNull() ? icon : QIcon(new SelectedEngine(icon));
 }
 
 QIcon applicationIcon() {

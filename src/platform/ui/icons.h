@@ -14,6 +14,9 @@ namespace lirovan::platform {
 /// are compared exactly: "New" opens a window, "new" starts a note. A null icon for an unknown key.
 QIcon icon(QStringView key);
 
+/// An icon in the colour that it has on a selection, wherever it is shown.
+QIcon selectedIcon(const QIcon& icon);
+
 /// All keys that icon() knows, in the order of the table.
 QStringList iconKeys();
 

@@ -4,6 +4,7 @@
 #include <QMdiArea>
 #include <utility>
 
+#include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
 
 namespace lirovan::platform {
@@ -27,13 +28,14 @@ MdiChild::MdiChild(const QString& name, QWidget* parent) : QMdiSubWindow(parent)
             [this](Qt::WindowStates before, Qt::WindowStates now) {
                 if (now.testFlag(Qt::WindowActive) && !before.testFlag(Qt::WindowActive) && onActivate)
                     onActivate();
+                if (now != before) showIcon();
                 const Qt::WindowStates size = Qt::WindowMinimized | Qt::WindowMaximized;
                 if ((before & size) != (now & size)) tellResize();
             });
 }
 
 TwipsRect MdiChild::place() const {
-    if (given_ && geometry() == givenPixels_) return *given_;
+    if (given_ && (isMaximized() || geometry() == givenPixels_)) return *given_;
     return toTwips(geometry(), *this);
 }
 
@@ -50,6 +52,14 @@ void MdiChild::setPlace(const TwipsRect& place) {
     givenPixels_ = pixels;
     setGeometry(pixels);
     givenPixels_ = geometry();
+}
+
+// The title bar of the active window has the colour of a selection. A maximised window shows its icon on the
+// menu bar.
+void MdiChild::showIcon() {
+    if (icon_.isNull()) icon_ = windowIcon();
+    const bool selected = windowState().testFlag(Qt::WindowActive) && !isMaximized();
+    setWindowIcon(selected ? selectedIcon(icon_) : icon_);
 }
 
 void MdiChild::bringForward() {

@@ -2,6 +2,7 @@
 // windows answer, as one hook each. Who makes the window sets the hooks.
 #pragma once
 
+#include <QIcon>
 #include <QMdiSubWindow>
 #include <functional>
 #include <optional>
@@ -21,8 +22,8 @@ class MdiChild : public QMdiSubWindow {
     std::function<void()> onResize;    ///< its size or state changed
     std::function<bool()> onUnload;    ///< it is to be closed; false keeps it open
 
-    /// Where the window stands, its frame included. What setPlace() was given comes back to the bit as long
-    /// as the window has not moved since.
+    /// Where the window stands, its frame included; while it is maximised, where it was put before. What
+    /// setPlace() was given comes back to the bit as long as the window has not moved since.
     TwipsRect place() const;
     /// Moves and sizes a window that is neither minimised nor maximised; another keeps its place. A width
     /// that cuts captions off, as with a large type, is made larger. A place that reaches beyond the frame is
@@ -55,8 +56,10 @@ class MdiChild : public QMdiSubWindow {
 
   private:
     void tellResize();
+    void showIcon();
     void release();
 
+    QIcon icon_;                      // as it was set
     std::optional<TwipsRect> given_;  // by setPlace(), which made it givenPixels_
     QRect givenPixels_;
     bool telling_ = false;

@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTranslator>
 #include <algorithm>
 
@@ -82,6 +84,11 @@ Answer MessageBoxes::show(const Message& message) {
     for (const Choice& choice : offered) buttons.push_back(box.addButton(choice.text, choice.role));
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
     box.setEscapeButton(buttons.back());  // closing the box: Cancel, No, or the one button
+    // Wide enough for the title; the box counts on less beside it than a title bar holds.
+    const int titleWidth = box.fontMetrics().horizontalAdvance(message.title);
+    const int besideTitle = 4 * box.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(titleWidth + besideTitle, 0), grid->rowCount(), 0, 1, -1);
     box.exec();
     const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
     const auto index = clicked == buttons.end() ? offered.size() - 1 : std::size_t(clicked - buttons.begin());

@@ -315,11 +315,12 @@ bool WebView::eventFilter(QObject* watched, QEvent* event) {
             static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
         return false;
     }
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
-        copy();
-        return true;
-    }
-    return false;
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!key || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) return false;
+    // The page's own key: as the menu's it would copy from the shared content window.
+    event->accept();
+    if (event->type() == QEvent::KeyPress) copy();
+    return true;
 }
 
 void WebView::showContextMenu(const QPoint& place) {

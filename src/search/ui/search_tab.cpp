@@ -41,7 +41,7 @@ SearchTab::SearchTab(const Parts& parts, QWidget* parent)
       decisions_({parts.frame, parts.dialogs, *this, parts.content, parts.library, parts.folder, parts.state,
                   tree_}),
       results_(tree_),
-      Label1(named(new QLabel(u"&Aranacak Kelime(ler):"_s), u"Label1"_s)),
+      Label1(named(new QLabel(u"Aranacak &Kelime(ler):"_s), u"Label1"_s)),
       txt_Bul(named(new QLineEdit, u"txt_Bul"_s)),
       cmd_Bul(named(new QPushButton(u"B&ul"_s), u"cmd_Bul"_s)),
       cmdDur(named(new QPushButton(u"D&ur"_s), u"cmdDur"_s)),

@@ -242,7 +242,7 @@ void KitaplarMDI::sizeChanged() {
         sizedOnce_ = true;
         const QRect pixels = platform::toPixels(place, *this);
         move(pixels.left(), y());
-        resize(pixels.size());
+        resize(pixels.size() - (frameGeometry().size() - size()));
     }
     if (isVisible() && state() != WindowState::Minimized)
         windows_->arrange(browseWidth(frame_->width(), state()));

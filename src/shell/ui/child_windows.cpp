@@ -6,6 +6,7 @@
 
 #include "browse/window_places.h"
 #include "platform/ui/clipboard.h"
+#include "shell/command_table.h"
 #include "shell/ui/frmHakkinda.h"
 #include "shell/ui/import_progress.h"
 #include "shell/ui/update_download.h"
@@ -54,7 +55,9 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
                     const auto ensured = ensureLayout(path, platform::LayoutKind::Notes, area.window());
                     if (!ensured) return ensured.error();
                     return {};
-                }) {}
+                }) {
+    connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::nameActive);
+}
 
 ChildWindows::~ChildWindows() {
     closeExtraWindows();
@@ -174,6 +177,18 @@ bool ChildWindows::isBusy() const {
     return std::any_of(open.begin(), open.end(), [](const frm_IcerikN* window) { return window->isHeld(); });
 }
 
+// The windows say on the status bar themselves what they are, the notebook excepted.
+void ChildWindows::nameActive() {
+    const auto* active = qobject_cast<platform::MdiChild*>(area_.activeSubWindow());
+    if (active && !active->onActivate) {
+        frame_.setPanelText(1, active->windowTitle());
+        connect(active, &QWidget::windowTitleChanged, this, &ChildWindows::nameActive, Qt::UniqueConnection);
+    }
+    const QList<QMdiSubWindow*> windows = area_.subWindowList();
+    if (std::none_of(windows.begin(), windows.end(), [](const auto* window) { return window->isVisible(); }))
+        frame_.setPanelText(1, status::Idle.toString());
+}
+
 void ChildWindows::stopRun() {
     if (searchTab_) searchTab_->decisions().stop();
 }
@@ -185,11 +200,23 @@ void ChildWindows::showBrowse() {
 }
 
 void ChildWindows::hideBrowse() {
-    if (browse_) browse_->hide();
+    if (!browse_) return;
+    browse_->hide();
+    // It would stay the active window and take the keys.
+    const QList<QMdiSubWindow*> windows = area_.subWindowList(QMdiArea::ActivationHistoryOrder);
+    const auto next = std::find_if(windows.crbegin(), windows.crend(), [](const QMdiSubWindow* window) {
+        return window->isVisible() && !window->isMinimized();
+    });
+    area_.setActiveSubWindow(next == windows.crend() ? nullptr : *next);
+    if (next == windows.crend())
+        area_.setFocus();
+    else if (*next == content_)
+        focusContentView();
 }
 
 void ChildWindows::showTab(browse::Tab tab) {
     browseWindow().decisions().selectTab(tab);
+    if (tab == browse::Tab::Books && !help_) browseWindow().bookTree().setFocus();
 }
 
 void ChildWindows::sortResults(QStringView key) {
@@ -209,7 +236,7 @@ void ChildWindows::unloadContent() {
 void ChildWindows::focusContentView() {
     if (!content_ || content_->isHidden()) return;
     area_.setActiveSubWindow(content_);
-    content_->wb_Icerik->setFocus();
+    content_->shownPage().setFocus();
 }
 
 void ChildWindows::changeContentFontSize(int step) {
@@ -262,7 +289,7 @@ void ChildWindows::sendCut() {
 }
 
 void ChildWindows::sendCopy() {
-    if (content_) content_->wb_Icerik->copy();
+    if (content_) content_->shownPage().copy();
 }
 
 // ---- Extra content windows ----

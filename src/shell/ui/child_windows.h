@@ -97,6 +97,7 @@ class ChildWindows : public QObject, public Windows {
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();
     void loadExtra(const CopiedPage& page);
+    void nameActive();
 
     QMdiArea& area_;
     platform::MainFrame& frame_;

@@ -75,7 +75,16 @@ frm_yardim::frm_yardim(const platform::MainFrame& main, std::function<void(brows
     layout->addWidget(lblIcerik, 1);
     for (const HelpTopic& topic : helpTopics()) addTopic(topic, row);
     row->addStretch(1);
-    for (QTextBrowser* text : texts_) layout->addWidget(text, 1);
+    QWidget* before = nullptr;
+    for (auto* button : findChildren<QToolButton*>(Qt::FindDirectChildrenOnly)) {
+        if (before) setTabOrder(before, button);
+        before = button;
+    }
+    for (QTextBrowser* text : texts_) {
+        layout->addWidget(text, 1);
+        setTabOrder(before, text);
+        before = text;
+    }
     resize(34 * em, 39 * em);
     place(main);
 }
