@@ -80,10 +80,11 @@ TEST(RtfReader, ReadsFormats) {
     });
     const Document sizes =
         read(QByteArrayView("{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f7\\fmodern Courier New;}}\\deff0"
-                            "a\\f7\\fs20 b\\fs}"));
+                            "a\\f7\\fs20 b\\fs c\\fs0 d\\fs-5 e}"));
     const auto& runs = sizes.paragraphs.front().runs;
-    ASSERT_EQ(runs.size(), 2U);
+    ASSERT_EQ(runs.size(), 3U);
     EXPECT_EQ(runs[0].format.halfPoints, 24);
+    EXPECT_EQ(runs[2].format.halfPoints, 24);
     EXPECT_EQ(runs[1].format.halfPoints, 20);
     EXPECT_EQ(runs[1].format.font, u"Courier New");
 }
@@ -137,7 +138,7 @@ TEST(RtfReader, ReadsListsAndTablesAsText) {
          "y\\nestcell{\\*\\nesttableprops\\trowd\\nestrow}{\\nonesttables\\par}"
          "\\intbl z\\cell\\row}",
          u"x→y|z"},
-        {"{\\rtf1 a\\par\\page b\\par\\sect c}", u"a|b|c"},
+        {"{\\rtf1 a\\par\\page b\\par\\sect c\\column d\\softline e}", u"a|b|c|d↵e"},
     });
 }
 

@@ -13,7 +13,6 @@ void Parser::apply(const ControlWord& word, int value, bool hasValue) {
     if (applyText(word, value) || applyFont(word, value) || applyColor(word, value)) return;
     flush();
     if (applyCharFormat(word, value, on)) format_.reset();
-    if (word.action == Action::FontSize && !hasValue) group_.halfPoints = StandardHalfPoints;
     applyParagraphFormat(word, value);
 }
 
@@ -38,7 +37,7 @@ bool Parser::applyCharFormat(const ControlWord& word, int value, bool on) {
             group_.script = on ? static_cast<rtf::Script>(word.value) : rtf::Script::None;
             return true;
         case Action::FontSize:
-            group_.halfPoints = std::clamp(value, 1, MaxHalfPoints);
+            group_.halfPoints = value > 0 ? std::min(value, MaxHalfPoints) : StandardHalfPoints;
             return true;
         case Action::Color:
             group_.color = value;
