@@ -23,9 +23,15 @@ QString inOneLine(QString text) {
     return text;
 }
 
+// Not half of a character that takes two units.
+QString first(int units, const QString& text) {
+    const bool splits = text.size() > units && text.at(units - 1).isHighSurrogate();
+    return text.left(splits ? units - 1 : units);
+}
+
 QString beginningOf(const QString& notRtf) {
     const QString trimmed = notRtf.trimmed();
-    return inOneLine(rtf::read(QStringView(trimmed), {textCharacters}).plainText().left(textCharacters));
+    return inOneLine(first(textCharacters, rtf::read(QStringView(trimmed), {textCharacters}).plainText()));
 }
 
 QString dateOf(const Note& note, const std::function<QString(QDate)>& shortDate) {
@@ -41,7 +47,7 @@ QString listHeader() {
 
 QString listLine(const Note& note, const std::function<QString(QDate)>& shortDate) {
     return dateOf(note, shortDate) + QStringLiteral("   ") +
-           inOneLine(note.title.trimmed().left(titleCharacters)).leftJustified(titleWidth) +
+           inOneLine(first(titleCharacters, note.title.trimmed())).leftJustified(titleWidth) +
            beginningOf(note.rtf) + QStringLiteral("...");
 }
 

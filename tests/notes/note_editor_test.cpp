@@ -407,6 +407,9 @@ TEST_F(NoteListTest, ShowsALineForEachNote) {
               u"2.1.1899   t"_s + QString(24, u' ') + u"a b..."_s);
     EXPECT_EQ(listLine({{}, {}, u"iki\r\nsatır"_s, u"\t"_s}, shortDate),
               QString(13, u' ') + u"iki  satır"_s + QString(15, u' ') + u"..."_s);
+    // Neither cut goes through a character of two units.
+    EXPECT_EQ(listLine({{}, {}, QString(19, u'b') + u"😀"_s, QString(49, u'x') + u"😀"_s}, shortDate),
+              QString(13, u' ') + QString(19, u'b') + QString(6, u' ') + QString(49, u'x') + u"..."_s);
     EXPECT_EQ(listLine({}, shortDate), QString(10 + 3 + 25, u' ') + u"..."_s);
 }
 

@@ -15,11 +15,12 @@ namespace {
 // The system's short date, with day and month in two digits so that the columns stay straight. Where the
 // system names no country, the program's own, which is Turkish.
 QString shortDate(QDate date) {
-    static const QRegularExpression oneDigit(QStringLiteral("(?<![dM])([dM])(?![dM])"));
+    // Words of the format stand in quotes.
+    static const QRegularExpression oneDigit(QStringLiteral("('[^']*')|(?<![dM])([dM])(?![dM])"));
     const QLocale system = QLocale::system();
     const QLocale locale = system.language() == QLocale::C ? QLocale() : system;
     return locale.toString(
-        date, locale.dateFormat(QLocale::ShortFormat).replace(oneDigit, QStringLiteral("\\1\\1")));
+        date, locale.dateFormat(QLocale::ShortFormat).replace(oneDigit, QStringLiteral("\\1\\2\\2")));
 }
 
 }  // namespace
