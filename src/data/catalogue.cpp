@@ -71,11 +71,12 @@ QString headingById(TopicId topic) {
     return u"select * from tbl_KonuBaslik where KonuID="_s + number(topic);
 }
 
-QString headingWithBook(TopicId topic) {
+QString headingWithBook(TopicId topic, std::optional<qint64> headingRow) {
     return u"SELECT tbl_Kitaplar.KitapID, tbl_Kitaplar.KitapAdi, tbl_KonuBaslik.KonuBaslik "
            u",tbl_Kitaplar.YazarID FROM "
            "tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = tbl_Kitaplar.KitapID where KonuID="_s +
-           number(topic);
+           number(topic) +
+           (headingRow ? u" and tbl_KonuBaslik.rowid="_s + QString::number(*headingRow) : QString());
 }
 
 QString scripts() {

@@ -41,11 +41,12 @@ QString bookById(BookId book);                ///< KitapID, KitapAdi
 QString headings(BookId book);                ///< 0 KonuID, 2 KonuBaslik; in the book's order
 QString heading(BookId book, TopicId topic);  ///< 0 KonuID, 2 KonuBaslik
 QString headingById(TopicId topic);           ///< 0 KonuID, KitapID, 2 KonuBaslik
-QString headingWithBook(TopicId topic);       ///< KonuBaslik, KitapID, KitapAdi, YazarID
-QString scripts();                            ///< 1 fragment; only the first row counts
-QString topic(TopicId topic);                 ///< 2 Konu, 3 part number
-QString topicWithHeading(TopicId topic);      ///< KonuBaslik, KitapAdi, Konu
-QString topics();                             ///< every topic: 1 KonuID, 2 Konu
+/// KonuBaslik, KitapID, KitapAdi, YazarID; of all the topic's headings, or of the one in that row.
+QString headingWithBook(TopicId topic, std::optional<qint64> headingRow = {});
+QString scripts();                        ///< 1 fragment; only the first row counts
+QString topic(TopicId topic);             ///< 2 Konu, 3 part number
+QString topicWithHeading(TopicId topic);  ///< KonuBaslik, KitapAdi, Konu
+QString topics();                         ///< every topic: 1 KonuID, 2 Konu
 QString topicsOfAuthor(AuthorId author, AuthorScope scope,
                        TopicOrder order);             ///< 1 KonuID, 2 Konu; no HiddenBook
 QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no HiddenBook

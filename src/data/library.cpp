@@ -128,8 +128,9 @@ Result<std::optional<Heading>> Library::heading(TopicId topic) const {
     return first<Heading>(database_, catalogue::headingById(topic));
 }
 
-Result<std::optional<BookHeading>> Library::headingWithBook(TopicId topic) const {
-    return first<BookHeading>(database_, catalogue::headingWithBook(topic));
+Result<std::optional<BookHeading>> Library::headingWithBook(TopicId topic,
+                                                            std::optional<qint64> headingRow) const {
+    return first<BookHeading>(database_, catalogue::headingWithBook(topic, headingRow));
 }
 
 Result<std::optional<TopicText>> Library::topic(TopicId topic) const {

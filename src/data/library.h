@@ -59,7 +59,8 @@ class Library {
     platform::Result<std::optional<Book>> bookById(BookId book) const;  ///< id and title only
     platform::Result<std::optional<Heading>> heading(BookId book, TopicId topic) const;
     platform::Result<std::optional<Heading>> heading(TopicId topic) const;
-    platform::Result<std::optional<BookHeading>> headingWithBook(TopicId topic) const;
+    platform::Result<std::optional<BookHeading>> headingWithBook(TopicId topic,
+                                                                 std::optional<qint64> headingRow = {}) const;
     platform::Result<std::optional<TopicText>> topic(TopicId topic) const;
 
     /// The fragment in the first row of tbl_scripts; empty where there is no row.

@@ -51,12 +51,18 @@ QByteArray jsonNodes(const ResultTree& tree) {
     return jsonList(items);
 }
 
+// As the window hands it on.
+QString trimmed(const Request& request) {
+    return text::trimBlanks(request.query).toString();
+}
+
 // A run that nobody watches.
 struct Run {
     explicit Run(const data::Library& library, Request& request)
-        : engine(library, tree),
-          result(engine.listele(request.query, request.order, request.query, request.options, request.scope,
-                                host)) {}
+        : query(trimmed(request)),
+          engine(library, tree),
+          result(engine.listele(query, request.order, query, request.options, request.scope, host)) {}
+    QString query;
     RunHost host;
     ResultTree tree;
     SearchEngine engine;
@@ -89,10 +95,11 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
     ResultTree tree;
     RunHost host;
     RunResult::End end;
+    QString query = trimmed(request);
     const SearchRun run =
-        SearchEngine(library, tree).prepare(request.query, request.options, host, end).value_or(SearchRun());
+        SearchEngine(library, tree).prepare(query, request.options, host, end).value_or(SearchRun());
     const auto page =
-        highlightedPage(library, folder, topic, run, request.options.allWords, request.options.wholeWord);
+        highlightedPage(library, folder, topic, {}, run, request.options.allWords, request.options.wholeWord);
     if (!page) return {};
     if (!json) return browse::pageBytes(page->page);
     std::vector<QByteArray> colours;
@@ -102,11 +109,10 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
 }
 
 Result<QByteArray> ozet(const data::Library& library, Request request, int group) {
-    const QString typed = request.query;
     const Run run(library, request);
     if (!run.result) return run.result.error();
     const auto phraseLength =
-        request.options.together ? std::optional(text::trimBlanks(typed).size()) : std::nullopt;
+        request.options.together ? std::optional(trimmed(request).size()) : std::nullopt;
     const Result<QString> page = summaryPage(
         library, run.stored(), group, phraseLength, [](qsizetype) {}, [] { return true; });
     if (!page) return page.error();

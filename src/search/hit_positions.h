@@ -10,8 +10,8 @@
 
 namespace lirovan::search {
 
-/// The stops for hits at `offsets` (pixels from the top of the document, in any order): ascending, equal ones
-/// spread by 33 pixels, the last one 33 lower in any case. Never empty: a page without hits has the one
+/// The stops for hits at `offsets` (pixels from the top of the content cell, in any order): ascending, equal
+/// ones spread by 33 pixels, the last one 33 lower in any case. Never empty: a page without hits has the one
 /// stop 33. {300, 120} gives {120, 333}; {100, 100, 250} gives {100, 133, 283}.
 std::vector<qint32> hitStops(const std::vector<double>& offsets);
 

@@ -40,8 +40,9 @@ Result<std::optional<SummaryTopic>> summaryTopic(const Library& library, data::T
 }  // namespace
 
 std::optional<ResultPage> highlightedPage(const Library& library, const platform::AppFolder& folder,
-                                          data::TopicId topic, const SearchRun& run, bool allWords,
-                                          bool wholeWord, const MarkingProgress& progress) {
+                                          data::TopicId topic, std::optional<qint64> headingRow,
+                                          const SearchRun& run, bool allWords, bool wholeWord,
+                                          const MarkingProgress& progress) {
     Result<std::optional<data::TopicText>> row = library.topic(topic);
     if (row && !*row) return std::nullopt;
     data::TopicText text = orEmpty(std::move(row));
@@ -51,7 +52,7 @@ std::optional<ResultPage> highlightedPage(const Library& library, const platform
                             wholeWord, progress);
     text.text = std::exchange(result.marks.text, QString());
 
-    const data::BookHeading heading = orEmpty(library.headingWithBook(topic));
+    const data::BookHeading heading = orEmpty(library.headingWithBook(topic, headingRow));
     result.heading = heading.title;
     result.heading.replace(u"<BR>"_s, u" "_s);
     browse::PageFrame frame;

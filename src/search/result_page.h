@@ -19,11 +19,13 @@ struct ResultPage {
 };
 
 /// The topic page with every hit of the run's words marked. `allWords` and `wholeWord`: the check boxes as
-/// they stand now. Nothing where the topic has no text row (any more); what else cannot be read leaves its
+/// they stand now. `headingRow`: which of the topic's headings stands above it, by its row in tbl_KonuBaslik;
+/// else the first. Nothing where the topic has no text row (any more); what else cannot be read leaves its
 /// place empty.
 std::optional<ResultPage> highlightedPage(const data::Library& library, const platform::AppFolder& folder,
-                                          data::TopicId topic, const SearchRun& run, bool allWords,
-                                          bool wholeWord, const MarkingProgress& progress = {});
+                                          data::TopicId topic, std::optional<qint64> headingRow,
+                                          const SearchRun& run, bool allWords, bool wholeWord,
+                                          const MarkingProgress& progress = {});
 
 /// Why a summary could not be made: number and description, as the message box shows them.
 platform::Error summaryError(int number, const QString& description);

@@ -23,6 +23,7 @@ struct ResultNode {
     QString text;
     NodeValue image;
     NodeValue tag;
+    qint64 headingRow = 0;         ///< topics: id of the heading's row in tbl_KonuBaslik
     ResultNode* parent = nullptr;  ///< null: the root of a run
     int row = 0;                   ///< position among its siblings
     std::vector<ResultNode*> children = {};

@@ -224,20 +224,19 @@ Result<void> SearchEngine::countTopic(Listing& listing, const TopicRow& topic,
     }
     const qint64 count = listing.scanner.BulKelimeSay(
         *text, {topic.topic, AktifKitapID_}, listing.run.IsabetKaydi, [&] { return listing.goOn(); });
-    listTopic(listing, topic.topic, topic.book, *heading, count);
+    listTopic(listing, topic, *heading, count);
     return {};
 }
 
-void SearchEngine::listTopic(Listing& listing, TopicId topic, BookId book, const QString& heading,
-                             qint64 count) {
+void SearchEngine::listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count) {
     ResultNode& author = *listing.author;
     if (author.children.empty())
         tree_.add(&author, {NodeKind::Summary, listing.key(u"ozet", listing.authorIndex), u"Özet"_s,
                             LeafImage, u"OZET"_s + QString::number(listing.authorIndex)});
     ResultNode* parent = &author;
     if (listing.order == ListOrder::Kitap) {
-        if (!listing.book || book != listing.bookId) {
-            parent = &startBook(listing, book);
+        if (!listing.book || topic.book != listing.bookId) {
+            parent = &startBook(listing, topic.book);
         } else {
             parent = listing.book;
         }
@@ -246,8 +245,9 @@ void SearchEngine::listTopic(Listing& listing, TopicId topic, BookId book, const
     }
     listing.authorCount += count;
     tree_.setText(author, withCount(listing.authorName, listing.authorCount));
-    tree_.add(parent, {NodeKind::Topic, listing.key(u"konu", topic.value),
-                       withCount(text::ClearTitle(QString(heading)), count), LeafImage, topic.value});
+    tree_.add(parent, {NodeKind::Topic, listing.key(u"konu", topic.topic.value),
+                       withCount(text::ClearTitle(QString(heading)), count), LeafImage, topic.topic.value,
+                       topic.headingRow});
     ++listing.listed;
 }
 

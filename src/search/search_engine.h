@@ -78,8 +78,7 @@ class SearchEngine {
     platform::Result<void> listTopics(Listing& listing, data::AuthorId author);
     platform::Result<void> countTopic(Listing& listing, const TopicRow& topic,
                                       const platform::Result<std::string_view>& text);
-    void listTopic(Listing& listing, data::TopicId topic, data::BookId book, const QString& heading,
-                   qint64 count);
+    void listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count);
     ResultNode& startBook(Listing& listing, data::BookId book);
 
     const data::Library& library_;

@@ -27,6 +27,9 @@ constexpr qint64 EventInterval = 8;
 
 constexpr QStringView ProgressText = u"Araştırılıyor...";
 
+// The number that stands before the reason when the page file of a summary cannot be written.
+constexpr int PageNotWritten = 75;
+
 platform::Message failure(const platform::Error& error) {
     return platform::errorMessage(error.message, u"Hata"_s);
 }
@@ -264,7 +267,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
         const int value = thousands(position) + 1;
         if (value != std::exchange(shown, value)) frame.setProgressValue(value);
     };
-    const auto page = highlightedPage(parts_.library, parts_.folder, {node.tagNumber()}, run,
+    const auto page = highlightedPage(parts_.library, parts_.folder, {node.tagNumber()}, node.headingRow, run,
                                       options.allWords, options.wholeWord, progress);
     frame.setToolText(ProgressText.toString());
 
@@ -277,8 +280,9 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     browse::showTopicButtons(frame);
     parts_.content.show();
     browse::showGeneratedPage(parts_.content);
-    writeAndShow(page->page, page->heading.isEmpty() ? browse::ContentCaption.toString()
-                                                     : browse::contentCaption(page->heading));
+    showPage(browse::writePage(parts_.folder, page->page), page->heading.isEmpty()
+                                                               ? browse::ContentCaption.toString()
+                                                               : browse::contentCaption(page->heading));
     // The hits can be found once the page is there.
     showing_ = true;
     parts_.content.wb_Icerik().waitUntilComplete();
@@ -291,8 +295,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
         frame.setButtonEnabled(button::Down, false);
 }
 
-void SearchWindow::writeAndShow(const QString& page, const QString& caption) {
-    const Result<void> written = browse::writePage(parts_.folder, page);
+void SearchWindow::showPage(const Result<void>& written, const QString& caption) {
     parts_.content.setCaption(caption);
     browse::showPageFile(parts_.content, u"file:\\"_s + parts_.folder.pageText(browse::PageFile), written);
 }
@@ -313,14 +316,16 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
             letEventsRun();
             return !OzetDurdur_;
         });
-    if (page) {
+    const Result<void> written = page ? browse::writePage(parts_.folder, *page) : Result<void>(page.error());
+    if (written) {
         parts_.content.show();
         parts_.view.showSummaryStop(false);
         // The passages' type grows and shrinks from this size only.
         parts_.frame.FontSize(browse::TopicFontSize);
-        writeAndShow(*page, browse::contentCaption(u"ÖZET"_s));
+        showPage(written, browse::contentCaption(u"ÖZET"_s));
     } else {
-        parts_.dialogs.show(failure(page.error()));
+        parts_.dialogs.show(
+            failure(page ? summaryError(PageNotWritten, written.error().message) : page.error()));
     }
     endSummary();
 }

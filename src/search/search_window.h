@@ -71,7 +71,7 @@ class SearchWindow : private RunHost {
     void listele(QString& query, ListOrder order);
     void closeRun(const RunResult& result);
     void showTopic(const ResultNode& node, const SearchRun& run);
-    void writeAndShow(const QString& page, const QString& caption);
+    void showPage(const platform::Result<void>& written, const QString& caption);
     void OzetAl(int group, const SearchRun* run);
     void beginSummary();
     void endSummary();

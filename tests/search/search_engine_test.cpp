@@ -150,8 +150,8 @@ TEST(SearchEngine, AppliesTheOptions) {
         QString record;
     };
     const Case cases[] = {
-        // Variants of the table join the words, the last read first; apostrophes come back.
-        {u"hakikat"_s, {}, u"hakİkat hakikat hakîkat Hak'ikât hakîkat Hak'ikât"_s, u"$#3;4$"_s},
+        // Variants of the table join the words, the longest first; apostrophes come back.
+        {u"hakikat"_s, {}, u"Hak'ikât Hak'ikât hakîkat hakîkat hakİkat hakikat"_s, u"$#3;4$"_s},
         {u"İlim"_s, {.caseSensitive = true}, u"İlim"_s, u"$#1;4$"_s},
         {u"ilim"_s, {.wholeWord = true}, u"ilim İlİm"_s, u"$#3;18#1;4$#40000;4"_s},
         {u"ilim hakikat"_s, {.allWords = true}, u"ilim hakikat İlİm hakİkat"_s, u"$#3;18;4$"_s},
@@ -165,8 +165,7 @@ TEST(SearchEngine, AppliesTheOptions) {
         if (!c.record.isNull()) {
             EXPECT_EQ(listed.record.toStdString(), c.record.toStdString()) << c.query.toStdString();
         }
-        EXPECT_EQ(listed.words.size(), c.words.split(c.options.together ? u'|' : u' ').size())
-            << joined(listed.words);
+        EXPECT_EQ(listed.words, c.words.split(c.options.together ? u'|' : u' ')) << joined(listed.words);
     }
 }
 
@@ -296,7 +295,8 @@ TEST(Companion, PrintsPages) {
     test::LibraryFile file = library();
     const data::Library open = file.open();
     const platform::AppFolder folder(u"C:\\Lirovan"_s);
-    const QByteArray page = companion::vurgula(open, folder, {2}, {.query = u"su"_s}, false);
+    const QByteArray page =
+        companion::vurgula(open, folder, {2}, {.query = u" su "_s, .options = {.together = true}}, false);
     EXPECT_TRUE(
         page.startsWith("<html><title> \xC7"
                         "AY KIYISI </title><body topmargin=0 leftmargin=0 "
@@ -311,7 +311,7 @@ TEST(Companion, PrintsPages) {
               "FFFF00\"]]}\n");
     EXPECT_TRUE(companion::vurgula(open, folder, {99}, {.query = u"su"_s}, true).isEmpty());
 
-    const auto summary = companion::ozet(open, {.query = u"irfan"_s}, 0);
+    const auto summary = companion::ozet(open, {.query = u" irfan "_s, .options = {.together = true}}, 0);
     ASSERT_TRUE(summary);
     EXPECT_TRUE(
         summary->contains("<font color='#000080'><b>>>>>>YAZ <B>DEFTER\xDD</B> >>>>>DA\xD0 YOLU</b>"));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <functional>
 
@@ -185,7 +186,12 @@ TEST_F(SearchWindowTest, SortsTheLastQueryAgain) {
 }
 
 TEST_F(SearchWindowTest, ShowsATopicWithItsHits) {
+    file.execute(
+        u"INSERT INTO tbl_KonuBaslik(KonuID, KitapID, KonuBaslik, Konu_Sira) VALUES(1, 20, 'KAR', 9)");
     find(u"ilim"_s);
+    window.NodeClick(const_cast<ResultNode&>(tree.nodes(0).back()));  // the same topic in another book
+    EXPECT_EQ(content.title, u"İçerik Penceresi - KAR");
+    EXPECT_TRUE(page().contains("K\xFD\xFE"));
     find(u"irfan"_s);
     window.NodeClick(node(0, u"konu11"_s));  // of the older run: its words count
     EXPECT_EQ(frame.panels[3], u"Seçili başlıkta bulunan kelime sayısı: 2");
@@ -195,7 +201,7 @@ TEST_F(SearchWindowTest, ShowsATopicWithItsHits) {
     EXPECT_TRUE(page().contains(">ilim</font></span>") && !page().contains(">irfan</font></span>"));
     EXPECT_EQ(content.page.location(), u"file:\\"_s + file.appFolder().text() + u"\\OKU\\oku.html"_s);
     EXPECT_TRUE(content.page.shown && !content.startPage.shown);
-    EXPECT_EQ(frame.zeros, 1);
+    EXPECT_EQ(frame.zeros, 2);
     EXPECT_TRUE(frame.button(button::Down).enabled && !frame.button(button::Up).enabled);
     EXPECT_EQ(frame.toolText, u"Araştırılıyor...");
 
@@ -250,5 +256,15 @@ TEST_F(SearchWindowTest, LeavesTheSummaryIdleWhenItFails) {
     EXPECT_EQ(dialogs.messages.back().title, u"Hata");
     EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"9-"));
     EXPECT_TRUE(page().isEmpty());
+    expectIdle();
+
+    summary.tag = u"OZET0"_s;
+    content.title.clear();
+    ASSERT_TRUE(QDir().mkpath(file.filePath(u"OKU/oku.html"_s)));  // nothing can be written over it
+    window.NodeClick(summary);
+    ASSERT_EQ(dialogs.messages.size(), 2u);
+    EXPECT_EQ(dialogs.messages.back().title, u"Hata");
+    EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"75-Sayfa dosyası yazılamadı"));
+    EXPECT_TRUE(content.title.isEmpty() && content.page.navigated.isEmpty());
     expectIdle();
 }

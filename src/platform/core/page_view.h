@@ -57,8 +57,9 @@ class PageView {
 
     virtual Reply<bool> hasElement(QStringView name) = 0;
     virtual Outcome focusElement(QStringView name) = 0;
-    /// Distances in pixels from the top of the document of the elements named `prefix`0, `prefix`1, ... up to
-    /// the first number that is missing.
+    /// Distances in pixels from the top of the content cell (docs/ARCHITECTURE.md, "The page view"), or of
+    /// the document where there is none, of the elements named `prefix`0, `prefix`1, ... up to the first
+    /// number that is missing.
     virtual Reply<std::vector<double>> offsets(QStringView prefix) = 0;
     virtual Outcome setScrollTop(int pixels) = 0;
     virtual Reply<double> scrollTop() = 0;
