@@ -84,6 +84,7 @@ class Reader {
             node.author = author;
             node.book = book;
             node.topic = heading.topic;
+            node.hasTag = heading.hasTopic;
             const qsizetype at = add(std::move(node));
             if (progress_.topicAdded) progress_.topicAdded(tree_.nodes[static_cast<size_t>(at)].text);
         }
@@ -117,6 +118,10 @@ QString topicLoadedText(const QString& topic) {
 
 BookTree readBookTree(const data::Library& library, const TreeProgress& progress) {
     return Reader(library, progress).read();
+}
+
+QString incompleteListMessage(const platform::Error& failure) {
+    return u"kitaplar.vq sonuna kadar okunamadı, kitap listesi eksik.\n"_s + failure.message;
 }
 
 ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node) {

@@ -30,6 +30,7 @@ struct TreeNode {
     data::AuthorId author;  ///< of the author, or of the book's author
     data::BookId book;      ///< none for an author
     data::TopicId topic;    ///< a topic's tag; none for others
+    bool hasTag = false;    ///< `topic` is one; a heading may lack its id
 };
 
 /// Nodes in tree order: an author, its first book, that book's topics, its second book, ...
@@ -38,6 +39,9 @@ struct BookTree {
     /// Why the filling ended early; the nodes read so far stand.
     std::optional<platform::Error> failure;
 };
+
+/// What the reader is told when the tree or the selector could not be filled to the end.
+QString incompleteListMessage(const platform::Error& failure);
 
 /// Told while the tree is filled, with titles as the tree shows them. May be empty.
 struct TreeProgress {

@@ -28,7 +28,7 @@ void resolve(const Statement& s, int* at, const Heading*) {
     find(s, at, {u"KitapID", u"Konu_Sira"});
 }
 void read(const Statement& s, const int* at, Heading& row) {
-    row = {TopicId{s.integer(0)}, BookId{s.integer(at[0])}, s.text(2), s.real(at[1])};
+    row = {TopicId{s.integer(0)}, BookId{s.integer(at[0])}, s.text(2), s.real(at[1]), !s.isNull(0)};
 }
 
 void resolve(const Statement&, int*, const TopicText*) {}

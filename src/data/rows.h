@@ -22,10 +22,11 @@ struct Book {
 };
 
 struct Heading {
-    TopicId topic;     ///< column 0
-    BookId book;       ///< KitapID
-    QString title;     ///< column 2, as stored
-    double order = 0;  ///< Konu_Sira
+    TopicId topic;         ///< column 0
+    BookId book;           ///< KitapID
+    QString title;         ///< column 2, as stored
+    double order = 0;      ///< Konu_Sira
+    bool hasTopic = true;  ///< false: column 0 is null
 };
 
 struct TopicText {

@@ -66,7 +66,7 @@ TEST(Companion, MakesALibraryThatItCanRead) {
     const SourceFolder source;
     const QTemporaryDir folder;
     const QString library = folder.filePath(u"kitaplar.vq"_s);
-    write(library, "eski");
+    ASSERT_EQ(call({u"olustur"_s, source.path(), library}).status, 0);
     write(library + u".yapim"_s, "a killed run's");
     write(library + u".yapim-journal"_s, "and its journal");
     const Called made = call({u"olustur"_s, source.path(), library});
@@ -103,16 +103,16 @@ TEST(Companion, MakesALibraryThatItCanRead) {
 }
 
 TEST(Companion, LeavesTheTargetAloneWhenItCannotMakeTheLibrary) {
-    const QTemporaryDir folder;
-    const QString target = folder.filePath(u"kitaplar.vq"_s);
-    write(target, "eski");
+    const test::LibraryFile folder;
+    QString target = folder.path();
+    QStringList names{u"kitaplar.vq"_s};
     const auto refused = [&](const SourceFolder& source, QStringView reason) {
+        const QByteArray before = read(target);
         const Called run = call({u"olustur"_s, source.path(), target});
         EXPECT_EQ(run.status, 1);
         EXPECT_TRUE(run.error.contains(reason)) << run.error.toStdString();
-        EXPECT_EQ(read(target), QByteArray("eski"));
-        EXPECT_EQ(
-            QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 1);
+        EXPECT_EQ(read(target), before);
+        EXPECT_EQ(QDir(folder.folder()).entryList(QDir::Files | QDir::Hidden), names);
     };
     const SourceFolder withoutFile;
     QFile::remove(withoutFile.path(u"8.html"_s));
@@ -138,16 +138,27 @@ TEST(Companion, LeavesTheTargetAloneWhenItCannotMakeTheLibrary) {
     const SourceFolder noManifest;
     QFile::remove(noManifest.path(u"kitaplik.json"_s));
     refused(noManifest, u"kitaplik.json bulunamadı");
-    EXPECT_EQ(call({u"olustur"_s, SourceFolder().path(), folder.path()}).status, 1);
+    EXPECT_EQ(call({u"olustur"_s, SourceFolder().path(), folder.folder()}).status, 1);
+
+    target = folder.filePath(u"yazi.txt"_s);
+    names += u"yazi.txt"_s;
+    write(target, "mine");
+    refused(SourceFolder(), u"üzerine yazılmadı");
+    EXPECT_EQ(call({u"kelimeler"_s, folder.path(), target}).status, 1);
+    EXPECT_EQ(read(target), QByteArray("mine"));
 }
 
 TEST(Companion, ReadsForeignFilesWithoutChangingThem) {
     test::LibraryFile file;
     file.author(1, u"Y").book(1, 1, u"K").topic(5, 1, u"B", u"<P>m</P>");
-    file.execute(u"PRAGMA application_id=0; DROP TABLE tbl_KelimeKont");
+    file.execute(
+        u"INSERT INTO tbl_KonuBaslik VALUES (NULL, 1, 'Numarasız', 9);"
+        u"PRAGMA application_id=0; DROP TABLE tbl_KelimeKont");
     const QByteArray before = read(file.path());
-    EXPECT_EQ(call({u"agac"_s, file.path()}).out.count('\n'), 3);
-    EXPECT_EQ(call({u"denetle"_s, file.path()}).status, 0);
+    const QByteArray tree = call({u"agac"_s, file.path()}).out;
+    EXPECT_EQ(tree.count('\n'), 4);
+    EXPECT_TRUE(tree.endsWith("\"simge\":\"Acik\",\"etiket\":null}\n")) << tree.constData();
+    EXPECT_EQ(call({u"denetle"_s, file.path()}).out, "Konu (numarasız): metni yok.\n");
     EXPECT_EQ(read(file.path()), before);
 
     const QString imported = file.filePath(u"yeni.vq"_s);

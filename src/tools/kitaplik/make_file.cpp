@@ -5,6 +5,9 @@
 #include <QLockFile>
 #include <filesystem>
 
+#include "platform/core/import/file_format.h"
+#include "platform/core/library_layout.h"
+
 namespace lirovan::tools {
 
 using namespace Qt::StringLiterals;
@@ -17,11 +20,19 @@ void removeDatabase(const QString& path) {
     for (const QString& suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s, u""_s}) QFile::remove(path + suffix);
 }
 
+bool isLibrary(const QString& path) {
+    const platform::FileHeader header = platform::probeFile(path);
+    return header.format == platform::FileFormat::Sqlite &&
+           header.applicationId == platform::LibraryApplicationId;
+}
+
 }  // namespace
 
 Result<void> makeFile(const QString& target, const std::function<Result<void>(const QString&)>& write) {
     const QFileInfo info(target);
     if (info.isDir()) return Error{u"Hedef bir klasör: %1."_s.arg(target)};
+    if ((info.exists() || info.isSymLink()) && !isLibrary(target))
+        return Error{u"%1 bir kitaplık dosyası değil; üzerine yazılmadı."_s.arg(target)};
     QLockFile lock(info.absoluteFilePath() + u".kilit"_s);
     lock.setStaleLockTime(0);  // only the death of its holder makes a lock stale
     if (!lock.tryLock()) {

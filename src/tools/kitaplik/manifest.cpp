@@ -81,7 +81,7 @@ class Entry {
         const QJsonArray elements = value.toArray();
         for (qsizetype i = 0; i < elements.size() && !error_; ++i) {
             const QString prefix = place_.isEmpty() ? QString() : place_ + u'.';
-            Entry entry(elements[i], u"%1%2[%3]"_s.arg(prefix, key).arg(i), error_);
+            Entry entry(elements[i], u"%1%2[%3]"_s.arg(prefix, key, QString::number(i)), error_);
             read(entry, i + 1);
         }
     }

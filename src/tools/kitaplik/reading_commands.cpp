@@ -22,7 +22,7 @@ QByteArray nodeLine(const browse::TreeNode& node, const std::vector<browse::Tree
     else
         line.text("ust", nodes[static_cast<size_t>(node.parent)].key);
     line.text("metin", node.text).text("simge", node.image);
-    if (node.kind == browse::TreeNode::Kind::Topic)
+    if (node.hasTag)
         line.number("etiket", node.topic.value);
     else
         line.null("etiket");
