@@ -38,7 +38,7 @@ struct NoteDraft::State {
     void finishWriting() {
         if (writing.valid()) writing.wait();
     }
-    QString asidePath(int number) const { return QStringLiteral("%1.%2").arg(path).arg(number); }
+    QString asidePath(int number) const { return path + u'.' + QString::number(number); }
 
     QString path;
     QLockFile lock;

@@ -128,7 +128,10 @@ TEST_F(ImportTest, NeverOverwritesTheTargetOfAnImportByHand) {
     const QString target = write(QStringLiteral("yeni.vq"), "mine");
     EXPECT_FALSE(importer.import(library, target, std::nullopt));
     EXPECT_EQ(read(QStringLiteral("yeni.vq")), "mine");
+    write(QStringLiteral("b.vq.aktarma"), "mine");
     EXPECT_EQ(*importer.import(library, path(QStringLiteral("b.vq")), std::nullopt), LayoutKind::Library);
+    EXPECT_EQ(read(QStringLiteral("b.vq.aktarma")), "mine");
+    EXPECT_EQ(names().size(), 4);
 }
 
 // A library with what real files hold: texts in and outside the row, moved and deleted rows, missing values.

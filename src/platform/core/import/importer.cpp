@@ -91,14 +91,14 @@ Result<LayoutKind> Importer::import(const QString& source, const QString& target
     if (QFileInfo::exists(target)) return named(target, {QStringLiteral("Hedef dosya zaten var.")});
     if (!QFileInfo(target).absoluteDir().exists())
         return named(target, {QStringLiteral("Hedef klasör yok.")});
-    const QString unfinished = unfinishedName(target);
-    QFile::remove(unfinished);
+    // Beside the target, so that the last step is a rename within one file system.
+    const QTemporaryDir folder(unfinishedName(target) + QStringLiteral("-XXXXXX"));
+    if (!folder.isValid()) return named(target, {QStringLiteral("Hedefin klasörüne yazılamıyor.")});
+    const QString unfinished = folder.filePath(QFileInfo(target).fileName());
     const Result<LayoutKind> written = runImport(options_, {source, unfinished, kind}, progress);
     if (!written) return named(source, written.error());
-    if (!QFile::rename(unfinished, target)) {
-        QFile::remove(unfinished);
+    if (!QFile::rename(unfinished, target))
         return named(target, {QStringLiteral("Hedef dosya oluşturulamadı.")});
-    }
     return written;
 }
 

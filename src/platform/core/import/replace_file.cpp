@@ -47,8 +47,7 @@ bool keep(const QString& path, const QString& kept) {
 
 QString keptName(const QString& path, const QString& suffix) {
     for (int number = 1;; ++number) {
-        const QString name =
-            number == 1 ? path + suffix : QStringLiteral("%1.%2%3").arg(path).arg(number).arg(suffix);
+        const QString name = number == 1 ? path + suffix : path + u'.' + QString::number(number) + suffix;
         const QFileInfo info(name);
         if (!info.exists() && !info.isSymLink()) return name;
     }
