@@ -29,8 +29,8 @@ class BrowseWindow {
     };
     explicit BrowseWindow(Parts parts) : parts_(std::move(parts)) {}
 
-    /// Form_Load — menu, place, first tab, and the tree's nodes. A failure in it is in the result; then the
-    /// splash window is not the caller's to replace by the main window.
+    /// Form_Load — menu, place, first tab, and the tree's nodes. The result says if the filling failed; the
+    /// nodes read so far stand, and the program goes on with them.
     const BookTree& load(const TreeProgress& progress);
     const std::vector<TreeNode>& nodes() const { return tree_.nodes; }
 

@@ -1,5 +1,7 @@
 #include "data/library_check.h"
 
+#include <QRegularExpression>
+
 #include "platform/core/library_layout.h"
 
 namespace lirovan::data {
@@ -85,11 +87,22 @@ QStringList missingTablesAndColumns(const Database& database) {
     return faults;
 }
 
+// One line for each page that the engine complains about.
+void addDamage(QStringList& faults, const QString& report) {
+    static const QRegularExpression page(u"\\bpage (\\d+)"_s, QRegularExpression::CaseInsensitiveOption);
+    for (const QString& line : report.split(u'\n', Qt::SkipEmptyParts)) {
+        if (line == u"ok" || line.startsWith(u"***")) continue;
+        const QRegularExpressionMatch found = page.match(line);
+        const QString fault =
+            found.hasMatch() ? u"Dosya bozuk (%1. sayfa)."_s.arg(found.captured(1)) : u"Dosya bozuk."_s;
+        if (!faults.contains(fault)) faults += fault;
+    }
+}
+
 Result<QStringList> damage(const Database& database) {
     QStringList faults;
-    const Result<void> checked = forEach(database, u"PRAGMA quick_check(5)", [&](const Statement& row) {
-        if (row.text(0) != u"ok") faults += u"Dosya bozuk: %1"_s.arg(row.text(0));
-    });
+    const Result<void> checked = forEach(database, u"PRAGMA quick_check(5)",
+                                         [&](const Statement& row) { addDamage(faults, row.text(0)); });
     if (!checked) return checked.error();
     return faults;
 }

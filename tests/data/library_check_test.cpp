@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+
 #include "data/library_writer.h"
 #include "support/library_file.h"
 
@@ -49,6 +51,17 @@ TEST(LibraryCheck, NamesEveryFaultWithItsRow) {
         file.execute(one.damage);
         EXPECT_EQ(faults(file), one.expected) << one.damage.toUtf8().constData();
     }
+}
+
+TEST(LibraryCheck, NamesDamagedPagesInOneTurkishLineEach) {
+    const test::LibraryFile library = test::smallLibrary();
+    const auto root = platform::Database::open(library.path(), platform::OpenMode::ReadOnly)
+                          ->integer(u"SELECT rootpage FROM sqlite_master WHERE name='tbl_Konu'");
+    QFile file(library.path());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek((**root - 1) * 32768));
+    file.write(QByteArray(32768, 'x'));
+    file.close();
+    EXPECT_EQ(faults(library).value(0), u"Dosya bozuk (%1. sayfa)."_s.arg(**root));
 }
 
 TEST(MarkupFault, AsksForEndsOnlyWhereABrowserNeedsThem) {

@@ -54,7 +54,8 @@ TEST_F(DatabaseTest, TellsRowEndAndErrorApart) {
     EXPECT_EQ(statement->column(u"yok"), -1);
     EXPECT_TRUE(statement->isNull(7));
     EXPECT_EQ(*statement->step(), Step::Done);
-    EXPECT_FALSE(database_.prepare(u"select * from yok"));
+    EXPECT_EQ(database_.prepare(u"select * from yok").error().message,
+              QStringLiteral("Veritabanı hatası (SQLite 1)."));
     EXPECT_FALSE(Database().execute(u"select 1"));
 }
 

@@ -89,8 +89,20 @@ Error error(const SQLite::Exception& exception, SQLite::Database* connection = n
             return {QStringLiteral("Veritabanı dosyası başka bir program tarafından kullanılıyor.")};
         case SQLITE_CANTOPEN:
             return {QStringLiteral("Veritabanı dosyası açılamadı.")};
+        case SQLITE_IOERR:
+            return {QStringLiteral("Veritabanı dosyası diskten okunamadı ya da diske yazılamadı.")};
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            return {QStringLiteral("Veritabanı dosyası için izin yok.")};
+        case SQLITE_NOMEM:
+            return {QStringLiteral("Bellek yetmedi.")};
+        case SQLITE_TOOBIG:
+            return {QStringLiteral("Metin veritabanı için çok uzun.")};
+        case SQLITE_CONSTRAINT:
+        case SQLITE_MISMATCH:
+            return {QStringLiteral("Değer veritabanının kurallarına uymuyor.")};
         default:
-            return {QStringLiteral("Veritabanı hatası: %1").arg(QString::fromUtf8(exception.what()))};
+            return {QStringLiteral("Veritabanı hatası (SQLite %1).").arg(exception.getErrorCode())};
     }
 }
 

@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include "browse/book_selector.h"
+#include "browse/book_tree.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
 #include "shell/command_table.h"
@@ -132,7 +133,8 @@ bool KitaplarMDI::load() {
     browse::BookSelector selector = browse::readBookSelector(library_);
     frame_->fillSelector(std::move(selector.rows));
     if (selector.failure)
-        services_.dialogs.show(platform::errorMessage(selector.failure->message, u"Okuma Hatası"_s));
+        services_.dialogs.show(
+            platform::errorMessage(browse::incompleteListMessage(*selector.failure), u"Okuma Hatası"_s));
     for (QStringView key : {button::New, button::Up, button::Down}) frame_->setButtonEnabled(key, false);
 
     frmGiris splash(services_.registry, services_.folder.text());

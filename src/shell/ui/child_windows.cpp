@@ -86,7 +86,8 @@ void ChildWindows::loadBrowse() {
     });
     const browse::BookTree& tree = browse_->load(treeProgress);
     if (tree.failure)
-        services_.dialogs.show(platform::errorMessage(tree.failure->message, u"Okuma Hatası"_s));
+        services_.dialogs.show(
+            platform::errorMessage(browse::incompleteListMessage(*tree.failure), u"Okuma Hatası"_s));
 }
 
 frm_Icerik& ChildWindows::contentWindow() {
