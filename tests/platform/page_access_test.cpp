@@ -13,7 +13,7 @@ namespace {
 
 struct PageAccessTest : ::testing::Test {
     QTemporaryDir parent;
-    const QString root = QDir(parent.path()).canonicalPath() + u"/uygulama ğ"_s;
+    const QString root = QDir(parent.path()).canonicalPath() + u"/uygulama\\ğ"_s;
     const AppFolder folder{root};
 
     void SetUp() override {
@@ -43,7 +43,7 @@ TEST_F(PageAccessTest, BringsPathTextsToFilesOfTheFolder) {
     EXPECT_EQ(access.file(root + u"\\OKU\\yok.htm"_s), root + u"/Oku/yok.htm"_s)
         << "a page still to be written";
     for (const QString& text :
-         {u""_s, root, root + u"-baska/gizli.htm"_s, root + u"\\..\\uygulama ğ-baska\\gizli.htm"_s,
+         {u""_s, root, root + u"-baska/gizli.htm"_s, root + u"\\..\\uygulama\\ğ-baska\\gizli.htm"_s,
           root + u"/Oku/disari/gizli.htm"_s, root + u"/Oku/disari/yok.htm"_s, u"/etc/passwd"_s,
           u"Oku/VQ.htm"_s, u"http://x/"_s + page, u"file://sunucu"_s + page})
         EXPECT_EQ(access.file(text), std::nullopt) << text.toStdString();

@@ -11,6 +11,9 @@ using namespace lirovan::platform;
 TEST(AppFolder, MatchesNamesWithoutRegardToCase) {
     QTemporaryDir root;
     ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("Oku/duaimages")));
+    ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("a\\b/Oku")));
+    EXPECT_EQ(AppFolder(root.path() + QStringLiteral("/a\\b")).path(u"\\OKU\\x.htm"),
+              root.path() + QStringLiteral("/a\\b/Oku/x.htm"));
     QFile page(root.filePath(QStringLiteral("Oku/Oku.HTML")));
     ASSERT_TRUE(page.open(QIODevice::WriteOnly));
     const AppFolder folder(root.path() + u'/');

@@ -76,9 +76,19 @@ bool PageAccess::isInside(const QString& path) const {
     return resolved(path).startsWith(root_);
 }
 
+// The folder's own name may hold a backslash that separates nothing.
+QString PageAccess::realPath(const QString& path) const {
+    for (const QString& start : {folder_.text() + u'\\', folder_.text() + u'/', root_}) {
+        if (!path.startsWith(start)) continue;
+        const QString below = QDir::cleanPath(QStringLiteral("./") + withSlashes(path.mid(start.size())));
+        if (!below.startsWith(u"..")) return folder_.path(u'/' + below);
+    }
+    return existingPath(QDir::cleanPath(withSlashes(path)));
+}
+
 std::optional<QString> PageAccess::file(const QString& pathText) const {
     if (pathText.isEmpty() || pathText.contains(QChar(u'\0'))) return std::nullopt;
-    const QString path = existingPath(QDir::cleanPath(withSlashes(withoutScheme(pathText))));
+    const QString path = realPath(withoutScheme(pathText));
     if (!isInside(path)) return std::nullopt;
     return path;
 }

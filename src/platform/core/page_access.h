@@ -40,6 +40,7 @@ class PageAccess {
 
   private:
     bool isInside(const QString& path) const;
+    QString realPath(const QString& path) const;
 
     AppFolder folder_;
     QString root_;  ///< the folder itself, links followed, with a separator at its end

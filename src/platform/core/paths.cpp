@@ -16,20 +16,27 @@ QString matchEntry(const QString& folder, const QString& name) {
     return name;
 }
 
+// Walks `relative` (with slashes) down from `start`, which is empty or ends in "/".
+QString matchDown(QString start, const QString& relative) {
+    const QStringList parts = relative.split(u'/', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        const QString folder = start.isEmpty() ? QStringLiteral("./") : start;
+        start += matchEntry(folder, parts[i]);
+        if (i + 1 < parts.size()) start += u'/';
+    }
+    return start;
+}
+
 }  // namespace
 
 QString existingPath(const QString& path) {
     QString clean = path;
     clean.replace(u'\\', u'/');
     if (QFileInfo::exists(clean)) return clean;
-    QString result = clean.startsWith(u'/') ? QStringLiteral("/") : QString();
-    const QStringList parts = clean.split(u'/', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < parts.size(); ++i) {
-        const QString folder = result.isEmpty() ? QStringLiteral("./") : result;
-        result += matchEntry(folder, parts[i]);
-        if (i + 1 < parts.size()) result += u'/';
-    }
-    return result;
+    // Two slashes begin the name of another machine.
+    qsizetype slashes = 0;
+    while (slashes < clean.size() && clean[slashes] == u'/') ++slashes;
+    return matchDown(clean.first(slashes), clean);
 }
 
 AppFolder::AppFolder(QString folder) : folder_(std::move(folder)) {
@@ -37,7 +44,10 @@ AppFolder::AppFolder(QString folder) : folder_(std::move(folder)) {
 }
 
 QString AppFolder::path(QStringView relative) const {
-    return existingPath(pageText(relative));
+    QString below = relative.toString();
+    below.replace(u'\\', u'/');
+    if (QFileInfo::exists(folder_ + below)) return folder_ + below;
+    return matchDown(folder_ + u'/', below);
 }
 
 }  // namespace lirovan::platform

@@ -20,8 +20,8 @@ class AppFolder {
     const QString& text() const { return folder_; }
     /// The folder's text followed by `relative`, for use on pages.
     QString pageText(QStringView relative) const { return folder_ + relative.toString(); }
-    /// The real path of `relative` ("\OKU\oku.html"): existing names are matched without regard to case;
-    /// parts that do not exist are taken as written.
+    /// The real path of `relative` ("\OKU\oku.html") in the folder as it is named: existing names are matched
+    /// without regard to case; parts that do not exist are taken as written.
     QString path(QStringView relative) const;
 
   private:

@@ -28,12 +28,13 @@ QString scriptText(QStringView text) {
 }
 
 QString readableAddresses(QString html, const PageAccess& access) {
-    constexpr QStringView Special = u"#?%:";
+    constexpr QStringView Special = u"#?%:&\"\\";
     const QString& text = access.folder().text();
     if (std::none_of(text.cbegin(), text.cend(), [&](QChar c) { return Special.contains(c); })) return html;
     const QString written = QStringLiteral("src=\"") + text + u'\\';
-    return html.replace(written,
-                        QStringLiteral("src=\"") + access.address(text).path(QUrl::FullyEncoded) + u'/');
+    QString address = access.address(text).path(QUrl::FullyEncoded);
+    address.replace(u'&', QStringLiteral("&amp;"));
+    return html.replace(written, QStringLiteral("src=\"") + address + u'/');
 }
 
 }  // namespace lirovan::platform

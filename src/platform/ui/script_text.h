@@ -11,8 +11,8 @@ namespace lirovan::platform {
 QString scriptText(QStringView text);
 
 /// Page markup whose picture addresses "<folder>\OKU\..." the engine can follow: a folder whose name holds a
-/// character that means something in an address (#, ?, %, the colon of a drive) is written as an address
-/// there.
+/// character that means something in an address or in markup (#, ?, %, &, the colon of a drive) is written as
+/// an address there.
 QString readableAddresses(QString html, const PageAccess& access);
 
 }  // namespace lirovan::platform
