@@ -1,5 +1,7 @@
 #include "browse/ui/book_tree_model.h"
 
+#include <QTextDocument>
+
 #include "platform/ui/icons.h"
 
 namespace lirovan::browse {
@@ -75,7 +77,9 @@ QVariant BookTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return found.text;
         case Qt::ToolTipRole:
-            return found.text.trimmed();
+            // A tag in a title is shown, not obeyed.
+            return Qt::mightBeRichText(found.text) ? found.text.trimmed().toHtmlEscaped()
+                                                   : found.text.trimmed();
         case Qt::DecorationRole:
             if (!icons_.contains(found.image)) icons_.insert(found.image, platform::icon(found.image));
             return icons_.value(found.image);

@@ -3,6 +3,7 @@
 #include <QBrush>
 #include <QColor>
 #include <QFont>
+#include <QTextDocument>
 #include <utility>
 
 #include "platform/ui/icons.h"
@@ -110,8 +111,10 @@ QVariant ResultTreeModel::data(const QModelIndex& index, int role) const {
     const bool root = at->kind == NodeKind::Run;
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
             return at->text;
+        case Qt::ToolTipRole:
+            // A tag in a title is shown, not obeyed.
+            return Qt::mightBeRichText(at->text) ? at->text.toHtmlEscaped() : at->text;
         case Qt::DecorationRole:
             return icon(*at);
         case Qt::FontRole: {

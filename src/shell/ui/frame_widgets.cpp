@@ -39,6 +39,7 @@ void FrameWidgets::addStatusBar() {
     for (int i = 0; i < 3; ++i) {
         auto* label = new QLabel;
         label->setObjectName(u"StatusBar1_%1"_s.arg(i + 1));
+        label->setTextFormat(Qt::PlainText);
         label->setContentsMargins(8, 2, 8, 2);
         bar->addWidget(label, i == 0 ? 1 : 0);
         label->setVisible(i == 0);

@@ -88,6 +88,7 @@ void MainToolBar::addSelector() {
 void MainToolBar::addProgress() {
     lbl_tool = new QLabel(u"Araştırılıyor..."_s);
     lbl_tool->setObjectName(u"lbl_tool"_s);
+    lbl_tool->setTextFormat(Qt::PlainText);
     lbl_tool->setMinimumWidth(ToolTextWidth);
     lbl_tool->setContentsMargins(6, 0, 6, 0);
     lbl_tool->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
