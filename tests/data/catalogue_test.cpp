@@ -113,7 +113,9 @@ TEST(Catalogue, EveryStatementFindsItsRows) {
         {catalogue::variants(u"' OR 1=1 --"), u"", u"KelimeKontAra", u""},
     };
     for (const auto& one : cases) {
-        if (!one.text.isEmpty()) EXPECT_EQ(one.sql, one.text);
+        if (!one.text.isEmpty()) {
+            EXPECT_EQ(one.sql, one.text);
+        }
         EXPECT_EQ(values(library, one.sql, one.column), one.expected) << one.sql.toStdString();
     }
 }

@@ -23,10 +23,10 @@ TEST(Comparison, FoldsDottedAndDotlessIAsTurkishDoes) {
 }
 
 TEST(Comparison, FoldsOnceAndLeavesSurrogatesAlone) {
-    for (char32_t unit = 0; unit < 0x10000; ++unit) {
-        const auto c = static_cast<char16_t>(unit);
-        EXPECT_EQ(fold(fold(c)), fold(c)) << unit;
-        if (QChar::isSurrogate(unit)) EXPECT_EQ(fold(c), c) << unit;
+    for (unsigned unit = 0; unit < 0x10000; ++unit) {
+        const char16_t folded = fold(static_cast<char16_t>(unit));
+        EXPECT_TRUE(fold(folded) == folded) << unit;
+        EXPECT_TRUE(folded == unit || !QChar::isSurrogate(unit)) << unit;
     }
 }
 
