@@ -26,12 +26,12 @@ QString withSlashes(QString path) {
 /// The path part of "file:\C:\x", "file:\/home/x" and the like.
 QString withoutScheme(const QString& text) {
     if (!text.startsWith(u"file:", Qt::CaseInsensitive)) return text;
-    const QString slashed = withSlashes(text);
-    if (slashed.startsWith(u"file://")) return QUrl(slashed).toLocalFile();
-    QString path = slashed.mid(5);
-    while (path.startsWith(u"//")) path.remove(0, 1);
-    const bool drive = path.size() > 2 && path.at(0) == u'/' && path.at(2) == u':';
-    return drive ? path.mid(1) : path;
+    if (text.startsWith(u"file://", Qt::CaseInsensitive)) return QUrl(text).toLocalFile();
+    const QString path = text.mid(5);
+    qsizetype separators = 0;
+    while (separators < path.size() && (path[separators] == u'/' || path[separators] == u'\\')) ++separators;
+    const bool drive = separators + 1 < path.size() && path[separators + 1] == u':';
+    return drive ? path.mid(separators) : u'/' + path.mid(separators);
 }
 
 /// Whether an HTML file begins with a byte order mark or names its character set.
