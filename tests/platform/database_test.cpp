@@ -54,8 +54,9 @@ TEST_F(DatabaseTest, TellsRowEndAndErrorApart) {
     EXPECT_EQ(statement->column(u"yok"), -1);
     EXPECT_TRUE(statement->isNull(7));
     EXPECT_EQ(*statement->step(), Step::Done);
-    EXPECT_EQ(database_.prepare(u"select * from yok").error().message,
-              QStringLiteral("Veritabanı hatası (SQLite 1)."));
+    EXPECT_EQ(database_.prepare(u"select * from t9").error().message,
+              QStringLiteral("Dosyada t9 tablosu yok."));
+    EXPECT_EQ(database_.execute(u"selam").error().message, QStringLiteral("Veritabanı hatası (SQLite 1)."));
     EXPECT_FALSE(Database().execute(u"select 1"));
 }
 

@@ -73,6 +73,8 @@ Error damaged() {
     return {QStringLiteral("Veritabanı dosyası bozuk.")};
 }
 
+constexpr QStringView NoSuchTable = u"no such table: ";
+
 Error error(const SQLite::Exception& exception, SQLite::Database* connection = nullptr) {
     switch (exception.getErrorCode()) {
         case SQLITE_NOTADB:
@@ -89,6 +91,10 @@ Error error(const SQLite::Exception& exception, SQLite::Database* connection = n
             return {QStringLiteral("Veritabanı dosyası başka bir program tarafından kullanılıyor.")};
         case SQLITE_CANTOPEN:
             return {QStringLiteral("Veritabanı dosyası açılamadı.")};
+        case SQLITE_ERROR:
+            if (const QString what = QString::fromUtf8(exception.what()); what.startsWith(NoSuchTable))
+                return {QStringLiteral("Dosyada %1 tablosu yok.").arg(what.mid(NoSuchTable.size()))};
+            return {QStringLiteral("Veritabanı hatası (SQLite %1).").arg(exception.getErrorCode())};
         case SQLITE_IOERR:
             return {QStringLiteral("Veritabanı dosyası diskten okunamadı ya da diske yazılamadı.")};
         case SQLITE_PERM:
