@@ -13,6 +13,7 @@ void showStartPage(ContentView& window) {
     if (!window.isLoaded()) return;
     window.wb_Icerik().setShown(false);
     window.wb_Icerik2().setShown(true);
+    window.setCaption(ContentCaption.toString());
 }
 
 void showPageFile(ContentView& window, const QString& pathText, const platform::Result<void>& written) {

@@ -51,7 +51,8 @@ class ContentView {
     virtual platform::PageView& wb_Icerik2() = 0;  ///< the start page
 };
 
-/// Shows the one view of a content window and hides the other. A closed window is not loaded for the start
+/// Shows the one view of a content window and hides the other; the start page also takes the last page's name
+/// out of the caption. A closed window is not loaded for the start
 /// page: it has it when it is opened again.
 void showGeneratedPage(ContentView& window);
 void showStartPage(ContentView& window);

@@ -79,6 +79,7 @@ TEST_F(MainWindowTest, OpensATopicEnlargesItsTypeAndReducesItAgain) {
     EXPECT_EQ(window->frame().fontSize(), 16);
     clickNode(u"P1"_s);
     EXPECT_TRUE(content().wb_Icerik2->isShown()) << "a book shows the start page";
+    EXPECT_EQ(content().windowTitle(), u"İçerik Penceresi"_s);
     EXPECT_TRUE(disappears(button(u"buyult"_s)));
 }
 
