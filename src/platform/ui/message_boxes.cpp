@@ -84,8 +84,10 @@ Answer MessageBoxes::show(const Message& message) {
     for (const Choice& choice : offered) buttons.push_back(box.addButton(choice.text, choice.role));
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
     box.setEscapeButton(buttons.back());  // closing the box: Cancel, No, or the one button
-    // Wide enough for the title; the box counts on less beside it than a title bar holds.
-    const int titleWidth = box.fontMetrics().horizontalAdvance(message.title);
+    // Wide enough for the title, which may be bold, and the buttons beside it.
+    QFont titleFont = box.font();
+    titleFont.setBold(true);
+    const int titleWidth = QFontMetrics(titleFont).horizontalAdvance(message.title);
     const int besideTitle = 4 * box.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
         grid->addItem(new QSpacerItem(titleWidth + besideTitle, 0), grid->rowCount(), 0, 1, -1);
