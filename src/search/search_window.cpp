@@ -240,7 +240,6 @@ void SearchWindow::NodeClick(ResultNode& node) {
         case NodeKind::Summary:
             // The author's counter stands behind "OZET" in the tag.
             OzetAl(QString(std::get<QString>(node.tag)).remove(u"OZET"_s).toInt(), run);
-            browse::showGeneratedPage(parts_.content);
             break;
         case NodeKind::Topic:
             if (run) showTopic(node, *run);
@@ -323,6 +322,7 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
         // The passages' type grows and shrinks from this size only.
         parts_.frame.FontSize(browse::TopicFontSize);
         showPage(written, browse::contentCaption(u"ÖZET"_s));
+        browse::showGeneratedPage(parts_.content);
     } else {
         parts_.dialogs.show(
             failure(page ? summaryError(PageNotWritten, written.error().message) : page.error()));

@@ -260,11 +260,12 @@ TEST_F(SearchWindowTest, LeavesTheSummaryIdleWhenItFails) {
 
     summary.tag = u"OZET0"_s;
     content.title.clear();
+    browse::showStartPage(content);
     ASSERT_TRUE(QDir().mkpath(file.filePath(u"OKU/oku.html"_s)));  // nothing can be written over it
     window.NodeClick(summary);
     ASSERT_EQ(dialogs.messages.size(), 2u);
     EXPECT_EQ(dialogs.messages.back().title, u"Hata");
     EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"75-Sayfa dosyası yazılamadı"));
-    EXPECT_TRUE(content.title.isEmpty() && content.page.navigated.isEmpty());
+    EXPECT_TRUE(content.startPage.shown && content.page.navigated.isEmpty());
     expectIdle();
 }
