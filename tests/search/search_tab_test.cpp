@@ -90,9 +90,13 @@ TEST_F(SearchTabTest, EnterSearchesAndShowsTheTree) {
     EXPECT_EQ(rows(1).size(), 2);
     type(u"bulunmaz"_s);
     EXPECT_EQ(rows(1).size(), 2);
+    type(u"ilim "_s + QString(300, u'q'));
+    const int wide = tree->header()->sectionSize(0);
     child<QCheckBox>("chk_ClearResult")->setChecked(true);
     type(u"ve"_s);
     EXPECT_EQ(rows(1), QStringList{u"Aranan :\"ve\""_s});
+    QApplication::processEvents();
+    EXPECT_LT(tree->header()->sectionSize(0), wide / 2);
 }
 
 TEST_F(SearchTabTest, TheStopButtonEndsASearchInTheMiddle) {

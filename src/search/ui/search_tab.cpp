@@ -20,13 +20,22 @@ Widget* named(Widget* widget, const QString& name) {
     return widget;
 }
 
-/// The column is as wide as the widest row that has been in view, and narrower only once the tree is empty:
-/// were it always that of the rows in view, the horizontal scroll bar could cover the row that it came for,
-/// go, and come again without end.
+/// The column is as wide as the widest row that has been in view since the tree was last empty: were it
+/// always that of the rows in view, the horizontal scroll bar could cover the row that it came for, go, and
+/// come again without end.
 class ResultView : public QTreeView {
+  public:
+    void setModel(QAbstractItemModel* model) override {
+        QTreeView::setModel(model);
+        const auto forgetWhenEmpty = [this, model] {
+            if (model->rowCount() == 0) widest_ = 0;
+        };
+        connect(model, &QAbstractItemModel::rowsRemoved, this, forgetWhenEmpty);
+        connect(model, &QAbstractItemModel::modelReset, this, forgetWhenEmpty);
+    }
+
   protected:
     int sizeHintForColumn(int column) const override {
-        if (model()->rowCount() == 0) widest_ = 0;
         return widest_ = std::max(widest_, QTreeView::sizeHintForColumn(column));
     }
 

@@ -213,7 +213,7 @@ bool Tour::click(QTreeView* tree, const QModelIndex& index) {
     if (!index.isValid()) return false;
     tree->scrollTo(index);
     settle();
-    const QPointF place = tree->visualRect(index).center();
+    const QPointF place = tree->visualRect(index).intersected(tree->viewport()->rect()).center();
     send(tree->viewport(), QEvent::MouseButtonPress, place, Qt::LeftButton);
     send(tree->viewport(), QEvent::MouseButtonRelease, place, Qt::NoButton);
     return true;
