@@ -18,16 +18,16 @@ namespace {
 const QString idKey = QStringLiteral("NotID"), titleKey = QStringLiteral("NotBaslik"),
               versionKey = QStringLiteral("Surum"), rtfKey = QStringLiteral("NotRTF");
 
-void write(const QString& path, const Unsaved& text, const QString& replaces) {
+bool write(const QString& path, const Unsaved& text, const QString& replaces) {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return;
+    if (!file.open(QIODevice::WriteOnly)) return false;
     const QByteArray version = NoteDraft::version(replaces);
     file.write(QJsonDocument(QJsonObject{{idKey, text.note.value},
                                          {titleKey, text.title},
                                          {versionKey, QString::fromLatin1(version)},
                                          {rtfKey, storedRtf(text.text)}})
                    .toJson(QJsonDocument::Compact));
-    file.commit();
+    return file.commit();
 }
 
 }  // namespace
@@ -36,13 +36,14 @@ struct NoteDraft::State {
     explicit State(const QString& place) : path(place), lock(place + QStringLiteral(".lock")) {}
 
     void finishWriting() {
-        if (writing.valid()) writing.wait();
+        if (writing.valid()) written = writing.get();
     }
     QString asidePath(int number) const { return path + u'.' + QString::number(number); }
 
     QString path;
     QLockFile lock;
-    std::future<void> writing;
+    std::future<bool> writing;
+    bool written = false;  // what lies at `path` is the text last given, and not an older one
 };
 
 NoteDraft NoteDraft::in(const platform::AppFolder& folder) {
@@ -85,19 +86,21 @@ void NoteDraft::keep(Unsaved text, const QString& replaces) const {
     if (!state_) return;
     state_->finishWriting();
     state_->writing = std::async(std::launch::async, [path = state_->path, text = std::move(text), replaces] {
-        write(path, text, replaces);
+        return write(path, text, replaces);
     });
 }
 
 void NoteDraft::clear() const {
     if (!state_) return;
     state_->finishWriting();
+    state_->written = false;
     QFile::remove(state_->path);
 }
 
 bool NoteDraft::setAside() const {
     if (!state_) return false;
     state_->finishWriting();
+    if (!state_->written) return false;
     int number = 1;
     while (QFile::exists(state_->asidePath(number))) ++number;
     return QFile::rename(state_->path, state_->asidePath(number));

@@ -39,7 +39,7 @@ class NoteDraft {
     void keep(Unsaved text, const QString& replaces) const;
     void clear() const;
     /// Makes room for another text: what was kept stays until left() has given it and clear() was called.
-    /// False when nothing is kept.
+    /// False when nothing is kept, or when the last text could not be written.
     bool setAside() const;
 
   private:

@@ -159,15 +159,18 @@ TEST_F(NoteEditorTest, SetsATextAsideThatWasToBeSavedAndGotNoTitle) {
     editor_.load(draft);
     EXPECT_TRUE(box_.plainText().isEmpty());
 
-    // Where no draft can be kept the text stays where it is.
-    editor_.close();
-    editor_.load();
-    box_.type(u"metin"_s);
-    dialogs_.answer(Answer::Yes).answerText({});
-    editor_.open();
-    editor_.show(other);
-    EXPECT_EQ(box_.plainText(), u"metin");
-    EXPECT_EQ(editor_.currentNote().value, 0);
+    // Where no draft can be kept, or this one cannot be written, the text stays where it is.
+    ASSERT_TRUE(QDir().mkpath(folder_.filePath(u"Notlar/notlar.draft"_s)));
+    for (const NoteDraft& unkept : {NoteDraft(), draft}) {
+        editor_.close();
+        editor_.load(unkept);
+        box_.type(u"metin"_s);
+        dialogs_.answer(Answer::Yes).answerText({});
+        editor_.open();
+        editor_.show(other);
+        EXPECT_EQ(box_.plainText(), u"metin");
+        EXPECT_EQ(editor_.currentNote().value, 0);
+    }
 }
 
 TEST_F(NoteEditorTest, KeepsBothTextsWhenTwoProgramsChangeANote) {

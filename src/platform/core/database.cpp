@@ -94,7 +94,7 @@ Error error(const SQLite::Exception& exception, SQLite::Database* connection = n
         case SQLITE_ERROR:
             if (const QString what = QString::fromUtf8(exception.what()); what.startsWith(NoSuchTable))
                 return {QStringLiteral("Dosyada %1 tablosu yok.").arg(what.mid(NoSuchTable.size()))};
-            return {QStringLiteral("Veritabanı hatası (SQLite %1).").arg(exception.getErrorCode())};
+            break;
         case SQLITE_IOERR:
             return {QStringLiteral("Veritabanı dosyası diskten okunamadı ya da diske yazılamadı.")};
         case SQLITE_PERM:
@@ -108,8 +108,9 @@ Error error(const SQLite::Exception& exception, SQLite::Database* connection = n
         case SQLITE_MISMATCH:
             return {QStringLiteral("Değer veritabanının kurallarına uymuyor.")};
         default:
-            return {QStringLiteral("Veritabanı hatası (SQLite %1).").arg(exception.getErrorCode())};
+            break;
     }
+    return {QStringLiteral("Veritabanı hatası (SQLite %1).").arg(exception.getErrorCode())};
 }
 
 Error closed() {
