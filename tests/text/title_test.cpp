@@ -6,31 +6,25 @@ using namespace lirovan::text;
 using namespace Qt::StringLiterals;
 
 TEST(ClearTitle, ShowsATitleWithoutMarkup) {
-    struct Case {
-        QString text;
-        QString title;
-        QString left;  ///< what the argument holds afterwards
+    // The text, its title, and what the argument holds afterwards.
+    const std::tuple<QStringView, const char*, const char*> cases[] = {
+        {u"ALLAH'IN İSİMLERİ", "Allah'ın İsimleri ", "ALLAH'IN İSİMLERİ"},
+        {u"Önsöz <br> Giriş", "Önsöz  Giriş ", "Önsöz  Giriş"},
+        {u"<p><b></b></p>", " ", ""},
+        {u"bir </STRONG>iki", "biriki ", "biriki"},
+        {u"bir</STRONG>iki", "bir iki ", "bir iki"},
+        {u"<B>BİR</B> <STRONG>İKİ</STRONG>", "Bir İki ", "BİR İKİ"},
+        {u"  (KUR'AN)  ", "(Kur'an) ", "(KUR'AN)"},
+        {u"‘‘ALLAH’’", "‘‘Allah’’ ", "‘‘ALLAH’’"},
+        {u"«IŞIK» \"Ç ,K", "«Işık» \"Ç ,K ", "«IŞIK» \"Ç ,K"},
+        {u"X<BR>Y<i>Z", "X Y<i>z ", "X Y<i>Z"},
+        {u"<b<br>r>A", "<b r>a ", "<b r>A"},
+        {u"", " ", ""},
     };
-    const Case cases[] = {
-        {u"ALLAH'IN İSİMLERİ"_s, u"Allah'ın İsimleri "_s, u"ALLAH'IN İSİMLERİ"_s},
-        {u"Önsöz<br>Giriş"_s, u"Önsöz Giriş "_s, u"Önsöz Giriş"_s},
-        {u"Önsöz <br> Giriş"_s, u"Önsöz  Giriş "_s, u"Önsöz  Giriş"_s},
-        {u"<p><b></b></p>"_s, u" "_s, u""_s},
-        {u"bir </STRONG>iki"_s, u"biriki "_s, u"biriki"_s},
-        {u"bir</STRONG>iki"_s, u"bir iki "_s, u"bir iki"_s},
-        {u"<B>BİR</B> <STRONG>İKİ</STRONG>"_s, u"Bir İki "_s, u"BİR İKİ"_s},
-        {u"A  B"_s, u"A  B "_s, u"A  B"_s},
-        {u"  (KUR'AN)  "_s, u"(Kur'an) "_s, u"(KUR'AN)"_s},
-        {u"‘‘ALLAH’’"_s, u"‘‘Allah’’ "_s, u"‘‘ALLAH’’"_s},
-        {u"«IŞIK» \"Ç ,K"_s, u"«Işık» \"Ç ,K "_s, u"«IŞIK» \"Ç ,K"_s},
-        {u"X<BR>Y<i>Z"_s, u"X Y<i>z "_s, u"X Y<i>Z"_s},
-        {u"<b<br>r>A"_s, u"<b r>a "_s, u"<b r>A"_s},
-        {u""_s, u" "_s, u""_s},
-    };
-    for (const Case& c : cases) {
-        QString text = c.text;
-        EXPECT_EQ(ClearTitle(text).toStdString(), c.title.toStdString()) << c.text.toStdString();
-        EXPECT_EQ(text.toStdString(), c.left.toStdString()) << c.text.toStdString();
+    for (const auto& [given, title, left] : cases) {
+        QString text = given.toString();
+        EXPECT_EQ(ClearTitle(text).toStdString(), title);
+        EXPECT_EQ(text.toStdString(), left);
     }
 }
 
