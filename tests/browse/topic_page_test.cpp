@@ -1,7 +1,13 @@
+// A topic's page: its text to the byte, its lists, its type size, its file.
 #include "browse/topic_page.h"
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
+
+#include "browse/font_size.h"
+#include "browse/page_file.h"
 #include "browse/page_layout.h"
 #include "support/library_file.h"
 
@@ -16,6 +22,10 @@ QString filler(qsizetype length) {
     return QString(length, u'x');
 }
 
+TopicRequest request(qint64 topic, const QString& title = {}, const QString& book = {}) {
+    return {data::BookId{1}, data::AuthorId{3}, data::TopicId{topic}, title, book};
+}
+
 }  // namespace
 
 TEST(TopicPage, IsTheWholePageToTheByte) {
@@ -23,24 +33,18 @@ TEST(TopicPage, IsTheWholePageToTheByte) {
     file.author(3, u"Sabri Işık").book(1, 3, u"YAZ");
     file.topic(9, 1, u" GİRİŞ<br>BİR ", u"<html><P>Şey ∞ <html>&quot;</P><HTML>")
         .script(u"[homehomehomehome]");
-    const data::Library library = file.open();
-    const platform::AppFolder folder(u"C:\\L"_s);
-
     const auto page =
-        topicPage(library, folder,
-                  {data::BookId{1}, data::AuthorId{3}, data::TopicId{9}, u" GİRİŞ<br>BİR "_s, u"Yaz "_s});
+        topicPage(file.open(), platform::AppFolder(u"C:\\L"_s), request(9, u" GİRİŞ<br>BİR "_s, u"Yaz "_s));
     ASSERT_TRUE(page);
     EXPECT_EQ(pageBytes(*page).toStdString(),
               "<html><title> G\xDDR\xDD\xDE<br>B\xDDR </title>"
               "<body topmargin=0 leftmargin=0 rightmargin=0 bottommargin=0 bgcolor=#C0C0C0>"
               "<table bgColor=#FFFFFF border=5 cellSpacing=0 width=100% bordercolor=#000000 cellpadding=11 "
-              "align=top>"
-              "<tbody>"
+              "align=top><tbody>"
               "<tr><td width=100% bgcolor=#000000><table width=100%><tr>"
               "<td width=60%><b><font color=#FFFFFF face=Arial size=3><span >Yaz </span></font></b></td>"
               "<td width=40% align=right><b><font face=Arial size=3 color=#FFFFFF><span>Sabri "
-              "I\xFE\xFDk</span></font></b>"
-              "</td></tr></table></td></tr>"
+              "I\xFE\xFDk</span></font></b></td></tr></table></td></tr>"
               "<tr><td width=100% valign=top><table border=0 width=100%><tr>            "
               "<td width=90% valign=top align=center><big><big><strong> G\xDDR\xDD\xDE<br>B\xDDR "
               "</strong></big></big></td>"
@@ -48,8 +52,7 @@ TEST(TopicPage, IsTheWholePageToTheByte) {
               "<img border=0 src=print.gif width=67 height=17></a></td></tr></table></td></tr>"
               "<tr><td width=75% valign=top ><font face=Arial>"
               "[C:\\L\\OKU\\VQ.htm]<P>\xDE"
-              "ey &#8734; &quot;</P><HTML>"
-              "</font></td></tr></table></html>\r\n");
+              "ey &#8734; &quot;</P><HTML></font></td></tr></table></html>\r\n");
 }
 
 TEST(TopicPage, LeavesEmptyWhatTheLibraryLacks) {
@@ -57,27 +60,22 @@ TEST(TopicPage, LeavesEmptyWhatTheLibraryLacks) {
     file.topic(9, 1, u"BAŞLIK", u"metin");
     const data::Library library = file.open();
     const platform::AppFolder folder(u"/l"_s);
-    EXPECT_FALSE(topicPage(library, folder, {data::BookId{1}, data::AuthorId{3}, data::TopicId{8}, {}, {}}));
-    const auto page =
-        topicPage(library, folder, {data::BookId{1}, data::AuthorId{3}, data::TopicId{9}, {}, {}});
-    ASSERT_TRUE(page);
-    EXPECT_TRUE(page->contains(u"<span></span></font></b></td></tr>"));
-    EXPECT_TRUE(page->contains(u"<font face=Arial>metin</font>"));
+    EXPECT_FALSE(topicPage(library, folder, request(8)));
+    const QString page = topicPage(library, folder, request(9)).value_or(QString());
+    EXPECT_TRUE(page.contains(u"<span></span></font></b></td></tr>"));
+    EXPECT_TRUE(page.contains(u"<font face=Arial>metin</font>"));
 
     file.execute(u"DROP TABLE tbl_Konu");  // a text that cannot be read is not one that is not there
-    const auto unread =
-        topicPage(library, folder, {data::BookId{1}, data::AuthorId{3}, data::TopicId{9}, u"BAŞLIK"_s, {}});
-    ASSERT_TRUE(unread);
-    EXPECT_TRUE(unread->contains(u"BAŞLIK") && unread->contains(u"<font face=Arial></font>"));
+    const QString unread = topicPage(library, folder, request(9, u"BAŞLIK"_s)).value_or(QString());
+    EXPECT_TRUE(unread.contains(u"BAŞLIK") && unread.contains(u"<font face=Arial></font>"));
 }
 
 TEST(TopicPage, GivesBookThirtyTwoANarrowNameCell) {
     PageFrame frame{u"t"_s, u"k"_s, u"y"_s, data::BookId{32}};
-    const QString narrow = framedPage(frame, u"c");
-    EXPECT_TRUE(narrow.contains(u"<td width=40%><b>"));
-    EXPECT_TRUE(narrow.contains(u"<td width=60% align=right>"));
     frame.background = PageFrame::Background::None;
-    EXPECT_TRUE(framedPage(frame, u"c").contains(u"bottommargin=0><table"));
+    const QString page = framedPage(frame, u"c");
+    EXPECT_TRUE(page.contains(u"<td width=40%><b>") && page.contains(u"<td width=60% align=right>"));
+    EXPECT_TRUE(page.contains(u"bottommargin=0><table"));
 }
 
 TEST(ListPart, IsShapedInBookFiveBehindPartOneOnly) {
@@ -86,44 +84,80 @@ TEST(ListPart, IsShapedInBookFiveBehindPartOneOnly) {
     };
     const QString plain = u"S<P>a</P>"_s + filler(30);
     EXPECT_EQ(content(5, 1), plain);
-    EXPECT_EQ(content(5, 0), plain);
     EXPECT_EQ(content(4, 3), plain);
     EXPECT_EQ(content(5, 3),
               u"<ol start=101 style='line-height:200%'>S<li>a</li>"_s + filler(10) + u"</ol><br><br>"_s);
 }
 
-TEST(ListPart, CutsTheTail) {
-    const auto inList = [](const QString& content) {
-        const QString shaped = shapedListPart(content, 4);
-        return shaped.mid(39, shaped.size() - 39 - 13);
+TEST(ListPart, CutsTheTailAndMovesWhatIsNoListOutOfIt) {
+    // Part 2: the first paragraph begins at position 3, so the introduction has 93 characters.
+    const QString introduction(84, u'i');
+    // Part 7: the character in both places ("*") is cut away with the tail of the list.
+    const QString ending = u"*"_s + QString(258, u'k');
+    const struct {
+        int part, start;
+        QString content, list;
+    } cases[] = {
+        // The last paragraph's end within the last 22 characters: cut behind "</P", so that no "</P>" is left
+        // to become a list item's end.
+        {4, 201, filler(50) + u"</P>\r\n"_s, filler(50) + u"</P"_s},
+        {4, 201, u"</P>"_s + filler(18), u"</P"_s},
+        {4, 201, filler(22), filler(2)},
+        {4, 201, filler(21), filler(21)},
+        {4, 201, {}, {}},
+        {2, 1, u"ab<P>"_s + introduction + u"</P>12<P>madde</P>"_s + filler(30),
+         u"<li>ab"_s + introduction + u"</li><li>madde</li>"_s + filler(10)},
+        {2, 1, u"kısa"_s, u"<li>kısa</li>"_s},
+        {7, 501, u"<P>m</P>"_s + filler(30) + ending, u"<li>m</li>"_s + filler(11) + ending},
+        {7, 501, filler(258), filler(238)},
     };
-    // The last paragraph's end within the last 22 characters: cut behind "</P", so that no "</P>" is left to
-    // become a list item's end.
-    EXPECT_EQ(inList(filler(50) + u"</P>\r\n"_s), filler(50) + u"</P"_s);
-    EXPECT_EQ(inList(u"</P>"_s + filler(18)), u"</P"_s);
-    EXPECT_EQ(inList(filler(40)), filler(20));
-    EXPECT_EQ(inList(filler(22)), filler(2));
-    EXPECT_EQ(inList(filler(21)), filler(21));
-    EXPECT_EQ(inList({}), QString());
+    for (const auto& c : cases)
+        EXPECT_EQ(shapedListPart(c.content, c.part),
+                  u"<ol start=%1 style='line-height:200%'>"_s.arg(c.start) + c.list + u"</ol><br><br>"_s);
 }
 
-TEST(ListPart, PutsTheIntroductionOfPartTwoInFront) {
-    // The first paragraph begins at position 3: the introduction has 93 characters, the list goes on at 96.
-    const QString content =
-        u"ab<P>"_s + QString(84, u'i') + u"</P>"_s + u"12"_s + u"<P>madde</P>"_s + filler(30);
-    EXPECT_EQ(shapedListPart(content, 2), u"<ol start=1 style='line-height:200%'><li>ab"_s +
-                                              QString(84, u'i') + u"</li><li>madde</li>"_s + filler(10) +
-                                              u"</ol><br><br>"_s);
-    EXPECT_EQ(shapedListPart(u"kısa"_s, 2),
-              u"<ol start=1 style='line-height:200%'><li>kısa</li></ol><br><br>"_s);
+TEST(FontSize, InsertsAStyleReplacesItsOwnLaterAndMovesVerdanaTagsPastZero) {
+    const auto shown = [](int size) {
+        return u"<TITLE>t</TITLE>\r\n<STYLE>td {font-size: %1px;font-family: Arial;}</STYLE>\r\n</HEAD>"_s
+            .arg(size);
+    };
+    const auto inserted = [](int size) {
+        return u"<TITLE>t</TITLE><style>td {font-size: %1px;font-family: Arial;}</style></HEAD>"_s.arg(size);
+    };
+    const struct {
+        int from, to;
+        QString before, after;
+    } cases[] = {
+        {16, 17, u"<TITLE>t</TITLE></HEAD>"_s, inserted(17)},
+        {17, 16, shown(17), inserted(16)},
+        {16, 15, shown(17), shown(17)},  // another size: not the block that was inserted
+        {16, 17, u"<FONT face=Verdana size=2>"_s, u"<FONT face=Verdana size=3>"_s},
+        {14, 13, u"<FONT face=Verdana size=0>"_s, u"<FONT face=Verdana size=-1>"_s},
+        {16, 17, u"<FONT face=Verdana size=4>"_s, u"<FONT face=Verdana size=4>"_s},
+        {16, 17, u"<font face=Verdana size=2>"_s, u"<font face=Verdana size=2>"_s},
+    };
+    for (const auto& c : cases) EXPECT_EQ(withFontSize(c.before, c.from, c.to), c.after);
 }
 
-TEST(ListPart, PutsTheEndOfPartSevenBehind) {
-    const QString tail = u"*"_s + QString(258, u'k');
-    const QString shaped = shapedListPart(u"<P>m</P>"_s + filler(30) + tail, 7);
-    // The character in both places ("*") is cut away with the tail of the list.
-    EXPECT_EQ(shaped, u"<ol start=501 style='line-height:200%'><li>m</li>"_s + filler(11) + tail +
-                          u"</ol><br><br>"_s);
-    EXPECT_EQ(shapedListPart(filler(258), 7),
-              u"<ol start=501 style='line-height:200%'>"_s + filler(238) + u"</ol><br><br>"_s);
+TEST(PageFile, OverwritesThePageWhateverTheCaseOfItsName) {
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkpath(u"oku"_s);
+    QFile file(folder.filePath(u"oku/OKU.html"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("eski ve daha uzun bir sayfa");
+    file.close();
+    ASSERT_TRUE(writePage(platform::AppFolder(folder.path()), u"yeni ş"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("yeni \xFE\r\n"));
+    EXPECT_EQ(QDir(folder.filePath(u"oku"_s)).entryList(QDir::Files).size(), 1);
+}
+
+TEST(PageFile, FailsWithoutHarmWhereItCannotWrite) {
+    const QTemporaryDir folder;
+    const platform::AppFolder app(folder.path());
+    EXPECT_FALSE(writePage(app, u"x"));                          // no OKU
+    ASSERT_TRUE(QDir(folder.path()).mkpath(u"OKU/oku.html"_s));  // a folder in the file's place
+    EXPECT_FALSE(writePage(app, u"x"));
+    EXPECT_EQ(QDir(folder.filePath(u"OKU"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList{u"oku.html"_s});
 }
