@@ -44,29 +44,25 @@ QByteArray library(int topics, qint64 bytes) {
         texts += JetRow{{topic, topic, topicText(random, average / 2 + random() % (average + 1)), qint32(1)},
                         state};
     }
-    JetWriter jet;
-    jet.addTable(QStringLiteral("tbl_Yazar"),
-                 {{QStringLiteral("YazarID"), JetType::Long}, {QStringLiteral("Yazar"), JetType::Text}},
-                 {{{1, QStringLiteral("Yazar")}}});
-    jet.addTable(QStringLiteral("tbl_Kitaplar"),
-                 {{QStringLiteral("KitapID"), JetType::Long},
-                  {QStringLiteral("KitapAdi"), JetType::Text},
-                  {QStringLiteral("YazarID"), JetType::Long},
-                  {QStringLiteral("KitapSiraID"), JetType::Long}},
-                 books);
-    jet.addTable(QStringLiteral("tbl_KonuBaslik"),
-                 {{QStringLiteral("KonuID"), JetType::Long},
-                  {QStringLiteral("KitapID"), JetType::Long},
-                  {QStringLiteral("KonuBaslik"), JetType::Text},
-                  {QStringLiteral("Konu_Sira"), JetType::Long}},
-                 headings);
-    jet.addTable(QStringLiteral("tbl_Konu"),
-                 {{QStringLiteral("ID"), JetType::Long},
-                  {QStringLiteral("KonuID"), JetType::Long},
-                  {QStringLiteral("Konu"), JetType::Memo},
-                  {QStringLiteral("Parca"), JetType::Long}},
-                 texts);
-    return jet.file();
+    using enum JetType;
+    const auto column = [](const char* name, JetType type) {
+        return JetColumn{QString::fromLatin1(name), type};
+    };
+    return jetFile(
+        {{QStringLiteral("tbl_Yazar"),
+          {column("YazarID", Long), column("Yazar", Text)},
+          {{{1, QStringLiteral("Yazar")}}}},
+         {QStringLiteral("tbl_Kitaplar"),
+          {column("KitapID", Long), column("KitapAdi", Text), column("YazarID", Long),
+           column("KitapSiraID", Long)},
+          books},
+         {QStringLiteral("tbl_KonuBaslik"),
+          {column("KonuID", Long), column("KitapID", Long), column("KonuBaslik", Text),
+           column("Konu_Sira", Long)},
+          headings},
+         {QStringLiteral("tbl_Konu"),
+          {column("ID", Long), column("KonuID", Long), column("Konu", Memo), column("Parca", Long)},
+          texts}});
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <random>
 
 #include "platform/core/import/importer.h"
+#include "support/files.h"
 #include "support/jet_writer.h"
 
 namespace {
@@ -23,39 +24,35 @@ using namespace lirovan;
 using platform::LayoutKind;
 using test::JetCell;
 using test::JetRowState;
-using test::JetType;
+using namespace Qt::StringLiterals;
 using Random = std::mt19937;
 
 constexpr qsizetype PageSize = 4096;
 constexpr auto Silence = std::chrono::seconds(5);
 
 QByteArray jetNotes() {
-    test::JetWriter jet;
-    jet.addTable(QStringLiteral("tbl_Notlar"),
-                 {{QStringLiteral("NotID"), JetType::Long},
-                  {QStringLiteral("NotTarihi"), JetType::Date},
-                  {QStringLiteral("NotBaslik"), JetType::Text},
-                  {QStringLiteral("NotRTF"), JetType::Memo}},
-                 {{{1, 39521.0, JetCell(QStringLiteral("Not")), JetCell(QString(20'000, u'ş'))}},
-                  {{2, 39521.5, JetCell(), JetCell(QStringLiteral("kısa"))}, JetRowState::Moved},
-                  {{3, JetCell(), JetCell(QStringLiteral("silinmiş")), JetCell()}, JetRowState::Deleted},
-                  {{4, JetCell(), JetCell(QStringLiteral("orta")), JetCell(QString(900, u'ğ'))}}});
-    return jet.file();
+    using enum test::JetType;
+    return test::jetFile(
+        {{u"tbl_Notlar"_s,
+          {{u"NotID"_s, Long}, {u"NotTarihi"_s, Date}, {u"NotBaslik"_s, Text}, {u"NotRTF"_s, Memo}},
+          {{{1, 39521.0, u"Not"_s, QString(20'000, u'ş')}},
+           {{2, 39521.5, JetCell(), u"kısa"_s}, JetRowState::Moved},
+           {{3, JetCell(), u"silinmiş"_s, JetCell()}, JetRowState::Deleted},
+           {{4, JetCell(), u"orta"_s, QString(900, u'ğ')}}}}});
 }
 
 QByteArray sqliteNotes() {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a"));
-    {
-        const auto database = platform::Database::open(path, platform::OpenMode::Create).value();
-        const auto created = database.execute(
-            u"CREATE TABLE tbl_Notlar (NotID INTEGER PRIMARY KEY, NotTarihi, NotBaslik, NotRTF);"
-            u"WITH RECURSIVE n(i) AS (SELECT 1 UNION SELECT i+1 FROM n WHERE i<200) "
-            u"INSERT INTO tbl_Notlar SELECT i, i, 'Not '||i, hex(zeroblob(i*20)) FROM n");
-        if (!created) std::abort();
-    }
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QString path = folder.filePath(u"a"_s);
+    const auto created =
+        platform::Database::open(path, platform::OpenMode::Create)
+            .value()
+            .execute(
+                u"CREATE TABLE tbl_Notlar (NotID INTEGER PRIMARY KEY, NotTarihi, NotBaslik, NotRTF);"
+                u"WITH RECURSIVE n(i) AS (SELECT 1 UNION SELECT i+1 FROM n WHERE i<200) "
+                u"INSERT INTO tbl_Notlar SELECT i, i, 'Not '||i, hex(zeroblob(i*20)) FROM n");
+    if (!created) std::abort();
+    return test::readFile(path);
 }
 
 // A byte or a number changed, mostly near the start of a page where its structure is; a page emptied or
@@ -90,16 +87,11 @@ QByteArray damaged(QByteArray bytes, Random& random) {
     return bytes;
 }
 
-QByteArray content(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // The sanitizers' report when its first frame outside the C library belongs to us.
 QString ourReport(const QString& folder) {
-    static const QRegularExpression frame(QStringLiteral("#\\d+ 0x\\S+ in (\\S+)"));
-    for (const QString& name : QDir(folder).entryList({QStringLiteral("log.*")}, QDir::Files)) {
-        const QString report = QString::fromUtf8(content(folder + u'/' + name));
+    static const QRegularExpression frame(u"#\\d+ 0x\\S+ in (\\S+)"_s);
+    for (const QString& name : QDir(folder).entryList({u"log.*"_s}, QDir::Files)) {
+        const QString report = QString::fromUtf8(test::readFile(folder + u'/' + name));
         QFile::remove(folder + u'/' + name);
         const bool undefined = report.contains(u"runtime error:");
         for (auto match = frame.globalMatch(report); match.hasNext();) {
@@ -115,28 +107,22 @@ QString ourReport(const QString& folder) {
 
 // What is wrong with this run; empty when nothing is.
 QString runOnce(const platform::Importer& importer, const QString& folder, const QByteArray& bytes) {
-    const QString path = folder + QStringLiteral("/notlar.vq");
+    const QString path = folder + u"/notlar.vq"_s;
     for (const QString& name : QDir(folder).entryList(QDir::Files)) QFile::remove(folder + u'/' + name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        return QStringLiteral("cannot write");
-    file.close();
-
+    test::writeFile(path, bytes);
     QElapsedTimer timer;
     timer.start();
     const auto ensured = importer.ensureLayout(path, LayoutKind::Notes);
     const QStringList names = QDir(folder).entryList(QDir::Files);
-    if (timer.elapsed() > 1000 * 4 * Silence.count())
-        return QStringLiteral("took %1 ms").arg(timer.elapsed());
+    if (timer.elapsed() > 1000 * 4 * Silence.count()) return u"took %1 ms"_s.arg(timer.elapsed());
     if (!ensured) {
-        if (ensured.error().message.isEmpty()) return QStringLiteral("no message");
-        if (names != QStringList{QStringLiteral("notlar.vq")})
-            return QStringLiteral("left ") + names.join(u' ');
-        return content(path) == bytes ? QString() : QStringLiteral("the original changed");
+        if (ensured.error().message.isEmpty()) return u"no message"_s;
+        if (names != QStringList{u"notlar.vq"_s}) return u"left "_s + names.join(u' ');
+        return test::readFile(path) == bytes ? QString() : u"the original changed"_s;
     }
-    if (ensured->imported && content(ensured->backup) != bytes)
-        return QStringLiteral("the backup is not the original");
-    return names.size() == 1 + ensured->imported ? QString() : QStringLiteral("left ") + names.join(u' ');
+    if (ensured->imported && test::readFile(ensured->backup) != bytes)
+        return u"the backup is not the original"_s;
+    return names.size() == 1 + ensured->imported ? QString() : u"left "_s + names.join(u' ');
 }
 
 }  // namespace
@@ -148,9 +134,9 @@ int main(int argc, char** argv) {
     std::printf("seed %u\n", seed);
     Random random(seed);
     const QTemporaryDir work, logs;
-    qputenv("ASAN_OPTIONS", "detect_leaks=0:allocator_may_return_null=1:log_path=" +
-                                logs.filePath(QStringLiteral("log")).toUtf8());
-    qputenv("UBSAN_OPTIONS", "print_stacktrace=1:log_path=" + logs.filePath(QStringLiteral("log")).toUtf8());
+    qputenv("ASAN_OPTIONS",
+            "detect_leaks=0:allocator_may_return_null=1:log_path=" + logs.filePath(u"log"_s).toUtf8());
+    qputenv("UBSAN_OPTIONS", "print_stacktrace=1:log_path=" + logs.filePath(u"log"_s).toUtf8());
     const platform::Importer importer({QFile::decodeName(argv[2]), Silence});
     const QList<QByteArray> sources{jetNotes(), jetNotes(), sqliteNotes()};
 
@@ -164,8 +150,7 @@ int main(int argc, char** argv) {
         if (QDir(work.path()).entryList(QDir::Files).size() == 2) ++imported;
         if (finding.isEmpty()) continue;
         std::printf("run %lld: %s\n", runs, finding.toUtf8().constData());
-        QFile kept(QStringLiteral("import_damage-%1-%2").arg(seed).arg(runs));
-        if (kept.open(QIODevice::WriteOnly)) kept.write(bytes);
+        test::writeFile(u"import_damage-%1-%2"_s.arg(seed).arg(runs), bytes);
         return 1;
     }
     std::printf("%lld runs, %lld imported all the same\n", runs, imported);

@@ -21,7 +21,7 @@ class FakeMainFrame : public platform::MainFrame {
     platform::Twips spacer, mainWidth{20000}, mainHeight{12000}, toolTextWidth;
     bool progressVisible = false, toolTextVisible = false, selectorVisible = true, busy = false,
          locked = false;
-    int progressMaximum = 0, progressValue = 0, pixels = 12, reorders = 0, zeros = 0;
+    int progressMaximum = 0, pixels = 12, reorders = 0, zeros = 0;
     QString toolText, poppedUp;
     platform::BookSelection selection;
 
@@ -40,7 +40,7 @@ class FakeMainFrame : public platform::MainFrame {
     void setPanelVisible(int panel, bool on) override { panelVisible[panel] = on; }
     void setProgressVisible(bool on) override { progressVisible = on; }
     void setProgressMaximum(int maximum) override { progressMaximum = maximum; }
-    void setProgressValue(int value) override { progressValue = value; }
+    void setProgressValue(int) override {}
     void setToolTextVisible(bool on) override { toolTextVisible = on; }
     void setToolText(const QString& text) override { toolText = text; }
     void setToolTextWidth(platform::Twips width) override { toolTextWidth = width; }
@@ -64,9 +64,9 @@ class FakePageView : public platform::PageView {
     bool shown = true, focused = false;
     platform::Outcome outcome = platform::Outcome::Answered;  ///< of every question
     QString html;                                             ///< innerHtml(); rewrite() replaces it
-    QStringList elements, focusedElements;
+    QStringList elements;
     std::vector<double> positions;
-    int scrolledTo = -1, linesDown = 0;
+    int scrolledTo = -1;
     double zoom = 1;
     QString selection;
 
@@ -86,20 +86,11 @@ class FakePageView : public platform::PageView {
         return outcome;
     }
     platform::Reply<bool> hasElement(QStringView name) override { return reply(elements.contains(name)); }
-    platform::Outcome focusElement(QStringView name) override {
-        focusedElements += name.toString();
-        return outcome;
-    }
+    platform::Outcome focusElement(QStringView) override { return outcome; }
     platform::Reply<std::vector<double>> offsets(QStringView) override { return reply(positions); }
-    platform::Outcome setScrollTop(int pixels) override {
-        scrolledTo = pixels;
-        return outcome;
-    }
+    platform::Outcome setScrollTop(int pixels) override { return scrolledTo = pixels, outcome; }
     platform::Reply<double> scrollTop() override { return reply(double(scrolledTo)); }
-    platform::Outcome scrollLinesDown(int lines) override {
-        linesDown += lines;
-        return outcome;
-    }
+    platform::Outcome scrollLinesDown(int) override { return outcome; }
     void setZoom(double factor) override { zoom = factor; }
     bool hasSelection() const override { return !selection.isEmpty(); }
     QString selectedText() const override { return selection; }
@@ -109,8 +100,7 @@ class FakePageView : public platform::PageView {
   private:
     template <class T>
     platform::Reply<T> reply(T value) const {
-        if (outcome != platform::Outcome::Answered) return {outcome, std::nullopt};
-        return {outcome, std::move(value)};
+        return {outcome, outcome == platform::Outcome::Answered ? std::optional(value) : std::nullopt};
     }
 };
 

@@ -2,7 +2,6 @@
 // that libraries and notes use, long values, moved and deleted rows.
 #pragma once
 
-#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <variant>
@@ -26,25 +25,14 @@ struct JetRow {
     JetRowState state = JetRowState::Normal;
 };
 
-class JetWriter {
-  public:
-    JetWriter();
-    /// At most 255 rows to a page and one usage map of 30,000 pages a table; nothing here is near that.
-    void addTable(const QString& name, const QList<JetColumn>& columns, const QList<JetRow>& rows);
-    /// The whole file. `password`: what a protected file has in its header; its pages are readable all the
-    /// same.
-    QByteArray file(const QByteArray& password = {}) const;
-
-  private:
-    quint32 addPage(quint8 type, quint32 owner);
-    quint32 addRow(quint32& page, quint32 owner, const QByteArray& row, quint16 flags = 0);
-    quint32 writeTable(quint32 page, const QList<JetColumn>& columns, const QList<JetRow>& rows);
-    QByteArray packed(const QList<JetColumn>& columns, const JetRow& row);
-    QByteArray longValue(const QString& text);
-
-    QList<QByteArray> pages_;
-    quint32 longPage_ = 0;  // the one that takes further long values; 0: none yet
-    QList<JetRow> catalogue_;
+struct JetTable {
+    QString name;
+    QList<JetColumn> columns;
+    QList<JetRow> rows;
 };
+
+/// The whole file, of 30,000 pages at most. `locked`: as a protected file has it, its header names a
+/// password; the pages are readable all the same.
+QByteArray jetFile(const QList<JetTable>& tables, bool locked = false);
 
 }  // namespace lirovan::test

@@ -33,20 +33,20 @@ class ScriptedDialogs : public platform::Dialogs {
     /// The answer to the next message box that has none yet; likewise below.
     ScriptedDialogs& answer(platform::Answer answer) { return answers_.push_back(answer), *this; }
     /// No text: the input box is cancelled.
-    ScriptedDialogs& answerText(const std::optional<QString>& text) {
-        return texts_.push_back({text.has_value(), text.value_or(QString())}), *this;
-    }
-    ScriptedDialogs& answerSavePath(QString path) { return paths_.push_back(std::move(path)), *this; }
+    ScriptedDialogs& answerText(std::optional<QString> text) { return texts_.push_back(text), *this; }
+    ScriptedDialogs& answerSavePath(const QString& path) { return paths_.push_back(path), *this; }
 
     platform::Answer show(const platform::Message& message) override {
+        using platform::Answer, platform::Buttons;
         messages.push_back(message);
         if (whileShown) whileShown(message);
-        return take(answers_, closing(message.buttons));
+        return take(answers_, message.buttons == Buttons::OkCancel ? Answer::Cancel
+                              : message.buttons == Buttons::YesNo  ? Answer::No
+                                                                   : Answer::Ok);
     }
     std::optional<QString> ask(const platform::Question& question) override {
         questions.push_back(question);
-        const Text text = take(texts_, Text());
-        return text.given ? std::optional(text.text) : std::nullopt;
+        return take(texts_, std::optional<QString>());
     }
     QString askSavePath(const QString& title, const QString& suggestion, const QString& filter) override {
         savePathQuestions.push_back({title, suggestion, filter});
@@ -54,23 +54,6 @@ class ScriptedDialogs : public platform::Dialogs {
     }
 
   private:
-    struct Text {
-        bool given = false;
-        QString text;
-    };
-
-    static platform::Answer closing(platform::Buttons buttons) {
-        switch (buttons) {
-            case platform::Buttons::OkCancel:
-                return platform::Answer::Cancel;
-            case platform::Buttons::YesNo:
-                return platform::Answer::No;
-            case platform::Buttons::Ok:
-                break;
-        }
-        return platform::Answer::Ok;
-    }
-
     template <class T>
     static T take(std::deque<T>& queue, T otherwise) {
         if (queue.empty()) return otherwise;
@@ -80,7 +63,7 @@ class ScriptedDialogs : public platform::Dialogs {
     }
 
     std::deque<platform::Answer> answers_;
-    std::deque<Text> texts_;
+    std::deque<std::optional<QString>> texts_;
     std::deque<QString> paths_;
 };
 
