@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QProgressDialog>
@@ -33,9 +32,9 @@ QByteArray answer(const QByteArray& body, const QByteArray& status = "200 OK",
 /// Gives every request the same answer and closes, or keeps the line open.
 class Server : public QTcpServer {
   public:
-    explicit Server(QByteArray content, bool close = true) {
+    explicit Server(const QByteArray& content, bool close = true) {
         EXPECT_TRUE(listen(QHostAddress::LocalHost));
-        connect(this, &QTcpServer::newConnection, this, [this, content = std::move(content), close] {
+        connect(this, &QTcpServer::newConnection, this, [this, content, close] {
             QTcpSocket* socket = nextPendingConnection();
             connect(socket, &QTcpSocket::readyRead, this, [this, socket, content, close] {
                 requested.append(socket->readAll());
@@ -48,23 +47,19 @@ class Server : public QTcpServer {
     QByteArray requested;
 };
 
-std::optional<QByteArray> fetched(const QString& server, std::chrono::milliseconds limit = 5s) {
+std::optional<QByteArray> fetched(const QString& server, std::chrono::milliseconds limit = 400ms) {
     ManifestDownload download(onServer(server, ManifestPath), limit);
-    bool answered = false;
-    std::optional<QByteArray> result;
-    download.fetch([&](std::optional<QByteArray> body) {
-        answered = true;
-        result = std::move(body);
-    });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return answered; }, 10000));
-    return result;
+    std::optional<std::optional<QByteArray>> result;
+    download.fetch([&](std::optional<QByteArray> body) { result = std::move(body); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 10000));
+    return result.value_or(std::nullopt);
 }
 
 }  // namespace
 
 TEST(ManifestDownloadTest, TakesAGoodAnswerFromTheManifestsPath) {
     Server server(answer(Manifest));
-    EXPECT_EQ(fetched(server.address() + u'/'), Manifest);
+    EXPECT_EQ(fetched(server.address() + u'/', 5s), Manifest);
     EXPECT_TRUE(server.requested.startsWith("GET /download/prog/lirovanversion.xml HTTP/1.1\r\n"));
 }
 
@@ -87,69 +82,51 @@ TEST(ManifestDownloadTest, WhateverElseIsNoManifest) {
     };
     for (const auto& c : cases) {
         Server server(c.content, c.close);
-        EXPECT_EQ(fetched(server.address(), 400ms), std::nullopt) << c.what;
+        EXPECT_EQ(fetched(server.address()), std::nullopt) << c.what;
     }
     EXPECT_TRUE(elsewhere.requested.isEmpty());
     EXPECT_EQ(fetched(u"http://127.0.0.1:1"_s), std::nullopt) << "no server";
     EXPECT_FALSE(onServer({}, ManifestPath).isValid());
 }
 
-class InstallerDownloadTest : public testing::Test {
-  protected:
-    QTemporaryDir folder;
-    test::ScriptedDialogs dialogs;
-    QWidget main;
-    QString path = folder.filePath(u"lirovan.exe"_s);
-
-    void start(const Server& server) {
-        dialogs.answerSavePath(path);
-        downloadInstaller(onServer(server.address(), InstallerPath), dialogs, &main);
-    }
-    bool ended() const {
-        return QTest::qWaitFor([this] { return !main.findChild<QProgressDialog*>(); }, 10000);
-    }
-    QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
-};
-
-TEST_F(InstallerDownloadTest, SavesTheInstallerWhereTheUserSays) {
+TEST(InstallerDownloadTest, SavesAllOrNothingWhereTheUserSays) {
     const QByteArray installer(3 << 20, 'i');
-    Server server(answer(installer));
-    start(server);
-    ASSERT_TRUE(ended());
-    ASSERT_EQ(dialogs.savePathQuestions.size(), 1U);
-    EXPECT_TRUE(dialogs.savePathQuestions[0].suggestion.endsWith(u"/lirovan.exe"_s));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), installer);
-    ASSERT_EQ(dialogs.messages.size(), 1U);
-    EXPECT_EQ(dialogs.messages[0].icon, platform::Icon::Information);
-}
-
-TEST_F(InstallerDownloadTest, LeavesNoHalfFileWhenItIsCancelledOrBreaksOff) {
-    const QByteArray half = "HTTP/1.1 200 OK\r\nContent-Length: 9000000\r\n\r\n" + QByteArray(100000, 'i');
-    {
-        Server server(half, false);
-        start(server);
-        auto* window = main.findChild<QProgressDialog*>();
-        ASSERT_TRUE(window);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requested.isEmpty(); }));
-        window->findChild<QPushButton*>()->click();
-        ASSERT_TRUE(ended());
-        EXPECT_TRUE(dialogs.messages.empty());
-        EXPECT_EQ(files(), QStringList());
+    const QByteArray half = "HTTP/1.1 200 OK\r\nContent-Length: 9000000\r\n\r\n" + installer;
+    enum class User { Waits, Cancels, NamesNoFile };
+    using platform::Icon;
+    const struct {
+        const char* what;
+        QByteArray content;
+        User user;
+        std::optional<Icon> told;
+        bool saved = false;
+    } cases[] = {
+        {"the whole", answer(installer), User::Waits, Icon::Information, true},
+        {"broken off", half, User::Waits, Icon::Critical},
+        {"cancelled", half, User::Cancels, std::nullopt},
+        {"no file name", answer(installer), User::NamesNoFile, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        QTemporaryDir folder;
+        test::ScriptedDialogs dialogs;
+        if (c.user != User::NamesNoFile) dialogs.answerSavePath(folder.filePath(u"lirovan.exe"_s));
+        QWidget main;
+        Server server(c.content, c.user != User::Cancels);
+        downloadInstaller(onServer(server.address(), InstallerPath), dialogs, &main);
+        if (c.user == User::Cancels) {
+            ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requested.isEmpty(); }));
+            main.findChild<QPushButton*>()->click();
+        }
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !main.findChild<QProgressDialog*>(); }, 10000));
+        EXPECT_EQ(server.requested.isEmpty(), c.user == User::NamesNoFile);
+        ASSERT_EQ(dialogs.savePathQuestions.size(), 1U);
+        EXPECT_TRUE(dialogs.savePathQuestions[0].suggestion.endsWith(u"/lirovan.exe"_s));
+        ASSERT_EQ(dialogs.messages.size(), c.told ? 1U : 0U);
+        for (const platform::Message& each : dialogs.messages) EXPECT_EQ(each.icon, c.told);
+        const QDir left(folder.path(), {}, QDir::Name, QDir::Files | QDir::Hidden);
+        ASSERT_EQ(left.count(), c.saved ? 1U : 0U);
+        QFile file(left.filePath(u"lirovan.exe"_s));
+        EXPECT_EQ(file.open(QIODevice::ReadOnly) && file.readAll() == installer, c.saved);
     }
-    Server server(half);
-    start(server);
-    ASSERT_TRUE(ended());
-    ASSERT_EQ(dialogs.messages.size(), 1U);
-    EXPECT_EQ(dialogs.messages[0].icon, platform::Icon::Critical);
-    EXPECT_EQ(files(), QStringList());
-}
-
-TEST_F(InstallerDownloadTest, DoesNothingWithoutAFileName) {
-    Server server(answer("x"));
-    path.clear();
-    start(server);
-    EXPECT_TRUE(ended());
-    EXPECT_TRUE(server.requested.isEmpty());
 }
