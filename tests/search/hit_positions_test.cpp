@@ -12,11 +12,8 @@ using search::hitStops;
 
 TEST(HitStops, AreOrderedAndSpread) {
     const std::pair<std::vector<double>, std::vector<qint32>> cases[] = {
-        {{100, 100, 250}, {100, 133, 283}},
-        {{300, 120}, {120, 333}},
-        {{100, 100, 100}, {100, 133, 166}},
-        {{40}, {73}},
-        {{}, {33}},
+        {{100, 100, 250}, {100, 133, 283}}, {{300, 120}, {120, 333}},
+        {{100, 100, 100}, {100, 133, 166}}, {{}, {33}},
         {{10.5, 11.5, 50}, {10, 12, 83}},
     };
     for (const auto& [offsets, stops] : cases) EXPECT_EQ(hitStops(offsets), stops);
@@ -28,8 +25,15 @@ struct Page {
     test::FakePageView view;
     QMap<QString, bool> enabled{{Up.toString(), true}, {Down.toString(), true}};
     HitPositions hits{view, [this](QStringView key, bool on) { enabled[key.toString()] = on; }};
-    bool up() const { return enabled[Up.toString()]; }
-    bool down() const { return enabled[Down.toString()]; }
+
+    // Where `step` scrolled to, -1: nowhere; and which buttons can be pressed then.
+    void expect(void (HitPositions::*step)(), int scrolledTo, bool up, bool down) {
+        view.scrolledTo = -1;
+        (hits.*step)();
+        EXPECT_EQ(view.scrolledTo, scrolledTo);
+        EXPECT_EQ(enabled[Up.toString()], up);
+        EXPECT_EQ(enabled[Down.toString()], down);
+    }
 };
 
 }  // namespace
@@ -37,66 +41,29 @@ struct Page {
 TEST(HitPositions, StepsToBothEndsWithoutWrapping) {
     Page page;
     page.view.positions = {100, 200, 300};
-    page.hits.SetPosZero();
-    EXPECT_EQ(page.view.scrolledTo, 100);
-    EXPECT_TRUE(page.up() && page.down());  // the buttons are not its matter
+    page.expect(&HitPositions::SetPosZero, 100, true, true);  // the buttons are not its matter
+    page.expect(&HitPositions::DownerPos, 200, true, true);
+    page.expect(&HitPositions::DownerPos, 333, true, false);
+    page.expect(&HitPositions::DownerPos, -1, true, false);
+    page.expect(&HitPositions::UpperPos, 200, true, true);
+    page.expect(&HitPositions::UpperPos, 100, false, true);
+    page.expect(&HitPositions::UpperPos, -1, false, true);
+    page.expect(&HitPositions::DownerPos, 200, true, true);
 
-    page.hits.DownerPos();
-    EXPECT_EQ(page.view.scrolledTo, 200);
-    EXPECT_TRUE(page.up() && page.down());
-    page.hits.DownerPos();
-    EXPECT_EQ(page.view.scrolledTo, 333);
-    EXPECT_TRUE(page.up() && !page.down());
-    page.view.scrolledTo = -1;
-    page.hits.DownerPos();
-    EXPECT_EQ(page.view.scrolledTo, -1);
-    EXPECT_EQ(page.hits.current(), 2);
-
-    page.hits.UpperPos();
-    page.hits.UpperPos();
-    EXPECT_EQ(page.view.scrolledTo, 100);
-    EXPECT_TRUE(!page.up() && page.down());
-    page.view.scrolledTo = -1;
-    page.hits.UpperPos();
-    EXPECT_EQ(page.view.scrolledTo, -1);
-    EXPECT_EQ(page.hits.current(), 0);
+    page.view.positions = {150, 350, 500};  // after a new layout it goes on from the same hit
+    page.expect(&HitPositions::ReOrderPos, -1, true, true);
+    page.expect(&HitPositions::DownerPos, 533, true, false);
 
     page.view.positions = {40};  // one stop stays within reach
-    page.hits.SetPosZero();
-    for (int press = 0; press < 3; ++press) {
-        page.view.scrolledTo = -1;
-        page.hits.DownerPos();
-        EXPECT_EQ(page.view.scrolledTo, 73);
-        EXPECT_TRUE(!page.up() && page.down());
-    }
-}
-
-TEST(HitPositions, GoesOnFromTheSameHitAfterANewLayout) {
-    Page page;
-    page.view.positions = {100, 200, 300};
-    page.hits.SetPosZero();
-    page.hits.DownerPos();
-    page.view.positions = {150, 350, 500};
-    page.view.scrolledTo = -1;
-    page.hits.ReOrderPos();
-    EXPECT_EQ(page.view.scrolledTo, -1);
-    page.hits.DownerPos();
-    EXPECT_EQ(page.view.scrolledTo, 533);
+    page.expect(&HitPositions::SetPosZero, 73, true, false);
+    for (int press = 0; press < 3; ++press) page.expect(&HitPositions::DownerPos, 73, false, true);
 }
 
 TEST(HitPositions, StartsAnExtraWindowOnce) {
-    Page page;
-    page.hits.firstActivation();
-    EXPECT_TRUE(!page.up() && !page.down());
-    EXPECT_EQ(page.view.scrolledTo, 33);
+    Page page, two;
+    page.expect(&HitPositions::firstActivation, 33, false, false);
     page.view.positions = {5, 6};
-    page.view.scrolledTo = -1;
-    page.hits.firstActivation();
-    EXPECT_EQ(page.view.scrolledTo, -1);
-
-    Page two;
+    page.expect(&HitPositions::firstActivation, -1, false, false);
     two.view.positions = {5, 60};
-    two.hits.firstActivation();
-    EXPECT_TRUE(!two.up() && two.down());
-    EXPECT_EQ(two.view.scrolledTo, 5);
+    two.expect(&HitPositions::firstActivation, 5, false, true);
 }
