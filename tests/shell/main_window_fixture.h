@@ -5,15 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QComboBox>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QMdiSubWindow>
-#include <QMenuBar>
-#include <QStandardPaths>
-#include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
 
 #include "shell/settings_registry.h"
@@ -42,22 +38,18 @@ class MainWindowTest : public testing::Test {
     shell::reg_api registry{registryFile};
     std::unique_ptr<shell::KitaplarMDI> window;
 
-    void SetUp() override {
-        QDir(file.folder()).mkpath(u"OKU"_s);
-        write(u"OKU/VQ.htm", "<html><title>giris</title><body>Ho\xFE geldiniz</body></html>");
-        write(u"OKU/print.gif",
-              QByteArray::fromBase64("R0lGODlhAQABAIAAAAAAAP///yH5BAEAAAAALAAAAAABAAEAAAIBRAA7"));
+    MainWindowTest() {
+        write(u"OKU/VQ.htm"_s, "<html><title>giris</title><body>Ho\xFE geldiniz</body></html>");
     }
 
-    void write(QStringView name, const QByteArray& content) {
-        QFile target(file.filePath(name.toString()));
-        ASSERT_TRUE(target.open(QIODevice::WriteOnly));
-        target.write(content);
+    void write(const QString& name, const QByteArray& content) {
+        QFile target(file.filePath(name));
+        EXPECT_TRUE(target.open(QIODevice::WriteOnly) && target.write(content) == content.size());
     }
 
-    bool start(const QString& server = {}) {
-        window = std::make_unique<shell::KitaplarMDI>(shell::Services{
-            file.appFolder(), dialogs, printing, registry, server, u"http://site.example"_s, nullptr});
+    bool start() {
+        window = std::make_unique<shell::KitaplarMDI>(
+            shell::Services{file.appFolder(), dialogs, printing, registry, {}, {}, nullptr});
         return window->load();
     }
 
@@ -66,6 +58,7 @@ class MainWindowTest : public testing::Test {
         return window->findChild<T*>(name);
     }
     QMdiSubWindow* child(const QString& name) const { return find<QMdiSubWindow>(name); }
+    QMdiArea& area() const { return *find<QMdiArea>(u"workArea"_s); }
     QToolButton* button(const QString& key) const {
         return find<QToolBar>(u"Toolbar1"_s)->findChild<QToolButton*>(key);
     }
@@ -74,35 +67,34 @@ class MainWindowTest : public testing::Test {
     QString status() const { return find<QLabel>(u"StatusBar1_1"_s)->text(); }
 
     // A toolbar shows and hides its widgets with its next layout.
-    static bool appears(QWidget* widget) {
-        return QTest::qWaitFor([widget] { return widget->isVisible(); });
-    }
-    static bool disappears(QWidget* widget) {
-        return QTest::qWaitFor([widget] { return !widget->isVisible(); });
+    static bool appears(QWidget* widget, bool on = true) {
+        return QTest::qWaitFor([=] { return widget->isVisible() == on; });
     }
 
-    /// Clicks the node of the book tree with this key, opening what is above it.
-    void clickNode(const QString& key) const {
-        auto* tree = find<QTreeView>(u"tvw_Kitaplar"_s);
-        const QModelIndex index = node(key);
-        ASSERT_TRUE(index.isValid()) << key.toStdString();
-        for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) tree->expand(above);
-        tree->scrollTo(index);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(index).center());
-    }
+    QTreeView& books() const { return *find<QTreeView>(u"tvw_Kitaplar"_s); }
+    /// The node of the book tree with this key.
     QModelIndex node(const QString& key) const {
-        const QAbstractItemModel* model = find<QTreeView>(u"tvw_Kitaplar"_s)->model();
-        const QModelIndexList found =
-            model->match(model->index(0, 0), browse::BookTreeModel::KeyRole, key, 1,
-                         Qt::MatchExactly | Qt::MatchRecursive | Qt::MatchCaseSensitive);
-        return found.value(0);
+        return match(books(), browse::BookTreeModel::KeyRole, key, Qt::MatchCaseSensitive);
     }
     QString image(const QString& key) const {
         return node(key).data(browse::BookTreeModel::ImageRole).toString();
     }
+    static QModelIndex match(const QTreeView& tree, int role, const QString& value, Qt::MatchFlags flags) {
+        return tree.model()
+            ->match(tree.model()->index(0, 0), role, value, 1, Qt::MatchRecursive | flags)
+            .value(0);
+    }
+    static void click(QTreeView& tree, const QModelIndex& node) {
+        ASSERT_TRUE(node.isValid());
+        tree.scrollTo(node);  // opens what is above it
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(node).center());
+    }
+    void clickNode(const QString& key) const { click(books(), node(key)); }
 
     browse::frm_Icerik& content() const { return window->windows().contentWindow(); }
-    /// The shared window's page, once it holds `text`.
+    platform::WebView& page() const { return *content().wb_Icerik; }
+    shell::frm_IcerikN* extra(int number) const { return window->windows().extraWindows().at(number); }
+    /// The page, once it holds `text`.
     static testing::AssertionResult shows(platform::WebView& view, const QString& text) {
         QString html;
         const bool found =
