@@ -15,70 +15,61 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Does something with the window that opens next.
+/// Does something with the window that opens next, and presses a button of it; "": the window is closed.
 template <class Window>
-void whenOpen(std::function<void(Window&)> act) {
-    QTimer::singleShot(0, [act] {
+void whenOpen(QStringView press, std::function<void(Window&)> act) {
+    QTimer::singleShot(0, [press, act] {
         auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-        if (!window) return whenOpen<Window>(act);
+        if (!window) return whenOpen<Window>(press, act);
         act(*window);
+        for (auto* button : window->template findChildren<QAbstractButton*>())
+            if (!press.isEmpty() && button->text().remove(u'&') == press) return button->click();
+        EXPECT_TRUE(press.isEmpty()) << "no button " << press.toString().toStdString();
+        window->reject();
     });
-}
-
-QAbstractButton* buttonCalled(QWidget& window, QStringView text) {
-    for (auto* button : window.findChildren<QAbstractButton*>())
-        if (button->text().remove(u'&') == text) return button;
-    ADD_FAILURE() << "no button " << text.toString().toStdString();
-    return nullptr;
 }
 
 }  // namespace
 
 TEST(MessageBoxes, AnswerWithTurkishButtons) {
-    MessageBoxes boxes;
     const struct {
         Buttons buttons;
-        QString press;  ///< empty: the box is closed
+        QStringView press;
         Answer answer;
     } cases[] = {
-        {Buttons::Ok, u"Tamam"_s, Answer::Ok},       {Buttons::Ok, u""_s, Answer::Ok},
-        {Buttons::OkCancel, u"Tamam"_s, Answer::Ok}, {Buttons::OkCancel, u"İptal"_s, Answer::Cancel},
-        {Buttons::OkCancel, u""_s, Answer::Cancel},  {Buttons::YesNo, u"Evet"_s, Answer::Yes},
-        {Buttons::YesNo, u"Hayır"_s, Answer::No},    {Buttons::YesNo, u""_s, Answer::No},
+        {Buttons::Ok, u"Tamam", Answer::Ok},       {Buttons::Ok, u"", Answer::Ok},
+        {Buttons::OkCancel, u"Tamam", Answer::Ok}, {Buttons::OkCancel, u"İptal", Answer::Cancel},
+        {Buttons::OkCancel, u"", Answer::Cancel},  {Buttons::YesNo, u"Evet", Answer::Yes},
+        {Buttons::YesNo, u"Hayır", Answer::No},    {Buttons::YesNo, u"", Answer::No},
     };
-    for (const auto& test : cases) {
-        whenOpen<QMessageBox>([&](QMessageBox& box) {
+    for (const auto& [buttons, press, answer] : cases) {
+        whenOpen<QMessageBox>(press, [](QMessageBox& box) {
             EXPECT_EQ(box.text(), u"<b>metin</b>");
             EXPECT_EQ(box.textFormat(), Qt::PlainText);
             EXPECT_EQ(box.icon(), QMessageBox::Critical);
             EXPECT_GE(box.width(), box.fontMetrics().horizontalAdvance(box.windowTitle()) + 80);
-            if (test.press.isEmpty()) return box.reject();
-            if (auto* button = buttonCalled(box, test.press)) button->click();
         });
-        EXPECT_EQ(boxes.show({u"<b>metin</b>"_s, u"Uzun Bir Başlık"_s, Icon::Critical, test.buttons}),
-                  test.answer);
+        EXPECT_EQ(MessageBoxes().show({u"<b>metin</b>"_s, u"Uzun Bir Başlık"_s, Icon::Critical, buttons}),
+                  answer);
     }
 }
 
 TEST(MessageBoxes, AskForALineOfText) {
-    MessageBoxes boxes;
     for (const bool accept : {true, false}) {
-        whenOpen<QDialog>([&](QDialog& dialog) {
+        whenOpen<QDialog>(accept ? u"Tamam" : u"İptal", [](QDialog& dialog) {
             auto* line = dialog.findChild<QLineEdit*>();
             ASSERT_TRUE(line);
             EXPECT_EQ(line->text(), u"ilk");
             EXPECT_EQ(dialog.pos(), QPoint(120, 80));
             line->setText(u"yeni"_s);
-            if (auto* button = buttonCalled(dialog, accept ? u"Tamam" : u"İptal")) button->click();
         });
-        EXPECT_EQ(boxes.ask({u"Ad?"_s, u"Başlık"_s, u"ilk"_s, QPoint(120, 80)}),
+        EXPECT_EQ(MessageBoxes().ask({u"Ad?"_s, u"Başlık"_s, u"ilk"_s, QPoint(120, 80)}),
                   accept ? std::optional(u"yeni"_s) : std::nullopt);
     }
 }
 
 TEST(Translations, MakeTheToolkitsOwnTextsTurkish) {
-    QCoreApplication& application = *QCoreApplication::instance();
-    ASSERT_TRUE(installTranslations(application)) << "the toolkit's translations are not installed";
+    ASSERT_TRUE(installTranslations(*qApp)) << "the toolkit's translations are not installed";
     EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"İptal");
 }
 

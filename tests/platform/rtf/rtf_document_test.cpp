@@ -10,91 +10,73 @@
 #include "platform/core/rtf/writer.h"
 
 using namespace lirovan::platform::rtf;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-Document sample() {
-    return read(QByteArrayView(
-        "{\\rtf1\\ansi\\ansicpg1254{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
-        "{\\colortbl;\\red255\\green0\\blue0;\\red255\\green255\\blue0;}"
-        "\\pard\\qc\\f0\\fs21 Ba\\'fel\\'fdk \\b kal\\'fdn\\b0\\i  e\\u287?ik\\i0\\par"
-        "\\pard\\li720\\fi-360 \\'95\\tab\\cf1 k\\'fdrm\\'fdz\\'fd\\cf0 \\highlight2 kalem\\line\\f1\\fs40 "
-        "b\\'fcy\\'fck"
-        "\\highlight0\\par\\par\\pard\\qj x\\super 2\\nosupersub\\ul y\\ulnone\\strike z\\par\\par}"));
+Document parsed(const char* rtf) {
+    return read(QByteArrayView(rtf));
 }
 
-QString plain(const Document& document) {
-    return document.plainText();
-}
+const Document Sample = parsed(
+    "{\\rtf1\\ansi\\ansicpg1254{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
+    "{\\colortbl;\\red255\\green0\\blue0;\\red255\\green255\\blue0;}"
+    "\\pard\\qc\\f0\\fs21 Ba\\'fel\\'fdk \\b kal\\'fdn\\b0\\i  e\\u287?ik\\i0\\par"
+    "\\pard\\li720\\fi-360 \\'95\\tab\\cf1 k\\'fdrm\\'fdz\\'fd\\cf0 \\highlight2 kalem\\line\\f1\\fs40 "
+    "b\\'fcy"
+    "\\highlight0\\par\\par\\pard\\qj x\\super 2\\nosupersub\\ul y\\ulnone\\strike z\\par\\par}");
 
 }  // namespace
 
 TEST(RtfDocument, ComesBackUnchanged) {
-    for (const Document& document :
-         {sample(), read(QByteArrayView("{\\rtf1}")), read(QByteArrayView("{\\rtf1 a\\par\\par}"))}) {
+    for (const Document& document : {Sample, parsed("{\\rtf1}"), parsed("{\\rtf1 a\\par\\par}")}) {
         QTextDocument target;
-        target.setPlainText(QStringLiteral("eski"));
+        target.setPlainText(u"eski"_s);
         fill(target, document);
         EXPECT_EQ(fromTextDocument(target), document) << write(fromTextDocument(target)).toStdString();
         EXPECT_FALSE(target.isUndoAvailable());
         // Another default font changes nothing in it.
-        target.setDefaultFont(QFont(QStringLiteral("Courier New"), 30));
+        target.setDefaultFont(QFont(u"Courier New"_s, 30));
         EXPECT_EQ(fromTextDocument(target), document);
     }
 }
 
 TEST(RtfDocument, GivesAndReplacesTheSelection) {
     QTextDocument target;
-    fill(target, sample());
-    QTextCursor cursor = target.find(QStringLiteral("kalın"));
-    const Document bold = fromSelection(cursor);
-    ASSERT_EQ(bold.paragraphs.size(), 1U);
-    EXPECT_EQ(plain(bold), u"kalın");
-    EXPECT_TRUE(bold.paragraphs[0].runs[0].format.bold);
+    fill(target, Sample);
+    QTextCursor cursor = target.find(u"kalın"_s);
+    EXPECT_EQ(fromSelection(cursor), parsed("{\\rtf1\\qc\\fs21\\b kal\\'fdn}"));
 
-    insert(cursor, read(QByteArrayView("{\\rtf1 bir\\par\\pard\\qr iki\\par}")));
+    insert(cursor, parsed("{\\rtf1 bir\\par\\pard\\qr iki\\par}"));
     EXPECT_TRUE(target.toPlainText().startsWith(u"Başlık bir\niki eğik\n"));
     const Document after = fromTextDocument(target);
     EXPECT_EQ(after.paragraphs[0].format.alignment, Alignment::Center);
     EXPECT_EQ(after.paragraphs[1].format.alignment, Alignment::Right);
     target.undo();
-    EXPECT_EQ(fromTextDocument(target), sample());
+    EXPECT_EQ(fromTextDocument(target), Sample);
 
     cursor.clearSelection();
     EXPECT_TRUE(fromSelection(cursor).isEmpty());
     cursor.select(QTextCursor::Document);
-    EXPECT_EQ(fromSelection(cursor), sample());
+    EXPECT_EQ(fromSelection(cursor), Sample);
     insert(cursor, {});
     EXPECT_TRUE(fromTextDocument(target).isEmpty());
 }
 
 TEST(RtfDocument, ReadsPassagesOfPages) {
-    const Document hit = fromHtml(QStringLiteral(
-        "<p align=center style='font-family:Verdana,sans-serif;font-size:16px'>Şu <b>söz</b>, "
-        "<font color='#000080'><span style='background-color:#FFFF00'>ışık</span></font>.<br>ğ</p>"));
-    ASSERT_EQ(hit.paragraphs.size(), 1U);
-    EXPECT_EQ(hit.paragraphs[0].format.alignment, Alignment::Center);
-    const auto& runs = hit.paragraphs[0].runs;
-    ASSERT_EQ(runs.size(), 5U);
-    EXPECT_EQ(runs[0].format.font, u"Verdana");
-    EXPECT_EQ(runs[0].format.halfPoints, 24);
-    EXPECT_TRUE(runs[1].format.bold);
-    EXPECT_EQ(runs[3].text, u"ışık");
-    EXPECT_EQ(runs[3].format.color, (Rgb{0, 0, 128}));
-    EXPECT_EQ(runs[3].format.background, (Rgb{255, 255, 0}));
-    EXPECT_EQ(runs[4].text, QStringLiteral(".\u2028ğ"));
-
-    const struct {
-        const char* html;
-        QStringView text;
-    } cases[] = {
-        {"<ul><li>a<li>b</ul><ol><li>c<li>d</ol>", u"•\ta\n•\tb\n1.\tc\n2.\td"},
-        {"x<table><tr><td>a<td>b<tr><td colspan=2>c<p>d</table>y", u"x\na\tb\nc d\ny"},
-        {"a<img src='file:///etc/hostname'>b<script>c</script>&lt;&amp;", u"ab<&"},
-        {"", u""},
+    const QString hit =
+        u"<p align=center style='font-family:Verdana,sans-serif;font-size:16px'>Şu <b>söz</b>, "
+        "<font color='#000080'><span style='background-color:#FFFF00'>ışık</span></font>.<br>ğ</p>"_s;
+    EXPECT_EQ(write(fromHtml(hit)),
+              write(parsed("{\\rtf1\\ansi{\\fonttbl{\\f0 Verdana;}}"
+                           "{\\colortbl;\\red0\\green0\\blue128;\\red255\\green255\\blue0;}\\qc\\f0\\fs24 "
+                           "\\'deu {\\b s\\'f6z}, {\\cf1\\highlight2 \\'fd\\'fe\\'fdk}.\\line \\'f0}")));
+    const std::pair<QString, QStringView> cases[] = {
+        {u"<ul><li>a<li>b</ul><ol><li>c<li>d</ol>"_s, u"•\ta\n•\tb\n1.\tc\n2.\td"},
+        {u"x<table><tr><td>a<td>b<tr><td colspan=2>c<p>d</table>y"_s, u"x\na\tb\nc d\ny"},
+        {u"a<img src='file:///etc/hostname'>b<script>c</script>&lt;&amp;"_s, u"ab<&"},
+        {u""_s, u""},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(plain(fromHtml(QString::fromUtf8(c.html))), c.text.toString()) << c.html;
-
-    EXPECT_TRUE(htmlToRtf(QStringLiteral("<b>ğ</b>")).endsWith("\\b\\'f0}"));
+    for (const auto& [html, text] : cases) EXPECT_EQ(fromHtml(html).plainText(), text) << html.toStdString();
+    EXPECT_TRUE(htmlToRtf(u"<b>ğ</b>"_s).endsWith("\\b\\'f0}"));
 }

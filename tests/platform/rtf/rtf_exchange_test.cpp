@@ -2,66 +2,49 @@
 // it writes. Skipped where LibreOffice is not installed.
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include "platform/core/rtf/reader.h"
 #include "platform/core/rtf/writer.h"
+#include "support/files.h"
 
-using namespace lirovan::platform::rtf;
+using namespace lirovan;
+using namespace platform::rtf;
+using namespace Qt::StringLiterals;
 
-namespace {
-
-Document sample() {
+TEST(RtfExchange, LibreOfficeShowsAndWritesTheSame) {
+    const QString office = QStandardPaths::findExecutable(u"soffice"_s);
+    if (office.isEmpty())
+        GTEST_SKIP() << "LibreOffice (soffice) is not installed: nothing was exchanged with it";
     Builder builder;
-    const auto with = [](auto change) {
-        CharFormat format;
-        change(format);
-        return format;
-    };
-    builder.append(u"Başlık: ", with([](CharFormat& f) { f.bold = true, f.halfPoints = 28; }));
-    builder.append(u"Kur'ân — ağaç ∞", with([](CharFormat& f) { f.font = QStringLiteral("Courier New"); }));
+    builder.append(u"Başlık: ", {.halfPoints = 28, .bold = true});
+    builder.append(u"Kur'ân — ağaç ∞", {.font = u"Courier New"_s});
     builder.endParagraph({Alignment::Center, 0, 0});
-    builder.append(u"kırmızı", with([](CharFormat& f) { f.color = Rgb{255, 0, 0}; }));
-    builder.append(u" mavi", with([](CharFormat& f) { f.color = Rgb{0, 0, 255}, f.italic = true; }));
-    builder.append(u" yeşil", with([](CharFormat& f) { f.color = Rgb{0, 255, 0}, f.underline = true; }));
-    builder.append(u" işaretli", with([](CharFormat& f) { f.background = Rgb{255, 255, 0}; }));
+    builder.append(u"kırmızı", {.color = Rgb{255, 0, 0}});
+    builder.append(u" mavi", {.italic = true, .color = Rgb{0, 0, 255}});
+    builder.append(u" yeşil", {.underline = true, .color = Rgb{0, 255, 0}});
+    builder.append(u" işaretli", {.background = Rgb{255, 255, 0}});
     builder.append(u" x", {});
-    builder.append(u"2", with([](CharFormat& f) { f.script = Script::Super; }));
+    builder.append(u"2", {.script = Script::Super});
     builder.append(u"{\\}\tsekme\u00A0\u2028satır", {});
     builder.endParagraph({Alignment::Justify, 720, -360});
     builder.endParagraph({});
-    builder.append(u"Son İĞÜŞÖÇ ığüşöç", with([](CharFormat& f) { f.strike = true; }));
+    builder.append(u"Son İĞÜŞÖÇ ığüşöç", {.strike = true});
     builder.endParagraph({Alignment::Right, 0, 0});
     // Of other scripts the word processor keeps size and face apart; here they are its own.
-    builder.append(u"日本 😀", with([](CharFormat& f) { f.halfPoints = 24; }));
+    builder.append(u"日本 😀", {.halfPoints = 24});
     builder.endParagraph({});
-    return builder.take();
-}
+    const QByteArray sample = write(builder.take());
 
-}  // namespace
-
-TEST(RtfExchange, LibreOfficeShowsAndWritesTheSame) {
-    const QString office = QStandardPaths::findExecutable(QStringLiteral("soffice"));
-    if (office.isEmpty())
-        GTEST_SKIP() << "LibreOffice (soffice) is not installed: nothing was exchanged with it";
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("not.rtf"));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(write(sample()));
-    file.close();
+    const QTemporaryDir folder;
     QProcess process;
-    process.start(office,
-                  {QStringLiteral("-env:UserInstallation=file://%1/profile").arg(folder.path()),
-                   QStringLiteral("--headless"), QStringLiteral("--convert-to"), QStringLiteral("rtf"),
-                   QStringLiteral("--outdir"), folder.filePath(QStringLiteral("out")), path});
+    process.start(office, {u"-env:UserInstallation=file://%1/profile"_s.arg(folder.path()), u"--headless"_s,
+                           u"--convert-to"_s, u"rtf"_s, u"--outdir"_s, folder.filePath(u"out"_s),
+                           test::writeFile(folder.filePath(u"not.rtf"_s), sample)});
     ASSERT_TRUE(process.waitForFinished(100'000));
-    QFile converted(folder.filePath(QStringLiteral("out/not.rtf")));
-    ASSERT_TRUE(converted.open(QIODevice::ReadOnly)) << process.readAll().toStdString();
+    const QByteArray converted = test::readFile(folder.filePath(u"out/not.rtf"_s));
     // Compared as text of our own writer: a difference shows where it is.
-    EXPECT_EQ(write(read(QByteArrayView(converted.readAll()))).toStdString(), write(sample()).toStdString());
+    EXPECT_EQ(write(read(QByteArrayView(converted))), sample) << process.readAll().toStdString();
 }

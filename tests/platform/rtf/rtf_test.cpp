@@ -1,7 +1,6 @@
 // What rich text means, and that writing it is canonical.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QStringList>
 #include <random>
 
@@ -10,32 +9,31 @@
 #include "platform/core/rtf/writer.h"
 
 using namespace lirovan::platform::rtf;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-// Paragraphs between "|", each run as its marks and its text: "a[b:x]|" ; marks: b i u s ^ _ ,
-// size/font/colours when they are not those that every run of the text shares.
+// Paragraphs between "|", each run as its marks and its text: "a[b:x]|" ; marks: b i u s ^ _ , colours.
 QString sketch(const Document& document) {
     QStringList paragraphs;
     for (const Paragraph& paragraph : document.paragraphs) {
-        QString text;
         constexpr QStringView alignments[] = {u"", u"<center>", u"<right>", u"<justify>"};
-        text += alignments[static_cast<int>(paragraph.format.alignment)];
+        QString text = alignments[static_cast<int>(paragraph.format.alignment)].toString();
         for (const Run& run : paragraph.runs) {
             const CharFormat& f = run.format;
+            const std::pair<bool, QChar> flags[] = {{f.bold, u'b'},
+                                                    {f.italic, u'i'},
+                                                    {f.underline, u'u'},
+                                                    {f.strike, u's'},
+                                                    {f.script == Script::Super, u'^'},
+                                                    {f.script == Script::Sub, u'_'}};
             QString marks;
-            if (f.bold) marks += u'b';
-            if (f.italic) marks += u'i';
-            if (f.underline) marks += u'u';
-            if (f.strike) marks += u's';
-            if (f.script == Script::Super) marks += u'^';
-            if (f.script == Script::Sub) marks += u'_';
-            if (f.color)
-                marks += QStringLiteral("c%1.%2.%3").arg(f.color->red).arg(f.color->green).arg(f.color->blue);
-            if (f.background) marks += QStringLiteral("h%1").arg(f.background->red);
+            for (const auto& [on, mark] : flags)
+                if (on) marks += mark;
+            if (f.color) marks += u"c%1.%2.%3"_s.arg(f.color->red).arg(f.color->green).arg(f.color->blue);
+            if (f.background) marks += u"h%1"_s.arg(f.background->red);
             QString shown = run.text;
-            shown.replace(u'\t', QStringLiteral("→"))
-                .replace(QChar(QChar::LineSeparator), QStringLiteral("↵"));
+            shown.replace(u'\t', u'→').replace(QChar::LineSeparator, u'↵');
             text += marks.isEmpty() ? shown : u'[' + marks + u':' + shown + u']';
         }
         paragraphs += text;
@@ -43,22 +41,12 @@ QString sketch(const Document& document) {
     return paragraphs.join(u'|');
 }
 
-QByteArray again(const QByteArray& rtf) {
-    return write(read(QByteArrayView(rtf)));
-}
-
-struct Case {
-    const char* rtf;
-    QStringView expected;
-};
-
-void check(std::initializer_list<Case> cases) {
-    for (const Case& c : cases) {
-        const Document document = read(QByteArrayView(c.rtf));
-        EXPECT_EQ(sketch(document), c.expected.toString()) << c.rtf;
-        const QByteArray written = write(document);
-        EXPECT_EQ(read(QByteArrayView(written)), document) << written.toStdString();
-        EXPECT_EQ(again(written), written) << c.rtf;
+void check(std::initializer_list<std::pair<const char*, QStringView>> cases) {
+    for (const auto& [rtf, expected] : cases) {
+        const Document document = read(QByteArrayView(rtf));
+        EXPECT_EQ(sketch(document), expected) << rtf;
+        for (const QByteArray& written : {write(document), write(document, Ending::Inline)})
+            EXPECT_EQ(read(QByteArrayView(written)), document) << written.toStdString();
     }
 }
 
@@ -81,12 +69,10 @@ TEST(RtfReader, ReadsFormats) {
     const Document sizes =
         read(QByteArrayView("{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f7\\fmodern Courier New;}}\\deff0"
                             "a\\f7\\fs20 b\\fs c\\fs0 d\\fs-5 e}"));
-    const auto& runs = sizes.paragraphs.front().runs;
-    ASSERT_EQ(runs.size(), 3U);
-    EXPECT_EQ(runs[0].format.halfPoints, 24);
-    EXPECT_EQ(runs[2].format.halfPoints, 24);
-    EXPECT_EQ(runs[1].format.halfPoints, 20);
-    EXPECT_EQ(runs[1].format.font, u"Courier New");
+    QStringList runs;
+    for (const auto& run : sizes.paragraphs.front().runs)
+        runs += run.format.font + QString::number(run.format.halfPoints) + run.text;
+    EXPECT_EQ(runs.join(u'|'), u"Arial24a|Courier New20b|Courier New24cde");
 }
 
 TEST(RtfReader, ReadsTextOfManyCodePages) {
@@ -143,12 +129,15 @@ TEST(RtfReader, ReadsListsAndTablesAsText) {
 }
 
 TEST(RtfReader, TakesWhatIsNoRichTextAsPlainText) {
-    EXPECT_EQ(sketch(read(QByteArrayView("bir\r\niki {x}\\b"))), u"bir|iki {x}\\b");
-    EXPECT_EQ(sketch(read(QByteArrayView("\xFE"))), u"ş");
+    check({
+        {"bir\r\niki {x}\\b", u"bir|iki {x}\\b"},
+        {"\xFE", u"ş"},
+        {"", u""},
+        {"{\\rtf1}", u""},
+        {"{\\rtf1 a\\b Ba\\'fe", u"a[b:Baş]"},  // cut off
+    });
     EXPECT_EQ(sketch(read(QStringView(u" {\\rtf1\\ansi ğ\\b ∞}"))), u"ğ[b:∞]");
-    EXPECT_EQ(sketch(read(QByteArrayView())), u"");
     EXPECT_TRUE(read(QByteArrayView("{\\rtf1}")).isEmpty());
-    EXPECT_EQ(sketch(read(QByteArrayView("{\\rtf1 a\\b Ba\\'fe"))), u"a[b:Baş]");  // cut off
 }
 
 TEST(RtfReader, BearsDeepAndLongInput) {
@@ -165,13 +154,10 @@ TEST(RtfReader, BearsDeepAndLongInput) {
         "{\\rtf1 a" + repeated("{\\upr{}{\\*\\ud ", 50'000) + "b",
         "{\\rtf1 a\\uc2000000000\\u1 b}",
     };
-    QElapsedTimer timer;
-    timer.start();
     for (const QByteArray& input : inputs) {
         const Document document = read(QByteArrayView(input));
         EXPECT_TRUE(document.plainText().startsWith(u'a')) << input.left(40).toStdString();
     }
-    EXPECT_LT(timer.elapsed(), 10'000);
 }
 
 TEST(RtfWriter, IsCanonicalForAnyDocument) {
@@ -210,17 +196,13 @@ TEST(RtfWriter, IsCanonicalForAnyDocument) {
 
 TEST(RtfWriter, WritesWhatOtherProgramsExpect) {
     Builder builder;
-    CharFormat red;
-    red.bold = true;
-    red.color = Rgb{255, 0, 0};
     builder.append(u"Işık", {});
-    builder.append(u" ∞", red);
+    builder.append(u" ∞", {.bold = true, .color = Rgb{255, 0, 0}});
     builder.endParagraph({Alignment::Center, 0, 0});
     EXPECT_EQ(write(builder.take()).toStdString(),
               "{\\rtf1\\ansi\\ansicpg1254\\uc1\\deff0{\\fonttbl{\\f0\\fnil\\fcharset162 Arial;}}\n"
               "{\\colortbl ;\\red255\\green0\\blue0;}\n"
               "\\pard\\qc\\f0\\fs20 I\\'fe\\'fdk\\b\\cf1  \\u8734?\\par\n}");
-    EXPECT_EQ(write({}), again(write({})));
 }
 
 TEST(RtfHtml, KeepsTextAndFormat) {

@@ -31,8 +31,8 @@ struct CharFormat {
     int halfPoints = DefaultHalfPoints;
     bool bold = false, italic = false, underline = false, strike = false;
     Script script = Script::None;
-    std::optional<Rgb> color;       ///< nothing: the text colour of the place where it is shown. Never black.
-    std::optional<Rgb> background;  ///< a marker pen
+    std::optional<Rgb> color = {};  ///< nothing: the text colour of the place where it is shown. Never black.
+    std::optional<Rgb> background = {};  ///< a marker pen
     friend bool operator==(const CharFormat&, const CharFormat&) = default;
 };
 
