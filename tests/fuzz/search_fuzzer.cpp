@@ -13,11 +13,8 @@ using namespace lirovan::search;
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     if (size < 2) return 0;
     const std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
-    const SearchOptions options{.caseSensitive = (data[0] & 1) != 0,
-                                .wholeWord = (data[0] & 2) != 0,
-                                .allWords = (data[0] & 4) != 0,
-                                .together = (data[0] & 8) != 0,
-                                .clearResult = false};
+    const auto option = [data](int bit) { return (data[0] & bit) != 0; };
+    const SearchOptions options{option(1), option(2), option(4), option(8), false};
     const size_t lineEnd = std::min(input.find('\n'), input.size());
     const std::string_view stored = input.substr(std::min(lineEnd + 1, input.size()));
     const auto text = [](std::string_view bytes) {

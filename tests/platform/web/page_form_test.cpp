@@ -22,44 +22,39 @@ constexpr QStringView ShapeScript =
 })(document.documentElement) + document.compatMode)";
 
 struct PageFormTest : WebTest {
-    QString form() { return view->innerHtml().valueOr(QString()); }
-    QString shape() { return inPage(ShapeScript.toString()); }
+    const QString homeEntry = u"<DIV class=menuitems url=\"%1\">Giriş Sayfası</DIV>\r\n<HR>"_s.arg(home);
+
+    void expectInForm(const QString& piece) {
+        EXPECT_TRUE(html().contains(piece)) << piece.toStdString() << "\n" << html().toStdString();
+    }
 };
 
 }  // namespace
 
 TEST_F(PageFormTest, HoldsTheTextsThatThePageRewritesReplace) {
-    const QString home = folder.pageText(u"\\OKU\\VQ.htm");
-    const QString menu =
-        u"<div id=ie5menu><div class=\"menuitems\" url=\"%1\">Giriş Sayfası</div>%2<hr>"
-        "<div class=\"menuitems\" url=\"javascript:history.back();\">Geri</div></div>"_s;
     for (const QString& between : {u""_s, u"\r\n"_s, u"\n  "_s}) {
-        show(topicPage(u"BİR"_s, menu.arg(home, between) + u"<font face=Verdana size=2>x</font>"
-                                                           "<IMG SRC='duaimages/dua 1.gif'>"_s));
-        const QString html = form();
-        for (const QString& piece :
-             {u"</TITLE></HEAD>"_s, u" src=\"print.gif\""_s, u" src=\"duaimages/dua 1.gif\""_s,
-              u"<FONT face=Verdana size=2>"_s,
-              u"<DIV class=menuitems url=\"%1\">Giriş Sayfası</DIV>\r\n<HR>"_s.arg(home)})
-            EXPECT_TRUE(html.contains(piece)) << piece.toStdString() << "\n" << html.toStdString();
+        show(topicPage(
+            u"BİR"_s,
+            u"<div id=ie5menu><div class=\"menuitems\" url=\"%1\">Giriş Sayfası</div>%2<hr>"
+            "<div class=\"menuitems\" url=\"javascript:history.back();\">Geri</div></div>"
+            "<font face=Verdana size=2>x</font><IMG SRC='duaimages/dua 1.gif'>"_s.arg(home, between)));
+        for (const QString& piece : {u"</TITLE></HEAD>"_s, u" src=\"print.gif\""_s, homeEntry,
+                                     u" src=\"duaimages/dua 1.gif\""_s, u"<FONT face=Verdana size=2>"_s})
+            expectInForm(piece);
     }
 }
 
 TEST_F(PageFormTest, SetsAStyleBlockOffByLineBreaks) {
-    const auto inserted = [](int size) {
-        return u"</TITLE><style>td {font-size: %1px;font-family: Arial;}</style></HEAD>"_s.arg(size);
-    };
-    const auto returned = [](int size) {
-        return u"</TITLE>\r\n<STYLE>td {font-size: %1px;font-family: Arial;}</STYLE>\r\n</HEAD>"_s.arg(size);
-    };
+    const QString style = u"%1td {font-size: %3px;font-family: Arial;}%2</HEAD>"_s;
+    const QString inserted = style.arg(u"</TITLE><style>"_s, u"</style>"_s);
+    const QString returned = style.arg(u"</TITLE>\r\n<STYLE>"_s, u"</STYLE>\r\n"_s);
     show(topicPage(u"İKİ"_s, u"metin"_s));
-    QString html = form();
     for (int size = 17; size < 20; ++size) {
-        html.replace(size == 17 ? u"</TITLE></HEAD>"_s : returned(size - 1), inserted(size));
-        ASSERT_TRUE(html.contains(inserted(size))) << html.toStdString();
-        ASSERT_EQ(view->rewrite(html), Outcome::Answered);
-        html = form();
-        EXPECT_TRUE(html.contains(returned(size))) << html.toStdString();
+        QString page = html();
+        page.replace(size == 17 ? u"</TITLE></HEAD>"_s : returned.arg(size - 1), inserted.arg(size));
+        ASSERT_TRUE(page.contains(inserted.arg(size))) << page.toStdString();
+        ASSERT_EQ(view->rewrite(page), Outcome::Answered);
+        expectInForm(returned.arg(size));
     }
     EXPECT_EQ(
         inPage(u"getComputedStyle(document.querySelector('td font[face=Arial]').parentNode).fontSize"_s),
@@ -81,16 +76,13 @@ TEST_F(PageFormTest, WritesNamesValuesAndTextsAsTheOldFormDoes) {
     };
     for (const auto& [content, expected] : cases) {
         show(u"<html><title>t</title><body><div id=c>"_s + content + u"</div></html>"_s);
-        const QString html = form();
-        EXPECT_TRUE(html.contains(u"<DIV id=c>"_s + expected + u"</DIV>"_s)) << expected.toStdString() << "\n"
-                                                                             << html.toStdString();
+        expectInForm(u"<DIV id=c>"_s + expected + u"</DIV>"_s);
     }
 }
 
 TEST_F(PageFormTest, SaysTheSameWhenWrittenBack) {
-    const QString mixed = u"<p>Bir <b>iki <i>üç</b> dört</i><P>beş<br>altı"_s;
     const QString contents[] = {
-        mixed,
+        u"<p>Bir <b>iki <i>üç</b> dört</i><P>beş<br>altı"_s,
         hit(0, u"kelime"_s) + u" ve "_s + hit(1, u"kelime"_s),
         u"<font color=red><span style='background-color: #00FFFF'>yanlış</font></span> sıra <b><p>x</b>y</p>"_s,
         u"<PRE>\n\nilk satır boş\r\n  girinti <b>koyu</b>\n</PRE><pre>\r\nx</pre><listing>\n\na</listing>"_s,
@@ -122,11 +114,27 @@ TEST_F(PageFormTest, SaysTheSameWhenWrittenBack) {
     for (const QString& content : contents) pages += topicPage(u"DENEME &amp; <SON>"_s, content);
     for (const QString& page : pages) {
         show(page);
-        const QString before = shape();
-        const QString once = form();
+        const QString before = inPage(ShapeScript.toString()), once = html();
         ASSERT_TRUE(before.endsWith(u"BackCompat"));
         ASSERT_EQ(view->rewrite(once), Outcome::Answered);
-        EXPECT_EQ(shape().toStdString(), before.toStdString()) << once.toStdString();
-        EXPECT_EQ(form().toStdString(), once.toStdString());
+        EXPECT_EQ(inPage(ShapeScript.toString()), before) << once.toStdString();
+        EXPECT_EQ(html(), once);
     }
+}
+
+TEST_F(PageFormTest, HoldsTheStartPageEntryOfTheSampleThatNewWindowsTakeOut) {
+    const QByteArray fragment = readFile(QStringLiteral(LIROVAN_SOURCE_DIR "/samples/kitaplik/betik.html"));
+    const QString rightClick =
+        u"document.body.dispatchEvent(new MouseEvent('contextmenu', {bubbles: true, cancelable: true}));"
+        "for (let i = 0; i < 2; ++i)"
+        "    document.dispatchEvent(new KeyboardEvent('keydown', {key: 'ArrowDown', bubbles: true}));"_s;
+    for (const QString& script : {QString(), rightClick}) {
+        show(topicPage(u"BİR"_s, QString::fromUtf8(fragment).replace(u"homehomehomehome"_s, home) +
+                                     u"Metin.<script>%1</script>"_s.arg(script)));
+        expectInForm(homeEntry);
+    }
+    expectInForm(u"display: block"_s);
+    ASSERT_EQ(view->rewrite(html().remove(homeEntry)), Outcome::Answered);
+    EXPECT_FALSE(html().contains(u"Giriş Sayfası</DIV>"_s));
+    expectInForm(u">Yazdır</DIV>"_s);
 }

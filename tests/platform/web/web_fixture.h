@@ -4,19 +4,19 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineView>
+#include <QtTest/QTest>
 #include <functional>
 #include <memory>
 
 #include "platform/core/code_page.h"
 #include "platform/ui/web_view.h"
+#include "support/files.h"
 #include "support/scripted_dialogs.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) {
@@ -28,10 +28,13 @@ namespace lirovan::test {
 using namespace platform;
 using namespace Qt::StringLiterals;
 
-class WebTest : public ::testing::Test {
-  protected:
+struct WebTest : testing::Test {
     QTemporaryDir root{QDir::tempPath() + u"/lirovan web ğ-XXXXXX"_s};
     AppFolder folder{root.path()};
+    const QString pagePath = folder.pageText(u"\\OKU\\oku.html"), home = folder.pageText(u"\\OKU\\VQ.htm");
+    // One picture, one pixel.
+    const QByteArray picture =
+        QByteArray::fromBase64("R0lGODlhAQABAIAAAAAAAP///yH5BAEAAAAALAAAAAABAAEAAAIBRAA7");
     ScriptedDialogs dialogs;
     std::shared_ptr<WebEngine> engine =
         WebEngine::create(folder, QUrl(u"http://127.0.0.1:9/indir/kur.exe"_s));
@@ -40,52 +43,42 @@ class WebTest : public ::testing::Test {
     void SetUp() override {
         view->resize(700, 500);
         view->show();
-        // One picture, one pixel.
-        write(u"OKU/print.gif",
-              QByteArray::fromBase64("R0lGODlhAQABAIAAAAAAAP///yH5BAEAAAAALAAAAAABAAEAAAIBRAA7"));
-        write(u"OKU/duaimages/dua 1.gif", read(u"OKU/print.gif"));
+        for (const QStringView name : {u"OKU/print.gif", u"OKU/duaimages/dua 1.gif"})
+            writeFile(onDisk(name), picture);
     }
 
-    QString onDisk(QStringView relative) const { return root.path() + u'/' + relative.toString(); }
+    QString onDisk(QStringView relative) const { return root.filePath(relative.toString()); }
 
-    void write(QStringView relative, const QByteArray& content) {
-        QDir().mkpath(QFileInfo(onDisk(relative)).path());
-        QFile file(onDisk(relative));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    QByteArray read(QStringView relative) const {
-        QFile file(onDisk(relative));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    /// Writes the page file as the program does, and shows it.
-    void show(const QString& html) {
-        write(u"OKU/oku.html", toWindows1254(html) + "\r\n");
-        view->navigate(folder.pageText(u"\\OKU\\oku.html"));
+    void navigate(const QString& path) {
+        view->navigate(path);
         ASSERT_EQ(view->waitUntilComplete(), Outcome::Answered);
     }
+    /// Writes the page file as the program does, and shows it.
+    void show(const QString& html) {
+        writeFile(onDisk(u"OKU/oku.html"), toWindows1254(html) + "\r\n");
+        navigate(pagePath);
+    }
 
+    QString html() { return view->innerHtml().valueOr(QString()); }
     QWebEnginePage* page() const { return view->findChild<QWebEngineView*>()->page(); }
+    QWidget* input() const { return view->findChild<QWebEngineView*>()->focusProxy(); }
 
     /// What a script of the page itself would see, as text.
     QString inPage(const QString& script) {
-        QString result;
-        bool answered = false;
-        page()->runJavaScript(script, [&](const QVariant& value) {
-            result = value.toString();
-            answered = true;
-        });
-        EXPECT_TRUE(until([&] { return answered; })) << script.toStdString();
-        return result;
+        std::optional<QString> result;
+        page()->runJavaScript(script, [&](const QVariant& value) { result = value.toString(); });
+        EXPECT_TRUE(until([&] { return result.has_value(); })) << script.toStdString();
+        return result.value_or(QString());
+    }
+    /// The text of an element, of the whole page where none is named.
+    QString shown(const QString& element = u"document.body"_s) {
+        return inPage(element + u".innerText.trim()"_s);
     }
 
     /// Lets events run until `condition` holds, at most `limit` ms.
     static bool until(const std::function<bool()>& condition, int limit = 8000) {
-        QElapsedTimer clock;
-        clock.start();
-        while (!condition() && clock.elapsed() < limit)
+        const QDeadlineTimer deadline(limit);
+        while (!condition() && !deadline.hasExpired())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
         return condition();
     }
@@ -93,22 +86,16 @@ class WebTest : public ::testing::Test {
 
 /// A page as the program makes it for a topic.
 inline QString topicPage(const QString& title, const QString& content) {
-    return u"<html><title>"_s + title +
-           u"</title><body topmargin=0 leftmargin=0 rightmargin=0 bottommargin=0 bgcolor=#C0C0C0>"
-           "<table bgColor=#FFFFFF border=5 cellSpacing=0 width=100% bordercolor=#000000 cellpadding=11 "
-           "align=top>"
-           "<tbody><tr><td width=100% bgcolor=#000000><table width=100%><tr><td width=60%>"
-           "<b><font color=#FFFFFF face=Arial size=3><span >Işıklar Kitabı </span></font></b></td>"
-           "<td width=40% align=right><b><font face=Arial size=3 "
-           "color=#FFFFFF><span>Yazar</span></font></b></td>"
-           "</tr></table></td></tr><tr><td width=100% valign=top><table border=0 width=100%><tr>            "
-           "<td width=90% valign=top align=center><big><big><strong>"_s +
-           title +
-           u"</strong></big></big></td><td align=right width=10% valign=top><a "
-           u"href=javascript:window.print();>"
+    return u"<html><title>%1</title><body topmargin=0 leftmargin=0 bgcolor=#C0C0C0><table border=5 "
+           u"cellSpacing=0 "
+           "width=100% cellpadding=11><tbody><tr><td width=100% bgcolor=#000000><b><font color=#FFFFFF "
+           "face=Arial>"
+           "<span >Kitap </span></font></b></td></tr><tr><td width=100%><table border=0 width=100%><tr>      "
+           "      "
+           "<td width=90%><big><strong>%1</strong></big></td><td><a href=javascript:window.print();>"
            "<img border=0 src=print.gif width=67 height=17></a></td></tr></table></td></tr>"
-           "<tr><td width=75% valign=top ><font face=Arial>"_s +
-           content + u"</font></td></tr></table></html>"_s;
+           "<tr><td width=75% valign=top ><font face=Arial>%2</font></td></tr></table></html>"_s.arg(title,
+                                                                                                     content);
 }
 
 inline QString hit(int number, const QString& word) {
