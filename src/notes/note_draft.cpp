@@ -90,11 +90,11 @@ void NoteDraft::keep(Unsaved text, const QString& replaces) const {
     });
 }
 
-void NoteDraft::clear() const {
-    if (!state_) return;
+bool NoteDraft::clear() const {
+    if (!state_) return true;
     state_->finishWriting();
     state_->written = false;
-    QFile::remove(state_->path);
+    return QFile::remove(state_->path) || !QFile::exists(state_->path);
 }
 
 bool NoteDraft::setAside() const {

@@ -37,7 +37,7 @@ class NoteDraft {
     /// Writes in the background, since a text may be megabytes long. `replaces` is the NotRTF that
     /// Unsaved::version stands for, which is worked out there.
     void keep(Unsaved text, const QString& replaces) const;
-    void clear() const;
+    bool clear() const;  ///< false when it could not be removed
     /// Makes room for another text: what was kept stays until left() has given it and clear() was called.
     /// False when nothing is kept, or when the last text could not be written.
     bool setAside() const;

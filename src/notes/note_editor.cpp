@@ -62,8 +62,8 @@ void NoteEditor::load(NoteDraft draft) {
     clipboardChanged();
 
     while (const std::optional<Unsaved> left = draft_.left()) {
-        if (offerDraft(*left)) break;
-        draft_.clear();
+        // One that cannot be removed is asked about once, not without end.
+        if (offerDraft(*left) || !draft_.clear()) break;
     }
 }
 
@@ -146,7 +146,8 @@ void NoteEditor::saveExisting() {
         // Nothing to write; from here on the row as it stands now is the one that this text belongs to.
         storedRtf_ = stored.rtf;
         stored_ = text;
-        return draft_.clear();
+        draft_.clear();
+        return;
     }
     // Another program has saved this note; only changes made here are worth a question.
     if (!changedHere) return;
@@ -284,8 +285,10 @@ bool NoteEditor::close() {
 void NoteEditor::keepDraft() {
     rtf::Document text = parts_.box.document();
     const bool blankNew = txt_invisible_.value == 0 && parts_.box.plainText().trimmed().isEmpty();
-    if (blankNew || sameText(text, stored_)) return draft_.clear();
-    draft_.keep({txt_invisible_, NotBasligi_, {}, std::move(text)}, storedRtf_);
+    if (blankNew || sameText(text, stored_))
+        draft_.clear();
+    else
+        draft_.keep({txt_invisible_, NotBasligi_, {}, std::move(text)}, storedRtf_);
 }
 
 // --- For the note list

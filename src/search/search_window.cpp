@@ -279,9 +279,9 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     browse::showTopicButtons(frame);
     parts_.content.show();
     browse::showGeneratedPage(parts_.content);
-    showPage(browse::writePage(parts_.folder, page->page), page->heading.isEmpty()
-                                                               ? browse::ContentCaption.toString()
-                                                               : browse::contentCaption(page->heading));
+    const Result<void> written = browse::writePage(parts_.folder, page->page);
+    showPage(written, page->heading.isEmpty() ? browse::ContentCaption.toString()
+                                              : browse::contentCaption(page->heading));
     // The hits can be found once the page is there.
     showing_ = true;
     parts_.content.wb_Icerik().waitUntilComplete();
@@ -290,7 +290,8 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     frame.setButtonEnabled(button::Up, false);
     frame.setButtonEnabled(button::Down, true);
     frame.SetPosZero();
-    if (!parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false))
+    // Without a file, what stands there is the page before.
+    if (!written || !parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false))
         frame.setButtonEnabled(button::Down, false);
 }
 

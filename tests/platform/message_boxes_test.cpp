@@ -71,6 +71,8 @@ TEST(MessageBoxes, AskForALineOfText) {
 TEST(Translations, MakeTheToolkitsOwnTextsTurkish) {
     ASSERT_TRUE(installTranslations(*qApp)) << "the toolkit's translations are not installed";
     EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"İptal");
+    EXPECT_EQ(QCoreApplication::translate("QAbstractFileIconProvider", "Folder", "All other platforms"),
+              u"Klasör");
 }
 
 TEST(TwipsPixels, RoundOnceAndComeBack) {

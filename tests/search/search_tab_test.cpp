@@ -301,6 +301,10 @@ TEST_F(SearchTabTest, LeavesTheSummaryIdleWhenItFails) {
     expectMessages(2, u"Hata");
     EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"75-Sayfa dosyası yazılamadı"));
     EXPECT_TRUE(content.startPage.shown && content.page.navigated.isEmpty());
+
+    // Of a topic too the page before stays, and its hits are not this topic's.
+    click(u"konu11"_s);
+    EXPECT_FALSE(frame.button(button::Down).enabled);
 }
 
 TEST_F(SearchTabTest, TheFrameOfOptionsWorks) {

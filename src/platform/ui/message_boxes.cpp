@@ -116,10 +116,28 @@ QString MessageBoxes::askSavePath(const QString& title, const QString& suggestio
     return QFileDialog::getSaveFileName(owner(), title, suggestion, filter);
 }
 
+namespace {
+
+// The toolkit moved its words for kinds of files to another class; the translations still have them under the
+// old one.
+class ToolkitTexts : public QTranslator {
+  public:
+    using QTranslator::QTranslator;
+
+    QString translate(const char* context, const char* source, const char* note, int n) const override {
+        QString text = QTranslator::translate(context, source, note, n);
+        if (text.isEmpty() && qstrcmp(context, "QAbstractFileIconProvider") == 0)
+            text = QTranslator::translate("QFileDialog", source, note, n);
+        return text;
+    }
+};
+
+}  // namespace
+
 bool installTranslations(QCoreApplication& application) {
     const QLocale turkish(QLocale::Turkish, QLocale::Turkey);
     QLocale::setDefault(turkish);
-    auto* translator = new QTranslator(&application);
+    auto* translator = new ToolkitTexts(&application);
     if (!translator->load(turkish, QStringLiteral("qtbase"), QStringLiteral("_"),
                           QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         delete translator;

@@ -39,6 +39,8 @@ PaneKeys::PaneKeys(QMainWindow& window, QMdiArea& area, QToolBar& mainBar)
     on(Qt::ALT | Qt::Key_Minus, [this] {
         if (QMdiSubWindow* child = area_.activeSubWindow()) child->showSystemMenu();
     });
+    // Beside the toolkit's Ctrl+W, which is in the window's own menu.
+    on(Qt::CTRL | Qt::Key_F4, [this] { area_.closeActiveSubWindow(); });
     window.installEventFilter(this);
 }
 

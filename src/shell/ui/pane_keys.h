@@ -1,7 +1,7 @@
 // The keyboard's way between the parts of the main window. Tab stays inside the child window that it is
 // pressed in, so F6 goes on from there: to the window's own toolbar, to the main toolbar, and back; Shift+F6
 // goes the other way round and Esc leaves a toolbar at once. Alt+- opens the active child window's system
-// menu.
+// menu, Ctrl+F4 closes the window.
 #pragma once
 
 #include <QMdiArea>
