@@ -66,7 +66,7 @@ class EditorWindow {
     virtual void setButtonPressed(QStringView key, bool pressed) = 0;
     virtual void setButtonEnabled(QStringView key, bool enabled) = 0;
     virtual void setItemEnabled(QStringView item, bool enabled) = 0;
-    virtual void popUpSizes() = 0;    ///< mnu_yazi at the mouse
+    virtual void popUpSizes() = 0;    ///< mnu_yazi where it was asked for
     virtual void showNoteList() = 0;  ///< frm_NotList, modal
     virtual void closeWindow() = 0;   ///< runs the closing step
     /// Prints the edit box's selection or its whole text; false when the printer is of no use.

@@ -351,8 +351,11 @@ TEST_F(NoteEditorTest, PrintsTheSelectionOrAll) {
     printing_.chosen.emplace();
     press(u"print"_s);
     EXPECT_EQ(said(), QString());
-    press(u"mnu_Yazdir"_s);
-    EXPECT_EQ(said(), u"Yazıcı algılanamadı!");
+    for (const QString& place : {QString(), u"/dev/full"_s}) {
+        printing_.chosen->pdfPath = place;
+        press(u"mnu_Yazdir"_s);
+        EXPECT_EQ(said(), u"Yazıcı algılanamadı!");
+    }
 }
 
 TEST_F(NoteEditorTest, ListsALineForEachNote) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -40,7 +41,7 @@ TEST(MessageBoxes, AnswerWithTurkishButtons) {
         {Buttons::Ok, u"Tamam", Answer::Ok},       {Buttons::Ok, u"", Answer::Ok},
         {Buttons::OkCancel, u"Tamam", Answer::Ok}, {Buttons::OkCancel, u"İptal", Answer::Cancel},
         {Buttons::OkCancel, u"", Answer::Cancel},  {Buttons::YesNo, u"Evet", Answer::Yes},
-        {Buttons::YesNo, u"Hayır", Answer::No},    {Buttons::YesNo, u"", Answer::No},
+        {Buttons::YesNo, u"Hayır", Answer::No},
     };
     for (const auto& [buttons, press, answer] : cases) {
         whenOpen<QMessageBox>(press, [](QMessageBox& box) {
@@ -52,6 +53,17 @@ TEST(MessageBoxes, AnswerWithTurkishButtons) {
         EXPECT_EQ(MessageBoxes().show({u"<b>metin</b>"_s, u"Uzun Bir Başlık"_s, Icon::Critical, buttons}),
                   answer);
     }
+}
+
+TEST(MessageBoxes, TakeNoWayOutOfAQuestionForNo) {
+    whenOpen<QMessageBox>(u"Evet", [](QMessageBox& box) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QApplication::sendEvent(&box, &escape);
+        box.close();
+        EXPECT_TRUE(box.isVisible());
+    });
+    EXPECT_EQ(MessageBoxes().show({u"Silinsin mi?"_s, u"Soru"_s, Icon::Question, Buttons::YesNo}),
+              Answer::Yes);
 }
 
 TEST(MessageBoxes, AskForALineOfText) {

@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QFile>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -16,6 +17,14 @@
 
 namespace lirovan::notes {
 namespace {
+
+// The toolkit's printer does not tell of a full disk; a PDF file that is whole ends with this mark.
+bool wasWritten(const QString& path) {
+    QFile file(path);
+    const QByteArray mark = "%%EOF\n";
+    return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(0, file.size() - mark.size())) &&
+           file.readAll() == mark;
+}
 
 struct Button {
     QStringView key;
@@ -211,7 +220,7 @@ void frm_IcerikCopy::setItemEnabled(QStringView item, bool enabled) {
 }
 
 void frm_IcerikCopy::popUpSizes() {
-    mnu_yazi->popup(QCursor::pos());
+    mnu_yazi->popup(txt_Icerik->menuPlace());
 }
 
 void frm_IcerikCopy::closeWindow() {
@@ -233,11 +242,12 @@ bool frm_IcerikCopy::print(const platform::PrintTarget& target) {
         pdf.setOutputFormat(QPrinter::PdfFormat);
         pdf.setOutputFileName(target.pdfPath);
         sheet.print(&pdf);
-        return pdf.printerState() != QPrinter::Error;
+        return wasWritten(target.pdfPath);
     }
     if (!target.printer || !target.printer->isValid()) return false;
     sheet.print(target.printer.get());
-    return target.printer->printerState() != QPrinter::Error;
+    const QString file = target.printer->outputFileName();
+    return file.isEmpty() ? target.printer->printerState() != QPrinter::Error : wasWritten(file);
 }
 
 }  // namespace lirovan::notes

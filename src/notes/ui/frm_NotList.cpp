@@ -61,8 +61,15 @@ void frm_NotList::run() {
 bool frm_NotList::eventFilter(QObject* watched, QEvent* event) {
     if (watched == lst_Notlar->viewport() && event->type() == QEvent::MouseButtonPress &&
         static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
-        lst_Notlar->setCurrentItem(lst_Notlar->itemAt(static_cast<QMouseEvent*>(event)->pos()));
+        if (QListWidgetItem* item = lst_Notlar->itemAt(static_cast<QMouseEvent*>(event)->pos()))
+            lst_Notlar->setCurrentItem(item);
         PopUp->popup(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
+        return true;
+    }
+    if (watched == lst_Notlar && event->type() == QEvent::ContextMenu) {
+        if (static_cast<QContextMenuEvent*>(event)->reason() != QContextMenuEvent::Keyboard) return true;
+        const QRect line = lst_Notlar->visualItemRect(lst_Notlar->currentItem());
+        PopUp->popup(lst_Notlar->viewport()->mapToGlobal(line.bottomLeft()));
         return true;
     }
     if (watched == lst_Notlar && event->type() == QEvent::KeyPress) {

@@ -176,6 +176,7 @@ void NoteBox::inputMethodEvent(QInputMethodEvent* event) {
 void NoteBox::mousePressEvent(QMouseEvent* event) {
     // The right button opens the menu of sizes and leaves the selection as it is.
     if (event->button() == Qt::RightButton) {
+        menuPlace_ = event->globalPosition().toPoint();
         Q_EMIT rightButtonDown();
         return;
     }
@@ -189,7 +190,9 @@ void NoteBox::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void NoteBox::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard) Q_EMIT rightButtonDown();
+    if (event->reason() != QContextMenuEvent::Keyboard) return;
+    menuPlace_ = viewport()->mapToGlobal(cursorRect().bottomLeft());
+    Q_EMIT rightButtonDown();
 }
 
 QMimeData* NoteBox::createMimeDataFromSelection() const {

@@ -28,10 +28,13 @@ class NoteBox : public QTextEdit, public RichBox {
     void setFontSize(double points) override;
     void setFocus() override { QTextEdit::setFocus(); }
 
+    /// On the screen, where the last rightButtonDown() asked for a menu: at the mouse, or below the caret.
+    QPoint menuPlace() const { return menuPlace_; }
+
   Q_SIGNALS:
     void keyGoingDown(int key, Qt::KeyboardModifiers modifiers);  ///< before the box acts on it
     void inputHandled();                                          ///< after a key or a mouse button
-    void rightButtonDown();
+    void rightButtonDown();                                       ///< or the menu key
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -44,6 +47,9 @@ class NoteBox : public QTextEdit, public RichBox {
     QMimeData* createMimeDataFromSelection() const override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
+
+  private:
+    QPoint menuPlace_;
 };
 
 }  // namespace lirovan::notes

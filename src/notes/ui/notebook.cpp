@@ -60,6 +60,8 @@ void Notebook::showNoteList(NoteEditor& editor) {
     list.move(area_.window()->frameGeometry().topLeft() +
               QPoint(platform::toPixelsX(place.left, area_), platform::toPixelsY(place.top, area_)));
     list.run();
+    // After a message and the list some window managers leave no window active.
+    area_.window()->activateWindow();
 }
 
 }  // namespace lirovan::notes

@@ -1,10 +1,12 @@
 #include "platform/ui/message_boxes.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
@@ -52,6 +54,27 @@ std::vector<Choice> choices(Buttons buttons) {
     return {ok};
 }
 
+/// Without a button to cancel with, there is no third way out: Esc and the close button answer nothing, since
+/// "Hayır" may give up a text.
+class Box : public QMessageBox {
+  public:
+    Box(QWidget* owner, bool mustChoose) : QMessageBox(owner), mustChoose_(mustChoose) {}
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!mustChoose_ || !event->matches(QKeySequence::Cancel)) QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override {
+        if (mustChoose_)
+            event->ignore();
+        else
+            QMessageBox::closeEvent(event);
+    }
+
+  private:
+    const bool mustChoose_;
+};
+
 constexpr int InputWidth = 360;
 
 /// As near to `place` as the screen allows.
@@ -72,7 +95,7 @@ QWidget* owner() {
 }  // namespace
 
 Answer MessageBoxes::show(const Message& message) {
-    QMessageBox box(owner());
+    Box box(owner(), message.buttons == Buttons::YesNo);
     box.setObjectName(QStringLiteral("messageBox"));
     box.setWindowTitle(message.title);
     box.setTextFormat(Qt::PlainText);
@@ -83,7 +106,7 @@ Answer MessageBoxes::show(const Message& message) {
     buttons.reserve(offered.size());
     for (const Choice& choice : offered) buttons.push_back(box.addButton(choice.text, choice.role));
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
-    box.setEscapeButton(buttons.back());  // closing the box: Cancel, No, or the one button
+    box.setEscapeButton(buttons.back());  // closing the box: Cancel, or the one button
     // Wide enough for the title, which may be bold, and the buttons beside it.
     QFont titleFont = box.font();
     titleFont.setBold(true);

@@ -15,6 +15,14 @@ std::shared_ptr<QPrinter> withMargins(std::shared_ptr<QPrinter> printer) {
     return printer;
 }
 
+// The toolkit's dialog shows its choice of pages whatever its options say: all but these in that group goes.
+void hidePageRange(const QPrintDialog& dialog) {
+    const auto* range = dialog.findChild<QWidget*>(QStringLiteral("gbPrintRange"));
+    if (!range) return;
+    for (auto* part : range->findChildren<QWidget*>())
+        if (part->objectName() != u"printAll" && part->objectName() != u"printSelection") part->hide();
+}
+
 }  // namespace
 
 std::optional<PrintTarget> SystemPrinting::defaultPrinter() {
@@ -38,6 +46,7 @@ std::optional<PrintTarget> SystemPrinting::ask(bool hasSelection) {
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
     dialog.setOption(QAbstractPrintDialog::PrintSelection, hasSelection);
     dialog.setOption(QAbstractPrintDialog::PrintToFile, true);
+    hidePageRange(dialog);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     if (target.printer->printRange() == QPrinter::Selection) target.range = PrintRange::Selection;
     return target;

@@ -22,7 +22,7 @@ constexpr int IconSize = 20;
 
 // The first hit of a page, which gets the focus, and the lines that the page then moves on so that the hit
 // does not stick to an edge.
-constexpr QStringView FirstHit = u"ggggittt0";
+constexpr QStringView FirstHit = u"ggggittt0", SecondHit = u"ggggittt1";
 constexpr int LinesPastHit = 4;
 
 struct Entry {
@@ -144,7 +144,8 @@ void frm_IcerikN::focusPage() {
     wb_Icerik->setFocus();
     if (!wb_Icerik->hasElement(FirstHit).valueOr(false)) return;
     wb_Icerik->focusElement(FirstHit);
-    wb_Icerik->scrollLinesDown(LinesPastHit);
+    // The stop of a single hit lies lower already; more lines would move it out of sight.
+    if (wb_Icerik->hasElement(SecondHit).valueOr(false)) wb_Icerik->scrollLinesDown(LinesPastHit);
 }
 
 void frm_IcerikN::ChangeFontSizeN(int step) {
