@@ -19,24 +19,11 @@ namespace {
 
 using namespace lirovan;
 using platform::LayoutKind;
-using test::JetCell;
-using test::JetRowState;
 using namespace Qt::StringLiterals;
 using Random = std::mt19937;
 
 constexpr qsizetype PageSize = 4096;
 constexpr auto Silence = std::chrono::seconds(5);
-
-QByteArray jetNotes() {
-    using enum test::JetType;
-    return test::jetFile(
-        {{u"tbl_Notlar"_s,
-          {{u"NotID"_s, Long}, {u"NotTarihi"_s, Date}, {u"NotBaslik"_s, Text}, {u"NotRTF"_s, Memo}},
-          {{{1, 39521.0, u"Not"_s, QString(20'000, u'ş')}},
-           {{2, 39521.5, JetCell(), u"kısa"_s}, JetRowState::Moved},
-           {{3, JetCell(), u"silinmiş"_s, JetCell()}, JetRowState::Deleted},
-           {{4, JetCell(), u"orta"_s, QString(900, u'ğ')}}}}});
-}
 
 QByteArray sqliteNotes() {
     const QTemporaryDir folder;
@@ -128,7 +115,7 @@ int main(int argc, char** argv) {
             "detect_leaks=0:allocator_may_return_null=1:log_path=" + logs.filePath(u"log"_s).toUtf8());
     qputenv("UBSAN_OPTIONS", "print_stacktrace=1:log_path=" + logs.filePath(u"log"_s).toUtf8());
     const platform::Importer importer({QFile::decodeName(argv[2]), Silence});
-    const QList<QByteArray> sources{jetNotes(), jetNotes(), sqliteNotes()};
+    const QList<QByteArray> sources{test::jetNotes(), test::jetNotes(), sqliteNotes()};
 
     QElapsedTimer timer;
     timer.start();

@@ -52,15 +52,7 @@ TEST_F(DatabaseTest, TellsRowEndAndErrorApart) {
     EXPECT_FALSE(Database().execute(u"select 1"));
 }
 
-TEST_F(DatabaseTest, RollsBackUnlessCommitted) {
-    {
-        const Result<Transaction> transaction = Transaction::begin(database);
-        ASSERT_TRUE(transaction && database.execute(u"delete from t"));
-    }
-    EXPECT_EQ(**database.integer(u"select count(*) from t"), 4);
-}
-
-TEST_F(DatabaseTest, TellsADamagedFileFromAFullDisk) {
+TEST_F(DatabaseTest, TellsADamagedFileAFullDiskAndWhatIsNoDatabase) {
     ASSERT_TRUE(
         database.execute(u"create table s (id integer primary key autoincrement, ad text);"
                          u"insert into s (ad) values ('a'); update sqlite_sequence set seq=9.9e99"));
@@ -69,9 +61,6 @@ TEST_F(DatabaseTest, TellsADamagedFileFromAFullDisk) {
     ASSERT_TRUE(database.execute(u"update sqlite_sequence set seq=1; pragma max_page_count=1"));
     EXPECT_EQ(database.execute(u"insert into s (ad) values (zeroblob(99999))").error().message,
               u"Diskte yer kalmadı.");
-}
-
-TEST_F(DatabaseTest, RefusesFilesThatAreNoDatabase) {
     const QString text = lirovan::test::writeFile(folder.filePath(u"b.db"_s), QByteArray(4096, 'x'));
     for (const QString& path : {text, folder.path(), folder.filePath(u"yok.db"_s)})
         EXPECT_FALSE(Database::open(path, OpenMode::ReadWrite)) << path.toStdString();
@@ -87,7 +76,6 @@ TEST_F(DatabaseTest, NeverGivesTheKeyOfADeletedNoteToAnother) {
 
 TEST_F(DatabaseTest, TellsWhatIsWrongWithALayout) {
     ASSERT_TRUE(createLayout(database, LayoutKind::Library));
-    EXPECT_TRUE(checkLayout(database, LayoutKind::Library));
     const std::pair<QStringView, QStringView> cases[] = {
         {u"PRAGMA application_id=5", u"Dosya bir kitaplık dosyası değil."},
         {u"PRAGMA user_version=2", u"Dosya programın daha yeni bir sürümüyle yazılmış."},
@@ -100,4 +88,5 @@ TEST_F(DatabaseTest, TellsWhatIsWrongWithALayout) {
         ASSERT_TRUE(undone && database.execute(change));
         EXPECT_EQ(checkLayout(database, LayoutKind::Library).error().message, message);
     }
+    EXPECT_TRUE(checkLayout(database, LayoutKind::Library)) << "each change was rolled back";
 }

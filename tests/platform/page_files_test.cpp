@@ -28,14 +28,11 @@ struct PageFilesTest : testing::Test {
 
 }  // namespace
 
-TEST_F(PageFilesTest, MatchNamesWithoutRegardToCase) {
+TEST_F(PageFilesTest, AreMeantByPathTextsInsideTheFolderWhateverTheirCase) {
     EXPECT_EQ(folder.text(), root);
     EXPECT_EQ(folder.path(u"\\OKU\\vq.HTM"), page);
     EXPECT_EQ(folder.path(u"\\OKU\\yeni.html"), root + u"/Oku/yeni.html"_s);
     EXPECT_EQ(folder.pageText(u"\\OKU\\VQ.htm"), root + u"\\OKU\\VQ.htm"_s);
-}
-
-TEST_F(PageFilesTest, AreMeantByPathTextsInsideTheFolder) {
     for (const QString& text : {root + u"\\OKU\\vq.HTM"_s, u"file:\\"_s + root + u"\\OKU\\VQ.htm"_s,
                                 u"file:\\\\\\"_s + root + u"\\oku\\vq.htm"_s,
                                 QUrl::fromLocalFile(page).toString(), root + u"/x/../Oku/./VQ.htm"_s})

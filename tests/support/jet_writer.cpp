@@ -6,11 +6,13 @@
 namespace lirovan::test {
 namespace {
 
-constexpr qsizetype PageSize = 4096;
+using namespace Qt::StringLiterals;
+using enum JetType;
+
+constexpr qsizetype PageSize = 4096, RowCount = 12, RowOffsets = 14;
 constexpr char DataPage = 1, TablePage = 2;
 constexpr quint32 CataloguePage = 2;
 constexpr quint32 LongValues = 0x4C41564C;  // "LVAL", in the place of the owner
-constexpr qsizetype RowCount = 12, RowOffsets = 14;
 constexpr quint16 Hidden = 0x8000, Pointer = 0x4000;
 
 template <class T>
@@ -23,8 +25,14 @@ QByteArray bytes(T value) {
     put(result, 0, value);
     return result;
 }
+QByteArray bytes16(qsizetype value) {
+    return bytes(static_cast<quint16>(value));
+}
 quint16 number16(const QByteArray& page, qsizetype at) {
     return qFromLittleEndian<quint16>(page.constData() + at);
+}
+void setBit(QByteArray& bits, qsizetype bit) {
+    bits[bit / 8] = static_cast<char>(bits[bit / 8] | 1 << bit % 8);
 }
 
 QByteArray utf16(const QString& text) {
@@ -42,7 +50,7 @@ QByteArray stored(const QString& text) {
 
 // 0: of variable size.
 quint16 fixedSize(JetType type) {
-    return type == JetType::Text || type == JetType::Memo ? 0 : type == JetType::Long ? 4 : 8;
+    return type == Text || type == Memo ? 0 : type == Long ? 4 : 8;
 }
 
 QByteArray headerPage(bool locked) {
@@ -60,151 +68,125 @@ QByteArray headerPage(bool locked) {
     return (QByteArray("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24) + content).leftJustified(PageSize, '\0');
 }
 
-class Writer {
-  public:
+struct Writer {
     QList<QByteArray> pages;
+    quint32 longPage = 0;  // the one that takes further long values; 0: none yet
 
     quint32 addPage(char type, quint32 owner = 0) {
-        QByteArray page(PageSize, '\0');
-        page[0] = type;
-        page[1] = 1;
-        put(page, 4, owner);
-        pages += page;
+        pages += (QByteArray(1, type) + QByteArray("\1\0\0", 3) + bytes(owner)).leftJustified(PageSize, '\0');
         return static_cast<quint32>(pages.size() - 1);
     }
-    void writeTable(quint32 page, const JetTable& table);
 
-  private:
-    quint32 addRow(quint32& page, quint32 owner, const QByteArray& row, quint16 flags = 0);
-    QByteArray longValue(const QString& text);
-    QByteArray packed(const QList<JetColumn>& columns, const JetRow& row);
+    // Puts a row on `page`, or on a new one when it does not fit there; answers its place.
+    quint32 addRow(quint32& page, quint32 owner, const QByteArray& row, quint16 flags = 0) {
+        quint16 rows = 0;
+        const auto start = [&] {
+            rows = number16(pages[page], RowCount);
+            const qsizetype end =
+                rows == 0 ? PageSize : number16(pages[page], RowOffsets + 2 * (rows - 1)) & 0x1FFF;
+            return end - row.size();
+        };
+        if (page == 0 || start() < RowOffsets + 2 * (rows + 1) || rows == 255)
+            page = addPage(DataPage, owner);
+        const qsizetype at = start();
+        QByteArray& data = pages[page];
+        data.replace(at, row.size(), row);
+        put(data, RowOffsets + 2 * rows, static_cast<quint16>(at | flags));
+        put<quint16>(data, RowCount, rows + 1);
+        return page << 8 | rows;
+    }
 
-    quint32 longPage_ = 0;  // the one that takes further long values; 0: none yet
+    // The reference that stands in the row: value in the row, in one other row, or in a chain of them.
+    QByteArray longValue(const QString& text) {
+        constexpr qsizetype inRow = 64, inOneRow = 4000;
+        const QByteArray value = stored(text), end(4, '\0');
+        const auto size = static_cast<quint32>(value.size());
+        if (size <= inRow) return bytes(size | 0x80000000) + end + end + value;
+        if (size <= inOneRow)
+            return bytes(size | 0x40000000) + bytes(addRow(longPage, LongValues, value)) + end;
+        quint32 place = 0;  // from the end: each part names the place of the next
+        for (qsizetype start = (size - 1) / inOneRow * inOneRow; start >= 0; start -= inOneRow)
+            place = addRow(longPage, LongValues, bytes(place) + value.mid(start, inOneRow));
+        return bytes(size) + bytes(place) + end;
+    }
+
+    // Number of columns, fixed values, variable values, their ends from the last to the first, mask of
+    // values.
+    QByteArray packed(const QList<JetColumn>& columns, const JetRow& row) {
+        QByteArray fixed, variable, starts, mask((columns.size() + 7) / 8, '\0');
+        qsizetype before = 2;
+        for (const JetColumn& column : columns) before += fixedSize(column.type);
+        for (qsizetype i = 0; i < columns.size(); ++i) {
+            const JetCell& cell = row.cells[i];
+            if (fixedSize(columns[i].type) == 0) starts.prepend(bytes16(before + variable.size()));
+            if (cell.index() != 0) setBit(mask, i);
+            if (const auto* text = std::get_if<QString>(&cell))
+                variable += columns[i].type == Memo ? longValue(*text) : stored(*text);
+            else if (const auto* number = std::get_if<qint32>(&cell))
+                fixed += bytes(*number);
+            else if (const auto* real = std::get_if<double>(&cell))
+                fixed += bytes(*real);
+            else
+                fixed += QByteArray(fixedSize(columns[i].type), '\0');
+        }
+        return bytes16(columns.size()) + fixed + variable + bytes16(before + variable.size()) + starts +
+               bytes16(starts.size() / 2) + mask;
+    }
+
+    // Writes the rows, and the definition of the table onto its page.
+    void writeTable(quint32 page, const JetTable& table) {
+        quint32 current = 0, elsewhere = 0, maps = 0, count = 0;
+        QByteArray used(3800, '\0');  // which pages hold the rows: a bit each behind five bytes
+        const auto add = [&](quint32& target, const QByteArray& row, quint16 flags) {
+            const quint32 place = addRow(target, page, row, flags);
+            setBit(used, 40 + target);
+            return place;
+        };
+        for (const JetRow& row : table.rows) {
+            const QByteArray values = packed(table.columns, row);
+            if (row.state == JetRowState::Moved)
+                add(current, bytes(add(elsewhere, values, Hidden)), Pointer);
+            else
+                add(current, values, row.state == JetRowState::Deleted ? Hidden | Pointer : 0);
+            count += row.state != JetRowState::Deleted;
+        }
+
+        QByteArray columns, names;
+        quint16 number = 0, variable = 0, offset = 0;
+        for (const auto& [name, type] : table.columns) {
+            const quint16 size = fixedSize(type);
+            const QByteArray fixed(1, size != 0 ? '\3' : '\2');
+            columns += QByteArray(1, static_cast<char>(type)) + QByteArray(4, '\0') + bytes(number) +
+                       bytes(variable) + bytes(number) + QByteArray(4, '\0') + fixed + QByteArray(5, '\0') +
+                       bytes(offset) + bytes16(type == Text ? 510 : size);
+            names += bytes16(2 * name.size()) + utf16(name);
+            ++number;
+            offset = static_cast<quint16>(offset + size);
+            if (size == 0) ++variable;
+        }
+        QByteArray definition = pages[page].first(63) + columns + names;
+        put(definition, 8, static_cast<quint32>(definition.size()));
+        put(definition, 16, count);
+        definition[40] = page == CataloguePage ? 'S' : 'N';
+        put(definition, 41, number);
+        put(definition, 43, variable);
+        put(definition, 45, number);
+        put(definition, 55, addRow(maps, 0, used));
+        put(definition, 59, addRow(maps, 0, QByteArray(69, '\0')));
+        pages[page].replace(0, definition.size(), definition);
+    }
 };
-
-// Puts a row on `page`, or on a new one when it does not fit there; answers its place.
-quint32 Writer::addRow(quint32& page, quint32 owner, const QByteArray& row, quint16 flags) {
-    const auto end = [this](quint32 of) -> qsizetype {
-        const int rows = number16(pages[of], RowCount);
-        return rows == 0 ? PageSize : number16(pages[of], RowOffsets + 2 * (rows - 1)) & 0x1FFF;
-    };
-    const auto takes = [&](int rows) {
-        return rows < 255 && end(page) - row.size() >= RowOffsets + 2 * (rows + 1);
-    };
-    if (page == 0 || !takes(number16(pages[page], RowCount))) page = addPage(DataPage, owner);
-    const qsizetype start = end(page) - row.size();
-    QByteArray& data = pages[page];
-    const quint16 number = number16(data, RowCount);
-    data.replace(start, row.size(), row);
-    put(data, RowOffsets + 2 * number, static_cast<quint16>(start | flags));
-    put<quint16>(data, RowCount, number + 1);
-    return page << 8 | number;
-}
-
-// The reference that stands in the row: value in the row, in one other row, or in a chain of them.
-QByteArray Writer::longValue(const QString& text) {
-    constexpr qsizetype inRow = 64, inOneRow = 4000;
-    const QByteArray value = stored(text);
-    const auto size = static_cast<quint32>(value.size());
-    const auto reference = [](quint32 sizeAndKind, quint32 place) {
-        return bytes(sizeAndKind) + bytes(place) + QByteArray(4, '\0');
-    };
-    if (size <= inRow) return reference(size | 0x80000000, 0) + value;
-    if (size <= inOneRow) return reference(size | 0x40000000, addRow(longPage_, LongValues, value));
-    quint32 place = 0;  // from the end: each part names the place of the next
-    for (qsizetype start = (size - 1) / inOneRow * inOneRow; start >= 0; start -= inOneRow)
-        place = addRow(longPage_, LongValues, bytes(place) + value.mid(start, inOneRow));
-    return reference(size, place);
-}
-
-// Number of columns, fixed values, variable values, their ends from the last to the first, mask of values.
-QByteArray Writer::packed(const QList<JetColumn>& columns, const JetRow& row) {
-    QByteArray fixed, variable, starts, mask((columns.size() + 7) / 8, '\0');
-    qsizetype before = 2;
-    for (const JetColumn& column : columns) before += fixedSize(column.type);
-    const auto reached = [&] { return bytes(static_cast<quint16>(before + variable.size())); };
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        const quint16 size = fixedSize(columns[i].type);
-        const JetCell& cell = row.cells[i];
-        if (size == 0) starts.prepend(reached());
-        if (cell.index() != 0) mask[i / 8] = static_cast<char>(mask[i / 8] | 1 << (i % 8));
-        if (const auto* text = std::get_if<QString>(&cell))
-            variable += columns[i].type == JetType::Memo ? longValue(*text) : stored(*text);
-        else if (const auto* number = std::get_if<qint32>(&cell))
-            fixed += bytes(*number);
-        else if (const auto* real = std::get_if<double>(&cell))
-            fixed += bytes(*real);
-        else
-            fixed += QByteArray(size, '\0');
-    }
-    const auto count = static_cast<quint16>(starts.size() / 2);
-    return bytes(static_cast<quint16>(columns.size())) + fixed + variable + reached() + starts +
-           bytes(count) + mask;
-}
-
-// Writes the rows, and the definition of the table onto its page.
-void Writer::writeTable(quint32 page, const JetTable& table) {
-    quint32 current = 0, elsewhere = 0, maps = 0, count = 0;
-    QByteArray used(3800, '\0');  // which pages hold the rows: a bit each behind five bytes
-    const auto add = [&](quint32& target, const QByteArray& row, quint16 flags) {
-        const quint32 place = addRow(target, page, row, flags);
-        char& bits = used.data()[5 + target / 8];
-        bits = static_cast<char>(bits | 1 << target % 8);
-        return place;
-    };
-    for (const JetRow& row : table.rows) {
-        const QByteArray values = packed(table.columns, row);
-        if (row.state == JetRowState::Moved)
-            add(current, bytes(add(elsewhere, values, Hidden)), Pointer);
-        else
-            add(current, values, row.state == JetRowState::Deleted ? Hidden | Pointer : 0);
-        count += row.state != JetRowState::Deleted;
-    }
-
-    QByteArray columns, names;
-    quint16 number = 0, variable = 0, offset = 0;
-    for (const JetColumn& column : table.columns) {
-        const quint16 size = fixedSize(column.type);
-        QByteArray entry(25, '\0');
-        entry[0] = static_cast<char>(column.type);
-        put(entry, 5, number);
-        put(entry, 7, variable);
-        put(entry, 9, number++);
-        entry[15] = size != 0 ? 3 : 2;
-        put(entry, 21, offset);
-        put<quint16>(entry, 23, column.type == JetType::Text ? 510 : size);
-        offset = static_cast<quint16>(offset + size);
-        if (size == 0) ++variable;
-        columns += entry;
-        names += bytes(static_cast<quint16>(2 * column.name.size())) + utf16(column.name);
-    }
-    QByteArray definition = pages[page].first(63) + columns + names;
-    put(definition, 8, static_cast<quint32>(definition.size()));
-    put(definition, 16, count);
-    definition[40] = page == CataloguePage ? 'S' : 'N';
-    put(definition, 41, number);
-    put(definition, 43, variable);
-    put(definition, 45, number);
-    put(definition, 55, addRow(maps, 0, used));
-    put(definition, 59, addRow(maps, 0, QByteArray(69, '\0')));
-    pages[page].replace(0, definition.size(), definition);
-}
 
 }  // namespace
 
 QByteArray jetFile(const QList<JetTable>& tables, bool locked) {
-    using enum JetType;
-    Writer writer;
-    writer.pages = {headerPage(locked)};
+    Writer writer{{headerPage(locked)}};
     writer.addPage(DataPage);
     writer.addPage(TablePage);
-    JetTable catalogue{QString(),
-                       {{QStringLiteral("Id"), Long},
-                        {QStringLiteral("Name"), Text},
-                        {QStringLiteral("Type"), Long},
-                        {QStringLiteral("Flags"), Long},
-                        {QStringLiteral("LvProp"), Memo}},
-                       {}};
+    JetTable catalogue{
+        {},
+        {{u"Id"_s, Long}, {u"Name"_s, Text}, {u"Type"_s, Long}, {u"Flags"_s, Long}, {u"LvProp"_s, Memo}},
+        {}};
     for (const JetTable& table : tables) {
         const quint32 page = writer.addPage(TablePage);
         writer.writeTable(page, table);
@@ -212,6 +194,16 @@ QByteArray jetFile(const QList<JetTable>& tables, bool locked) {
     }
     writer.writeTable(CataloguePage, catalogue);
     return writer.pages.join();
+}
+
+QByteArray jetNotes() {
+    return jetFile(
+        {{u"tbl_Notlar"_s,
+          {{u"NotID"_s, Long}, {u"NotTarihi"_s, Date}, {u"NotBaslik"_s, Text}, {u"NotRTF"_s, Memo}},
+          {{{5, 39521.0, u"Not"_s, QString(20'000, u'ş')}},
+           {{7, 39521.5, JetCell(), u"kısa"_s}, JetRowState::Moved},
+           {{8, JetCell(), u"silinmiş"_s, JetCell()}, JetRowState::Deleted},
+           {{9, -6800.25, QString(), u"{\\rtf1 a}"_s}}}}});
 }
 
 }  // namespace lirovan::test

@@ -35,4 +35,7 @@ struct JetTable {
 /// password; the pages are readable all the same.
 QByteArray jetFile(const QList<JetTable>& tables, bool locked = false);
 
+/// Notes with the numbers 5 (a long text), 7 (moved) and 9 (a date before 1899); 8 was deleted.
+QByteArray jetNotes();
+
 }  // namespace lirovan::test

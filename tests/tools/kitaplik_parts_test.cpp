@@ -25,14 +25,12 @@ TEST(Arguments, AreSortedIntoWordsValuesAndFlags) {
 }
 
 TEST(Arguments, AreRefusedWithAReason) {
-    const std::pair<QString, QStringView> cases[] = {
-        {u"--klasor d"_s, u"Eksik"},
-        {u"a b c --klasor d"_s, u"“c”"},
-        {u"a"_s, u"“--klasor” seçeneği eksik"},
-        {u"a --klasor"_s, u"değeri eksik"},
-        {u"a --klasor d --klasor d"_s, u"iki kez"},
-        {u"a --klasor d --hepsi"_s, u"“--hepsi”"},
-    };
+    const std::pair<QString, QStringView> cases[] = {{u"--klasor d"_s, u"Eksik"},
+                                                     {u"a b c --klasor d"_s, u"“c”"},
+                                                     {u"a"_s, u"“--klasor” seçeneği eksik"},
+                                                     {u"a --klasor"_s, u"değeri eksik"},
+                                                     {u"a --klasor d --klasor d"_s, u"iki kez"},
+                                                     {u"a --klasor d --hepsi"_s, u"“--hepsi”"}};
     for (const auto& [words, reason] : cases) {
         const auto parsed = parseArguments(Konu, words.split(u' '));
         ASSERT_FALSE(parsed);
