@@ -3,12 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
-
 #include "browse/font_size.h"
 #include "browse/page_file.h"
 #include "browse/page_layout.h"
+#include "support/files.h"
 #include "support/library_file.h"
 
 using namespace lirovan;
@@ -141,14 +139,9 @@ TEST(FontSize, InsertsAStyleReplacesItsOwnLaterAndMovesVerdanaTagsPastZero) {
 
 TEST(PageFile, OverwritesThePageWhateverTheCaseOfItsName) {
     const QTemporaryDir folder;
-    QDir(folder.path()).mkpath(u"oku"_s);
-    QFile file(folder.filePath(u"oku/OKU.html"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("eski ve daha uzun bir sayfa");
-    file.close();
+    const QString file = test::writeFile(folder.filePath(u"oku/OKU.html"_s), "eski ve daha uzun bir sayfa");
     ASSERT_TRUE(writePage(platform::AppFolder(folder.path()), u"yeni ş"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), QByteArray("yeni \xFE\r\n"));
+    EXPECT_EQ(test::readFile(file), "yeni \xFE\r\n");
     EXPECT_EQ(QDir(folder.filePath(u"oku"_s)).entryList(QDir::Files).size(), 1);
 }
 

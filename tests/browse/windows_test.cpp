@@ -1,13 +1,11 @@
 // The browse window and the shared content window: places, commands, and what a click on the tree shows.
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
-
 #include "browse/browse_window.h"
 #include "browse/content_window.h"
 #include "browse/window_places.h"
 #include "support/fake_windows.h"
+#include "support/files.h"
 #include "support/library_file.h"
 
 using namespace lirovan;
@@ -34,10 +32,7 @@ class WindowsTest : public testing::Test {
     }
     void clickTopic(qint64 topic) { browse_.NodeClick(nodeOf(topic)); }
 
-    QString pageFile() const {
-        QFile file(file_.filePath(u"OKU/oku.html"_s));
-        return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : u"(none)"_s;
-    }
+    QByteArray pageFile() const { return test::readFile(file_.filePath(u"OKU/oku.html"_s)); }
     bool pageButtonsVisible() const {
         return frame_.button(u"New").visible && frame_.button(u"Up").visible &&
                frame_.button(u"buyult").visible;
@@ -158,7 +153,7 @@ TEST_F(WindowsTest, TabsShowWhatBelongsToThem) {
 TEST_F(WindowsTest, NothingMovesWhileASearchRuns) {
     search_ = {true, true, true};
     clickTopic(101);
-    EXPECT_EQ(pageFile(), u"(none)");
+    EXPECT_EQ(pageFile(), "(missing)");
     EXPECT_EQ(frame_.pixels, 12);
     EXPECT_FALSE(browse_.unload());
     EXPECT_TRUE(frame_.isMenuChecked(u"mnu_Arama") && search_.showPanel2);
@@ -172,7 +167,7 @@ TEST_F(WindowsTest, NothingMovesWhileASearchRuns) {
 TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
     const qsizetype node = nodeOf(101);
     browse_.NodeClick(node);
-    EXPECT_TRUE(pageFile().startsWith(u"<html><title>  G\u00DDR\u00DD\u00DE  </title>"));
+    EXPECT_TRUE(pageFile().startsWith("<html><title>  G\xDDR\xDD\xDE  </title>"));
     EXPECT_EQ(shown_.title, u"İçerik Penceresi - Giriş ");
     EXPECT_EQ(shown_.page.navigated, QStringList{file_.folder() + u"\\OKU\\oku.html"_s});
     EXPECT_TRUE(shown_.page.shown && !shown_.startPage.shown);
@@ -181,7 +176,6 @@ TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
     EXPECT_EQ(frame_.pixels, 16);
     EXPECT_TRUE(pageButtonsVisible() && frame_.button(u"New").enabled);
     EXPECT_FALSE(frame_.button(u"Up").enabled || frame_.button(u"Down").enabled);
-    EXPECT_EQ(frame_.spacer, Twips{15400});
     browse_.NodeClick(node);
     EXPECT_EQ(shown_.page.navigated.size(), 2) << "again";
 
@@ -190,7 +184,6 @@ TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
         browse_.NodeClick(above);
         EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << above;
         EXPECT_FALSE(frame_.button(u"New").visible || frame_.button(u"buyult").visible) << above;
-        EXPECT_EQ(frame_.spacer, Twips{16090}) << above;
     }
     shown_.loaded = shown_.startPage.shown = false;
     browse_.NodeClick(0);
@@ -199,11 +192,11 @@ TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
 
 TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
     browse_.NodeClick(10);  // the second author has no page of its own
-    EXPECT_EQ(pageFile(), u"(none)");
+    EXPECT_EQ(pageFile(), "(missing)");
     EXPECT_TRUE(shown_.page.navigated.isEmpty() && pageButtonsVisible());
 
     clickTopic(101);
-    const QString page = pageFile();
+    const QByteArray page = pageFile();
     file_.execute(u"DELETE FROM tbl_Konu WHERE KonuID=102");
     clickTopic(102);
     EXPECT_EQ(pageFile(), page);
@@ -233,11 +226,11 @@ TEST_F(WindowsTest, TopicsOpenWhateverTheirBooksTitle) {
     browse_.load({});
     const struct {
         qint64 topic;
-        QStringView author;
-    } cases[] = {{610, u"Bir"}, {620, u"\u00DDki"}, {630, u"\u00DC\u00E7"}, {640, u"\u00DC\u00E7"}};
+        QByteArray author;
+    } cases[] = {{610, "Bir"}, {620, "\xDDki"}, {630, "\xDC\xE7"}, {640, "\xDC\xE7"}};
     for (const auto& c : cases) {
         clickTopic(c.topic);
-        EXPECT_TRUE(pageFile().contains(u"<span>%1</span>"_s.arg(c.author))) << c.topic;
+        EXPECT_TRUE(pageFile().contains("<span>" + c.author + "</span>")) << c.topic;
     }
     browse_.NodeClick(static_cast<qsizetype>(browse_.nodes().size()) - 1);
     EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << "a book without topics is a book";

@@ -17,8 +17,6 @@ using namespace lirovan::test;
 
 namespace {
 
-using Check = std::function<void(QWidget*)>;
-
 /// All windows, one after the other, in a state that shows what they have.
 class EveryWindow : public MainWindowTest {
   protected:
@@ -39,23 +37,6 @@ class EveryWindow : public MainWindowTest {
         ASSERT_TRUE(appears(find(u"cmb_Kitaplar"_s)));
     }
 
-    /// `check` gets the dialog that `command` runs until it is closed.
-    void inDialog(const std::function<void()>& command, const Check& check) {
-        bool seen = false;
-        QTimer::singleShot(0, window.get(), [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            seen = true;
-            QTest::qWait(0);
-            check(dialog);
-            dialog->reject();
-        });
-        command();
-        EXPECT_TRUE(seen);
-    }
-    void inHelp(const Check& check) {
-        inDialog([this] { choose(u"mnu_Yardimm"_s); }, check);
-    }
     void inListOfNotes(const Check& check) {
         inDialog([this] { find<notes::frm_IcerikCopy>(u"frm_IcerikCopy"_s)->editor().menu(u"mnu_ac"); },
                  check);
@@ -167,7 +148,7 @@ QList<QWidget*> missed(QWidget* pane, Qt::Key key) {
         });
         QTest::keyClick(now, key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
         // A page passes the key on when its last link had it: by a message from the page's process.
-        if (isInPage(now)) (void)QTest::qWaitFor([now] { return QApplication::focusWidget() != now; }, 300);
+        if (isInPage(now)) (void)QTest::qWaitFor([now] { return QApplication::focusWidget() != now; }, 600);
     }
     return waiting;
 }

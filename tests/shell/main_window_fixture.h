@@ -5,8 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
+#include <QDialog>
 #include <QMdiSubWindow>
 #include <QTest>
 #include <QToolBar>
@@ -15,6 +14,7 @@
 #include "shell/settings_registry.h"
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/child_windows.h"
+#include "support/files.h"
 #include "support/library_file.h"
 #include "support/scripted_dialogs.h"
 
@@ -31,6 +31,8 @@ class NoPrinter : public platform::Printing {
 
 class MainWindowTest : public testing::Test {
   protected:
+    using Check = std::function<void(QWidget*)>;
+
     LibraryFile file = smallLibrary();
     ScriptedDialogs dialogs;
     NoPrinter printing;
@@ -39,12 +41,9 @@ class MainWindowTest : public testing::Test {
     std::unique_ptr<shell::KitaplarMDI> window;
 
     MainWindowTest() {
-        write(u"OKU/VQ.htm"_s, "<html><title>giris</title><body>Ho\xFE geldiniz</body></html>");
-    }
-
-    void write(const QString& name, const QByteArray& content) {
-        QFile target(file.filePath(name));
-        EXPECT_TRUE(target.open(QIODevice::WriteOnly) && target.write(content) == content.size());
+        QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey));
+        writeFile(file.filePath(u"OKU/VQ.htm"_s),
+                  "<html><title>giris</title><body>Ho\xFE geldiniz</body></html>");
     }
 
     bool start() {
@@ -91,6 +90,23 @@ class MainWindowTest : public testing::Test {
     }
     void clickNode(const QString& key) const { click(books(), node(key)); }
 
+    /// `check` gets the dialog that `command` runs until it is closed.
+    void inDialog(const std::function<void()>& command, const Check& check) {
+        bool seen = false;
+        QTimer::singleShot(0, window.get(), [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            seen = true;
+            QTest::qWait(0);
+            check(dialog);
+            dialog->reject();
+        });
+        command();
+        EXPECT_TRUE(seen);
+    }
+    void inHelp(const Check& check) {
+        inDialog([this] { choose(u"mnu_Yardimm"_s); }, check);
+    }
     browse::frm_Icerik& content() const { return window->windows().contentWindow(); }
     platform::WebView& page() const { return *content().wb_Icerik; }
     shell::frm_IcerikN* extra(int number) const { return window->windows().extraWindows().at(number); }

@@ -2,12 +2,18 @@
 // back.
 #include "main_window_fixture.h"
 
+#include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTabWidget>
+#include <QTextBrowser>
+#include <QWebEngineScript>
 #include <QWebEngineView>
+
+#include "shell/ui/frmGiris.h"
 
 using namespace lirovan;
 using namespace lirovan::test;
@@ -63,8 +69,19 @@ TEST_F(MainWindowTest, OpensATopicEnlargesItsTypeReducesItAgainAndPrintsIt) {
     press(u"kucult"_s);
     EXPECT_TRUE(shows(page(), u"td {font-size: 15px;"_s));
     EXPECT_FALSE(page().innerHtml().valueOr({}).contains(u"17px"_s));
-    choose(u"mnu_yBuyult"_s);
-    EXPECT_DOUBLE_EQ(page().findChild<QWebEngineView*>()->zoomFactor(), 1.2);
+    const struct {
+        QString item;
+        int times;
+        double zoom;
+    } zooms[] = {{u"mnu_yBuyult"_s, 2, 1.4},
+                 {u"mnu_yNormal"_s, 1, 1},
+                 {u"mnu_YKucult"_s, 1, 0.8},
+                 {u"mnu_YKucult"_s, 60, 0.4},
+                 {u"mnu_yBuyult"_s, 60, 5}};
+    for (const auto& each : zooms) {
+        for (int i = 0; i < each.times; ++i) choose(each.item);
+        EXPECT_DOUBLE_EQ(page().findChild<QWebEngineView*>()->zoomFactor(), each.zoom);
+    }
     Q_EMIT page().printRequested();
     EXPECT_EQ(printing.asked, 1);
     EXPECT_TRUE(dialogs.messages.empty()) << "cancelled";
@@ -105,7 +122,7 @@ TEST_F(MainWindowTest, ExtraWindowsKeepTheirPageAndTheirNumbers) {
     press(u"New"_s);
     EXPECT_EQ(windows.highest(), 4);
     EXPECT_EQ(windows.open().size(), 3U);
-    window->close();
+    choose(u"mnu_cik"_s);
     EXPECT_TRUE(windows.open().empty());
     EXPECT_FALSE(window->library().isOpen());
 }
@@ -134,6 +151,8 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
 
     choose(u"mnu_Icerik"_s);
     EXPECT_FALSE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
+    window->commands().menu(u"mnu_yazdir");
+    EXPECT_EQ(printing.asked, 0) << "no page";
     clickNode(u"C1"_s);
     EXPECT_TRUE(shows(page(), u"<TITLE>"_s));
     EXPECT_TRUE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
@@ -189,7 +208,7 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
     const QByteArray foreign = "no database, and long enough to be read as one";
     for (const QByteArray& content : {QByteArray(), foreign, QByteArray("missing")}) {
         const bool missing = content == "missing";
-        write(u"kitaplar.vq"_s, content);
+        writeFile(file.path(), content);
         if (missing) QFile::remove(file.path());
         dialogs.messages.clear();
         EXPECT_FALSE(start());
@@ -197,14 +216,13 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
         EXPECT_EQ(dialogs.messages[0].icon, platform::Icon::Critical);
         EXPECT_EQ(dialogs.messages[0].text == u"kitaplar.vq dosyası bulunamadı. Kitaplar okunamıyor..."_s,
                   missing);
-        QFile library(file.path());
-        EXPECT_EQ(library.open(QIODevice::ReadOnly) ? library.readAll() : "missing", content);
+        EXPECT_EQ(readFile(file.path()), missing ? "(missing)" : content);
     }
 }
 
 TEST_F(MainWindowTest, SearchesColoursTheHitsAndCarriesThemIntoAnExtraWindow) {
     for (int topic = 901; topic <= 903; ++topic)
-        file.topic(topic, 1, u"Kuyu %1"_s.arg(topic), u"<P>bir kuyu, iki kuyu</P>"_s.repeated(40), 1);
+        file.topic(topic, 1, u"Kuyu %1"_s.arg(1804 - topic), u"<P>bir kuyu, iki kuyu</P>"_s.repeated(40), 1);
     ASSERT_TRUE(start());
     child(u"frm_Arama"_s)->showMinimized();
     press(u"tlbtn_Arama"_s);
@@ -225,7 +243,11 @@ TEST_F(MainWindowTest, SearchesColoursTheHitsAndCarriesThemIntoAnExtraWindow) {
     press(u"Down"_s);
     press(u"Down"_s);
     EXPECT_TRUE(button(u"Up"_s)->isEnabled());
-    EXPECT_GT(page().scrollTop().valueOr(0), 0);
+    const double second = page().scrollTop().valueOr(0);
+    EXPECT_GT(second, 0);
+    for (int i = 0; i < 10; ++i) press(u"Down"_s);
+    for (int i = 0; i < 10; ++i) press(u"Up"_s);
+    EXPECT_EQ(page().scrollTop().valueOr(0), second);
 
     press(u"New"_s);
     ASSERT_TRUE(extra(1));
@@ -235,6 +257,14 @@ TEST_F(MainWindowTest, SearchesColoursTheHitsAndCarriesThemIntoAnExtraWindow) {
     const double before = copy.scrollTop().valueOr(0);
     for (int i = 0; i < 30; ++i) extra(1)->findChild<QToolButton*>(u"Down"_s)->click();
     EXPECT_GT(copy.scrollTop().valueOr(0), before);
+
+    find<QCheckBox>(u"chk_ClearResult"_s)->setChecked(true);
+    QStringList first;
+    for (const QString& item : {u"mnu_Kitap"_s, u"mnu_Konu"_s}) {
+        choose(item);
+        first << match(results, Qt::DisplayRole, u"Kuyu"_s, Qt::MatchStartsWith).data().toString().left(8);
+    }
+    EXPECT_EQ(first, QStringList({u"Kuyu 903"_s, u"Kuyu 901"_s})) << "by their order in the book, by name";
 
     // A text box keeps its editing keys.
     window->windows().showBrowse();
@@ -258,6 +288,9 @@ TEST_F(MainWindowTest, ClosingWhileASearchRunsStopsItAndThenCloses) {
         running = window->windows().isBusy();
         child(u"frm_Arama"_s)->close();
         refused = child(u"frm_Arama"_s)->isVisible() && !window->close();
+        EXPECT_FALSE(button(u"tlbtn_Icerik"_s)->isEnabled() ||
+                     find<QAction>(u"mnu_NewWindow"_s)->isEnabled());
+        EXPECT_TRUE(button(u"not"_s)->isEnabled()) << "notes can be taken meanwhile";
     });
     auto* box = find<QLineEdit>(u"txt_Bul"_s);
     box->setText(u"kuyu"_s);
@@ -266,4 +299,64 @@ TEST_F(MainWindowTest, ClosingWhileASearchRunsStopsItAndThenCloses) {
     EXPECT_TRUE(refused);
     EXPECT_TRUE(appears(window.get(), false));
     EXPECT_FALSE(window->library().isOpen());
+}
+
+TEST_F(MainWindowTest, CutsCopiesAndPastesBetweenItsWindows) {
+    ASSERT_TRUE(start());
+    clickNode(u"C1"_s);
+    ASSERT_TRUE(shows(page(), u"<TITLE>"_s));
+    page().findChild<QWebEngineView*>()->page()->runJavaScript(
+        u"getSelection().selectAllChildren(document.body)"_s, QWebEngineScript::ApplicationWorld);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return page().hasSelection(); }));
+    QClipboard* clipboard = QApplication::clipboard();
+    clipboard->clear();
+    press(u"tlbtn_Arama"_s);
+    window->commands().button(u"copy");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return clipboard->text().contains(u"ardı ışıktır"_s); }));
+    EXPECT_EQ(area().activeSubWindow(), child(u"frm_Icerik"_s));
+    EXPECT_FALSE(button(u"cut"_s)->isEnabled());
+
+    window->commands().menu(u"mnu_yapistir");
+    auto* note = find<QTextEdit>(u"txt_Icerik"_s);
+    EXPECT_TRUE(note->toPlainText().contains(u"ardı ışıktır"_s));
+    clipboard->clear();
+    note->selectAll();
+    note->setFocus();
+    window->commands().menu(u"mnu_Kes");
+    EXPECT_TRUE(clipboard->text().contains(u"ardı ışıktır"_s));
+    EXPECT_TRUE(note->toPlainText().isEmpty());
+}
+
+TEST_F(MainWindowTest, HelpShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
+    ASSERT_TRUE(start());
+    inHelp([this](QWidget* help) {
+        const struct {
+            QString button, text, word;
+            int tab;
+        } cases[] = {{u"cmdArama"_s, u"lblArama"_s, u"Tüm Kelimeleri"_s, 1},
+                     {u"cmdKitap"_s, u"lblKitaplar"_s, u"çift tıklayın"_s, 0},
+                     {u"cmdNot"_s, u"lblNotlar"_s, u"Düzen → Yapıştır"_s, 0}};
+        for (const auto& c : cases) {
+            help->findChild<QToolButton*>(c.button)->click();
+            EXPECT_EQ(find<QTabWidget>(u"tb_Arama"_s)->currentIndex(), c.tab);
+            for (const auto* text : help->findChildren<QTextBrowser*>())
+                EXPECT_EQ(text->isVisible(), text->objectName() == c.text) << qPrintable(c.button);
+            EXPECT_TRUE(help->findChild<QTextBrowser*>(c.text)->toPlainText().contains(c.word));
+        }
+    });
+}
+
+TEST_F(MainWindowTest, TheSplashWindowPaintsItsLinesAtOnceAndKnowsWhenItIsClosed) {
+    shell::frmGiris splash(registry, file.folder());
+    EXPECT_EQ(registry.readValue(shell::InstallKey, shell::InstallValue), shell::RegValue(file.folder()));
+    splash.showAtOnce();
+    const QImage before = splash.grab().toImage();
+    splash.Label1->setText(u"Kitap Adı: <b>"_s + u"uzun bir ad "_s.repeated(40));
+    splash.repaintLabels();
+    const QImage after = splash.grab().toImage();
+    EXPECT_NE(after, before);
+    EXPECT_EQ(after.size(), before.size());
+    EXPECT_TRUE(splash.splashShown);
+    splash.close();
+    EXPECT_FALSE(splash.splashShown);
 }

@@ -1,15 +1,16 @@
-// The rules behind the shell: versions, pages of extra windows, the application folder and its record.
+// The rules behind the shell: versions, printing, pages of extra windows, the application folder and its
+// record.
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <cstring>
 
 #include "shell/application_folder.h"
 #include "shell/extra_windows.h"
+#include "shell/page_printing.h"
 #include "shell/settings_registry.h"
 #include "shell/update_check.h"
+#include "support/fake_windows.h"
+#include "support/files.h"
 #include "support/scripted_dialogs.h"
 
 using namespace lirovan;
@@ -91,6 +92,62 @@ TEST(ExtraWindowsTest, ACopiedPageHasAbsoluteImagesAndNoHomeEntry) {
               "<IMG src=\"x/print.gif\"><DIV>Giriş Sayfası</DIV>"_s);
 }
 
+// ---- Printing ----
+
+namespace {
+
+class PrintedPage : public test::FakePageView {
+  public:
+    bool printerWorks = true;
+    std::optional<platform::PrintRange> printed;
+    void print(const platform::PrintTarget& target, std::function<void(bool)> finished) override {
+        printed = target.range;
+        finished(printerWorks);
+    }
+};
+
+class ScriptedPrinting : public platform::Printing {
+  public:
+    std::optional<platform::PrintTarget> system, chosen;
+    bool selectionOffered = false;
+    std::optional<platform::PrintTarget> defaultPrinter() override { return system; }
+    std::optional<platform::PrintTarget> ask(bool hasSelection) override {
+        selectionOffered = hasSelection;
+        return chosen;
+    }
+};
+
+}  // namespace
+
+TEST(PagePrinting, PrintsThePageOrItsSelectionAndReportsOnlyAFailureBehindTheDialog) {
+    PrintedPage page;
+    ScriptedPrinting printing;
+    test::ScriptedDialogs dialogs;
+    printDirectly(page, printing);
+    EXPECT_FALSE(page.printed) << "no printer";
+    printing.system = platform::PrintTarget{};
+    printDirectly(page, printing);
+    EXPECT_EQ(page.printed, platform::PrintRange::Page);
+    page.selection = u"seçim"_s;
+    printDirectly(page, printing);
+    EXPECT_EQ(page.printed, platform::PrintRange::Selection);
+
+    page.printed.reset();
+    printWithDialog(page, printing, dialogs);
+    EXPECT_TRUE(printing.selectionOffered);
+    EXPECT_FALSE(page.printed) << "cancelled";
+    printing.chosen = platform::PrintTarget{};
+    printWithDialog(page, printing, dialogs);
+    EXPECT_TRUE(page.printed);
+    EXPECT_TRUE(dialogs.messages.empty());
+    page.printerWorks = false;
+    printDirectly(page, printing);
+    EXPECT_TRUE(dialogs.messages.empty());
+    printWithDialog(page, printing, dialogs);
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    EXPECT_EQ(dialogs.messages[0].text, u"Yazıcı algılanamadı!"_s);
+}
+
 // ---- The application folder ----
 
 namespace {
@@ -105,16 +162,8 @@ class ApplicationFolderTest : public testing::Test {
         write(u"share/kitaplar.vq"_s, "library");
         write(u"share/OKU/VQ.htm"_s, "start");
     }
-    void write(const QString& name, const QByteArray& content) const {
-        QDir().mkpath(QFileInfo(at(name)).path());
-        QFile file(at(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-    QByteArray read(const QString& name) const {
-        QFile file(at(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-    }
+    void write(const QString& name, const QByteArray& content) const { test::writeFile(at(name), content); }
+    QByteArray read(const QString& name) const { return test::readFile(at(name)); }
     /// The folder, or why there is none.
     QString chosen() const {
         const auto folder = applicationFolder(candidates);
@@ -148,83 +197,7 @@ TEST_F(ApplicationFolderTest, IsTheOptionThenTheProgramsThenTheUsers) {
     EXPECT_EQ(chosen(), candidates.executable) << "nothing is shipped";
 }
 
-// ---- Its record in the registry ----
-
-namespace {
-
-// One key with one value. Fails the call that it is told to; counts writes and the handles that are open.
-struct FakeRegistry final : RegistryCalls {
-    struct Value {
-        std::uint32_t type;
-        QByteArray data;
-    };
-    enum Call { None, Open, Read, Create, Write };
-    Call failing = None;
-    std::optional<Value> value;
-    int open = 0, writes = 0;
-
-    long opened(Call call) { return failing == call ? reg::FileNotFound : (++open, reg::Success); }
-    long RegOpenKeyExA(RegHandle, const char*, std::uint32_t, RegHandle*) override { return opened(Open); }
-    long RegCreateKeyExA(RegHandle, const char*, std::uint32_t, std::uint32_t, RegHandle*) override {
-        return opened(Create);
-    }
-    long RegQueryValueExA(RegHandle, const char*, std::uint32_t* type, unsigned char* data,
-                          std::uint32_t* size) override {
-        if (!value || (failing == Read && data)) return reg::FileNotFound;
-        if (data) std::memcpy(data, value->data.data(), std::min<std::size_t>(*size, value->data.size()));
-        *type = value->type;
-        *size = value->data.size();
-        return reg::Success;
-    }
-    long RegSetValueExA(RegHandle, const char*, std::uint32_t type, const unsigned char* data,
-                        std::uint32_t size) override {
-        if (failing == Write) return reg::FileNotFound;
-        ++writes;
-        value = {type, QByteArray(reinterpret_cast<const char*>(data), size)};
-        return reg::Success;
-    }
-    long RegCloseKey(RegHandle) override { return --open, reg::Success; }
-};
-
-}  // namespace
-
-TEST(InstallRecord, IsWrittenOnlyWhenItTellsOtherwiseAndFailsSilently) {
-    using Value = FakeRegistry::Value;
-    const struct {
-        const char* what;
-        std::optional<Value> before;
-        int writes = 1;
-        FakeRegistry::Call failing = FakeRegistry::None;
-    } cases[] = {
-        {"the first start", std::nullopt},
-        {"the same folder", Value{reg::String, QByteArray("C:\\Lirovan \0", 12)}, 0},
-        {"another folder", Value{reg::String, QByteArray("C:\\Eski\0", 8)}},
-        {"other case", Value{reg::String, QByteArray("c:\\lirovan\0", 11)}},
-        {"a number", Value{reg::Dword, QByteArray("\1\0\0\0", 4)}},
-        {"another type", Value{3, QByteArray("C:\\Lirovan\0", 11)}},
-        {"an empty text without its zero", Value{reg::String, {}}},
-        {"no key can be opened", Value{reg::String, "x"}, 0, FakeRegistry::Open},
-        {"nor read", Value{reg::String, "x"}, 1, FakeRegistry::Read},
-        {"nor made", Value{reg::String, "x"}, 1, FakeRegistry::Create},
-        {"nor written", Value{reg::String, "x"}, 0, FakeRegistry::Write},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        FakeRegistry registry;
-        registry.value = c.before;
-        registry.failing = c.failing;
-        reg_api api(registry);
-        recordInstallPath(api, u" C:\\Lirovan"_s);
-        EXPECT_EQ(registry.writes, c.writes);
-        if (c.writes) {
-            EXPECT_EQ(registry.value->data, QByteArray(" C:\\Lirovan\0", 12));
-            EXPECT_EQ(registry.value->type, reg::String);
-        }
-        EXPECT_EQ(registry.open, 0);
-    }
-}
-
-TEST(SettingsRegistry, ReadsBackWhatItWroteAndKeepsItBetweenRuns) {
+TEST(SettingsRegistry, ReadsBackWhatItWroteKeepsItBetweenRunsAndHoldsTheInstallPath) {
     QTemporaryDir folder;
     const QString file = folder.filePath(u"yeni/kayit.ini"_s);
     SettingsRegistry store(file);
@@ -240,8 +213,16 @@ TEST(SettingsRegistry, ReadsBackWhatItWroteAndKeepsItBetweenRuns) {
         EXPECT_EQ(api.readValue(u"A\\B", u"v"), value);
         EXPECT_EQ(reg_api(nextRun).readValue(u"A\\B", u"v"), value);
     }
-    recordInstallPath(api, u"/srv/lirovan"_s);
-    QFile text(file);
-    ASSERT_TRUE(text.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(text.readAll().contains("[SOFTWARE]\nLirovan\\LirovanKey\\LirovanKey=/srv/lirovan"));
+
+    // The application folder is recorded unless it is already.
+    for (const RegValue& before : {RegValue(u"/opt"_s), RegValue(u"/SRV/lirovan"_s), RegValue(7)}) {
+        api.createKey(reg::CurrentUser, InstallKey);
+        api.writeValue(InstallKey, InstallValue, before);
+        recordInstallPath(api, u"/srv/lirovan "_s);
+        EXPECT_EQ(api.readValue(InstallKey, InstallValue), RegValue(u"/srv/lirovan "_s));
+    }
+    recordInstallPath(api, u" /srv/lirovan"_s);
+    EXPECT_EQ(api.readValue(InstallKey, InstallValue), RegValue(u"/srv/lirovan "_s)) << "but for blanks";
+    EXPECT_TRUE(
+        test::readFile(file).contains("[SOFTWARE]\nLirovan\\LirovanKey\\LirovanKey=\"/srv/lirovan \""));
 }
