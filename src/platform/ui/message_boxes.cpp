@@ -58,7 +58,9 @@ std::vector<Choice> choices(Buttons buttons) {
 /// "Hayır" may give up a text.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* owner, bool mustChoose) : QMessageBox(owner), mustChoose_(mustChoose) {}
+    Box(QWidget* owner, bool mustChoose) : QMessageBox(owner), mustChoose_(mustChoose) {
+        setWindowFlag(Qt::WindowCloseButtonHint, !mustChoose);
+    }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
