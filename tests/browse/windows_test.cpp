@@ -33,19 +33,6 @@ class WindowsTest : public testing::Test {
     void clickTopic(qint64 topic) { browse_.NodeClick(nodeOf(topic)); }
 
     QByteArray pageFile() const { return test::readFile(file_.filePath(u"OKU/oku.html"_s)); }
-    bool pageButtonsVisible() const {
-        return frame_.button(u"New").visible && frame_.button(u"Up").visible &&
-               frame_.button(u"buyult").visible;
-    }
-    /// Which of the commands are enabled.
-    QString editCommands() const {
-        QStringList enabled;
-        for (const QStringView key : {u"cut", u"copy", u"paste", u"print"})
-            if (frame_.button(key).enabled) enabled += key.toString();
-        for (const QStringView item : {u"mnu_Kes", u"mnu_Kopyala", u"mnu_Yapistir"})
-            if (frame_.menu(item).enabled) enabled += item.toString();
-        return enabled.join(u' ');
-    }
 
     test::LibraryFile file_ = test::smallLibrary();
     data::Library library_ = file_.open();
@@ -63,11 +50,8 @@ class WindowsTest : public testing::Test {
 
 TEST_F(WindowsTest, StandSideBySide) {
     const TwipsRect browse = rect(0, 30, 8000, 10470);
-    content_.load(browse, false);
-    EXPECT_EQ(shown_.rect, rect(8000, 30, 11790, 10470));
     content_.load(browse, true);
     EXPECT_EQ(shown_.rect, rect(8010, 0, 11790, 10470));
-    EXPECT_EQ(extraPlaceAtLoad(browse, false, Twips{20000}, Twips{12000}), rect(8000, 30, 11830, 10470));
     EXPECT_EQ(extraPlaceAtLoad(browse, true, Twips{20000}, Twips{12000}),
               rect(20000 / 2.53, 0, 20000 / 1.69, 10470));
 
@@ -75,6 +59,16 @@ TEST_F(WindowsTest, StandSideBySide) {
     browse_.resize();
     EXPECT_EQ(view_.rect, rect(0, 0, 4815, 10470));
     EXPECT_EQ(shown_.rect, rect(4815, 0, 14975, 10470));
+    for (bool test::FakeContentView::*state :
+         {&test::FakeContentView::minimized, &test::FakeContentView::maximized}) {
+        shown_.*state = true;
+        shown_.rect = rect(1, 2, 3, 4);
+        content_.resize();
+        EXPECT_EQ(shown_.rect, rect(1, 2, 3, 4)) << "not in the normal state";
+        shown_.*state = false;
+    }
+    content_.resize();
+    EXPECT_EQ(shown_.rect, rect(1, 2, 3, 10470));
     content_.unload();
     shown_.rect = view_.rect = {};
     browse_.resize();
@@ -85,51 +79,16 @@ TEST_F(WindowsTest, StandSideBySide) {
     EXPECT_EQ(view_.rect, TwipsRect{});
 }
 
-TEST_F(WindowsTest, TheContentWindowFollowsTheMainWindowsHeightInTheNormalStateOnly) {
-    const struct {
-        bool minimized, maximized;
-        double mainHeight, expected;
-    } cases[] = {{false, false, 12000, 10470},
-                 {true, false, 12000, 4},
-                 {false, true, 12000, 4},
-                 {false, false, 1530, 4}};
-    for (const auto& c : cases) {
-        shown_.rect = rect(1, 2, 3, 4);
-        shown_.minimized = c.minimized;
-        shown_.maximized = c.maximized;
-        frame_.mainHeight = Twips{c.mainHeight};
-        content_.resize();
-        EXPECT_EQ(shown_.rect, rect(1, 2, 3, c.expected));
-    }
-}
-
-TEST_F(WindowsTest, EnableCommandsWithActivationAndFocus) {
-    browse_.activate();
-    EXPECT_EQ(editCommands(), u"");
-    EXPECT_FALSE(frame_.menu(u"mnu_Yazdir").visible || frame_.menu(u"sep2").visible);
-    content_.pageFocused(false);
-    EXPECT_EQ(editCommands(), u"cut copy mnu_Kes mnu_Kopyala");
-    content_.pageFocused(true);
-    EXPECT_EQ(editCommands(), u"cut copy paste mnu_Kes mnu_Kopyala mnu_Yapistir");
-    browse_.activate();
-    content_.activate();
-    EXPECT_EQ(editCommands(), u"paste print mnu_Yapistir");
-    EXPECT_TRUE(frame_.menu(u"mnu_Yazdir").visible && frame_.menu(u"sep2").visible);
-    EXPECT_EQ(frame_.panels[1], u"İçerik Penceresi");
-}
-
-TEST_F(WindowsTest, TheContentWindowRewritesItsPageInAnotherSize) {
-    frame_.pixels = 16;
+TEST_F(WindowsTest, APageThatDoesNotAnswerKeepsItsTypeSize) {
     shown_.page.html = u"<HEAD><TITLE>t</TITLE></HEAD><IMG src=\"print.gif\">"_s;
-    content_.ChangeFontSize(1);
-    EXPECT_EQ(frame_.pixels, 17);
-    EXPECT_TRUE(shown_.page.html.contains(u"17px") && shown_.page.html.contains(u"\"/l\\OKU\\print.gif\""));
-    EXPECT_EQ(frame_.reorders, 1);
-
     const QString before = shown_.page.html;
     shown_.page.outcome = platform::Outcome::TimedOut;
-    content_.ChangeFontSize(-1);
+    content_.ChangeFontSize(1);
     EXPECT_EQ(shown_.page.html, before);
+    shown_.page.outcome = platform::Outcome::Answered;
+    content_.ChangeFontSize(1);
+    EXPECT_TRUE(shown_.page.html.contains(u"14px") && shown_.page.html.contains(u"\"/l\\OKU\\print.gif\""));
+    EXPECT_EQ(frame_.reorders, 2);
 }
 
 TEST_F(WindowsTest, TabsShowWhatBelongsToThem) {
@@ -165,25 +124,19 @@ TEST_F(WindowsTest, NothingMovesWhileASearchRuns) {
 }
 
 TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
-    const qsizetype node = nodeOf(101);
-    browse_.NodeClick(node);
+    clickTopic(101);
     EXPECT_TRUE(pageFile().startsWith("<html><title>  G\xDDR\xDD\xDE  </title>"));
     EXPECT_EQ(shown_.title, u"İçerik Penceresi - Giriş ");
     EXPECT_EQ(shown_.page.navigated, QStringList{file_.folder() + u"\\OKU\\oku.html"_s});
     EXPECT_TRUE(shown_.page.shown && !shown_.startPage.shown);
     EXPECT_EQ(shown_.shows, 1);
-    EXPECT_EQ(view_.images, (QMap<qsizetype, QString>{{node, u"Incele"_s}}));
-    EXPECT_EQ(frame_.pixels, 16);
-    EXPECT_TRUE(pageButtonsVisible() && frame_.button(u"New").enabled);
-    EXPECT_FALSE(frame_.button(u"Up").enabled || frame_.button(u"Down").enabled);
-    browse_.NodeClick(node);
+    clickTopic(101);
     EXPECT_EQ(shown_.page.navigated.size(), 2) << "again";
 
     for (const qsizetype above : {0, 1}) {
         clickTopic(101);
         browse_.NodeClick(above);
         EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << above;
-        EXPECT_FALSE(frame_.button(u"New").visible || frame_.button(u"buyult").visible) << above;
     }
     shown_.loaded = shown_.startPage.shown = false;
     browse_.NodeClick(0);
@@ -193,7 +146,7 @@ TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
 TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
     browse_.NodeClick(10);  // the second author has no page of its own
     EXPECT_EQ(pageFile(), "(missing)");
-    EXPECT_TRUE(shown_.page.navigated.isEmpty() && pageButtonsVisible());
+    EXPECT_TRUE(shown_.page.navigated.isEmpty());
 
     clickTopic(101);
     const QByteArray page = pageFile();

@@ -4,6 +4,7 @@
 
 #include <QTemporaryDir>
 
+#include "notes/fake_printing.h"
 #include "shell/application_folder.h"
 #include "shell/extra_windows.h"
 #include "shell/page_printing.h"
@@ -106,26 +107,15 @@ class PrintedPage : public test::FakePageView {
     }
 };
 
-class ScriptedPrinting : public platform::Printing {
-  public:
-    std::optional<platform::PrintTarget> system, chosen;
-    bool selectionOffered = false;
-    std::optional<platform::PrintTarget> defaultPrinter() override { return system; }
-    std::optional<platform::PrintTarget> ask(bool hasSelection) override {
-        selectionOffered = hasSelection;
-        return chosen;
-    }
-};
-
 }  // namespace
 
 TEST(PagePrinting, PrintsThePageOrItsSelectionAndReportsOnlyAFailureBehindTheDialog) {
     PrintedPage page;
-    ScriptedPrinting printing;
+    test::FakePrinting printing;
     test::ScriptedDialogs dialogs;
     printDirectly(page, printing);
     EXPECT_FALSE(page.printed) << "no printer";
-    printing.system = platform::PrintTarget{};
+    printing.printer = platform::PrintTarget{};
     printDirectly(page, printing);
     EXPECT_EQ(page.printed, platform::PrintRange::Page);
     page.selection = u"seçim"_s;
@@ -134,7 +124,7 @@ TEST(PagePrinting, PrintsThePageOrItsSelectionAndReportsOnlyAFailureBehindTheDia
 
     page.printed.reset();
     printWithDialog(page, printing, dialogs);
-    EXPECT_TRUE(printing.selectionOffered);
+    EXPECT_TRUE(printing.offeredSelection);
     EXPECT_FALSE(page.printed) << "cancelled";
     printing.chosen = platform::PrintTarget{};
     printWithDialog(page, printing, dialogs);
