@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace lirovan::search {
 
@@ -42,7 +43,8 @@ class ScanAhead::Reader {
         block_.bytes.clear();
         for (size_t i = 0; i < block_.ends.size(); ++i) {
             const Result<std::string_view> text = stored(*first + static_cast<qint64>(i));
-            if (!text) return text.error();
+            // What is wrong with one row is not the fault of its neighbours.
+            if (!text) return stored(row);
             block_.bytes += *text;
             block_.ends[i] = block_.bytes.size();
         }
@@ -55,13 +57,14 @@ class ScanAhead::Reader {
         if (!statement_)
             if (const Result<void> opened = open(); !opened) return opened.error();
         Result<Step> step = Step::Done;
-        if (at_ && *at_ + 1 == row) step = statement_->step();
+        if (const auto last = std::exchange(at_, std::nullopt); last && *last + 1 == row)
+            step = statement_->step();
         if (!step) return step.error();
         if (*step == Step::Done || statement_->integer(1) != row) step = seek(row);
         if (!step) return step.error();
-        const bool found = *step == Step::Row && statement_->integer(1) == row;
-        at_ = found ? std::optional(row) : std::nullopt;
-        return found ? statement_->utf8(0) : std::string_view();
+        if (*step == Step::Done || statement_->integer(1) != row) return std::string_view();
+        at_ = row;
+        return statement_->utf8(0);
     }
 
     Result<void> open() {
@@ -80,7 +83,7 @@ class ScanAhead::Reader {
     }
 
     Result<Step> seek(qint64 row) {
-        if (const Result<void> reset = statement_->reset(); !reset) return reset.error();
+        statement_->reset();
         if (const Result<void> bound = statement_->bind(1, row); !bound) return bound.error();
         return statement_->step();
     }

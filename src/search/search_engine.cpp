@@ -56,6 +56,7 @@ struct SearchEngine::Listing {
 
     ResultNode* book = nullptr;
     BookId bookId = {};
+    QString bookTitle = {};  // of the topic at hand, as stored
     QString bookName = {};
     qint64 bookCount = 0;
     int bookIndex = 0;  // the first book is 1
@@ -215,16 +216,20 @@ Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
 Result<void> SearchEngine::countTopic(Listing& listing, const TopicRow& topic,
                                       const Result<std::string_view>& text) {
     if (!text) return text.error();
-    const std::optional<QString> heading = outline_.heading(topic);
-    if (!heading) return {};
+    const Result<std::optional<QString>> heading = outline_.heading(topic);
+    if (!heading) return heading.error();
+    if (!*heading) return {};
     if (listing.order == ListOrder::Kitap) {
+        const Result<std::optional<QString>> title = outline_.bookTitle(topic.book);
+        if (!title) return title.error();
         // A topic whose book is missing cannot stand under it.
-        if (!outline_.bookTitle(topic.book)) return {};
+        if (!*title) return {};
+        listing.bookTitle = **title;
         AktifKitapID_ = topic.book;
     }
     const qint64 count = listing.scanner.BulKelimeSay(
         *text, {topic.topic, AktifKitapID_}, listing.run.IsabetKaydi, [&] { return listing.goOn(); });
-    listTopic(listing, topic, *heading, count);
+    listTopic(listing, topic, **heading, count);
     return {};
 }
 
@@ -253,7 +258,7 @@ void SearchEngine::listTopic(Listing& listing, const TopicRow& topic, const QStr
 
 ResultNode& SearchEngine::startBook(Listing& listing, BookId book) {
     listing.bookId = book;
-    listing.bookName = text::ClearTitle(QString(outline_.bookTitle(book).value_or(QString())));
+    listing.bookName = text::ClearTitle(QString(listing.bookTitle));
     listing.bookCount = 0;
     listing.book = &tree_.add(
         listing.author,

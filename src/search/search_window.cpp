@@ -84,8 +84,7 @@ void SearchWindow::cmd_Bul_Click() {
     parts_.frame.setPanelVisible(2, false);
     parts_.frame.setPanelVisible(3, false);
     SonSorgu_ = text::trimBlanks(typed).toString();
-    QString query = SonSorgu_;
-    listele(query, ListOrder::Kitap);
+    if (!listele(SonSorgu_, ListOrder::Kitap)) parts_.state.showPanel2 = false;
 }
 
 void SearchWindow::cmdDur_Click() {
@@ -111,19 +110,19 @@ void SearchWindow::mnu_Sirala_Click(QStringView key) {
     if (isRunning()) return;
     parts_.view.showStopButton(true);
     AramaDurdur_ = false;
-    if (key == u"Kitap") {
-        listele(SonSorgu_, ListOrder::Kitap);
-    } else if (key == u"Konu") {
-        listele(SonSorgu_, ListOrder::Konu);
+    if (key == u"Kitap" || key == u"Konu") {
+        if (listele(SonSorgu_, key == u"Kitap" ? ListOrder::Kitap : ListOrder::Konu))
+            parts_.state.showPanel2 = true;
     } else {
         parts_.view.showStopButton(false);
+        parts_.state.showPanel2 = true;
     }
-    parts_.state.showPanel2 = true;
     parts_.state.showPanel3 = false;
     parts_.frame.setPanelVisible(3, false);
 }
 
-void SearchWindow::listele(QString& query, ListOrder order) {
+bool SearchWindow::listele(QString query, ListOrder order) {
+    bool closed = false;
     {
         const Busy busy(*this);
         parts_.frame.setToolText(ProgressText.toString());
@@ -135,11 +134,17 @@ void SearchWindow::listele(QString& query, ListOrder order) {
         SearchOptions options = parts_.view.options();
         const Result<RunResult> result = engine_.listele(query, order, parts_.view.searchText(), options,
                                                          parts_.frame.selectedBooks(), *this);
-        if (!result) {
-            parts_.dialogs.show(failure(result.error()));
-        } else if (result->end == RunResult::End::Listed) {
+        closed = result && result->end == RunResult::End::Listed;
+        if (closed || !result) {
             followNewestBook();
             parts_.view.letEventsRun();
+        }
+        if (!result) {
+            // Its text is about an earlier run.
+            parts_.state.showPanel2 = false;
+            parts_.frame.setPanelVisible(2, false);
+            if (!closing_) parts_.dialogs.show(failure(result.error()));
+        } else if (closed) {
             closeRun(*result);
         } else if (result->end == RunResult::End::Cancelled) {
             // From the query too: sorting it again would bring the letters back.
@@ -151,6 +156,7 @@ void SearchWindow::listele(QString& query, ListOrder order) {
         parts_.view.setNoDropPointer(false);
     }
     parts_.view.showStopButton(false);
+    return closed;
 }
 
 void SearchWindow::closeRun(const RunResult& result) {
@@ -320,11 +326,14 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
     if (written) {
         parts_.content.show();
         parts_.view.showSummaryStop(false);
+        // A summary has no hit anchors to step through.
+        parts_.frame.setButtonEnabled(button::Up, false);
+        parts_.frame.setButtonEnabled(button::Down, false);
         // The passages' type grows and shrinks from this size only.
         parts_.frame.FontSize(browse::TopicFontSize);
         showPage(written, browse::contentCaption(u"ÖZET"_s));
         browse::showGeneratedPage(parts_.content);
-    } else {
+    } else if (!closing_) {
         parts_.dialogs.show(
             failure(page ? summaryError(PageNotWritten, written.error().message) : page.error()));
     }
@@ -340,9 +349,6 @@ void SearchWindow::beginSummary() {
     for (const QStringView key : {button::New, button::Buyult, button::Kucult, button::Sep1, button::Sep2,
                                   button::Sep3, button::Sep4, button::Bosluk})
         frame.setButtonVisible(key, false);
-    // A summary has no hit anchors to step through.
-    frame.setButtonEnabled(button::Up, false);
-    frame.setButtonEnabled(button::Down, false);
     frame.setSpacerWidth(frame.width() - 3800_tw);
     frame.setToolText(u"Özetleniyor..."_s);
     frame.setProgressVisible(true);
@@ -361,9 +367,14 @@ void SearchWindow::endSummary() {
     frame.setToolTextVisible(false);
     frame.setToolTextWidth(1125_tw);
     frame.setToolText(ProgressText.toString());
-    for (const QStringView key : {button::Buyult, button::Kucult, button::Sep1, button::Sep2, button::Sep3,
-                                  button::Sep4, button::Bosluk, button::New})
-        frame.setButtonVisible(key, true);
+    // Where it failed, there may be no page that they could serve.
+    if (parts_.content.isLoaded() && parts_.content.wb_Icerik().isShown()) {
+        for (const QStringView key : {button::Buyult, button::Kucult, button::Sep1, button::Sep2,
+                                      button::Sep3, button::Sep4, button::Bosluk, button::New})
+            frame.setButtonVisible(key, true);
+    } else {
+        browse::hidePageButtons(frame);
+    }
     frame.setBusyPointer(false);
 }
 

@@ -68,7 +68,8 @@ class SearchWindow : private RunHost {
     void topicDone(qsizetype done, ResultNode* book) override;
     bool goOn() override;
 
-    void listele(QString& query, ListOrder order);
+    /// Whether the run came to its end, found something or not, or was stopped.
+    bool listele(QString query, ListOrder order);
     void closeRun(const RunResult& result);
     void showTopic(const ResultNode& node, const SearchRun& run);
     void showPage(const platform::Result<void>& written, const QString& caption);

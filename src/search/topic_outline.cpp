@@ -39,30 +39,29 @@ std::vector<qint64> TopicOutline::allRows() const {
     return rows;
 }
 
-std::optional<QString> TopicOutline::heading(const TopicRow& topic) {
+Result<std::optional<QString>> TopicOutline::heading(const TopicRow& topic) {
     if (!headings_) {
         Result<Statement> statement = library_.query(catalogue::headingByRow());
-        if (!statement) return std::nullopt;
+        if (!statement) return statement.error();
         headings_ = std::move(*statement);
     }
+    if (const Result<void> bound = headings_->bind(1, topic.headingRow); !bound) return bound.error();
+    const Result<Step> step = headings_->step();
     std::optional<QString> heading;
-    if (headings_->bind(1, topic.headingRow)) {
-        const Result<Step> step = headings_->step();
-        if (step && *step == Step::Row) heading = headings_->text(0);
-    }
+    if (step && *step == Step::Row) heading = headings_->text(0);
     // Left open, it would keep the file locked.
-    (void)static_cast<bool>(headings_->reset());
+    headings_->reset();
+    if (!step) return step.error();
     return heading;
 }
 
-const std::optional<QString>& TopicOutline::bookTitle(data::BookId book) {
-    auto found = bookTitles_.find(book.value);
-    if (found == bookTitles_.end()) {
-        std::optional<QString> title;
-        if (const auto row = library_.bookById(book); row && *row) title = (*row)->title;
-        found = bookTitles_.insert(book.value, title);
-    }
-    return *found;
+Result<std::optional<QString>> TopicOutline::bookTitle(data::BookId book) {
+    if (const auto known = bookTitles_.constFind(book.value); known != bookTitles_.cend()) return *known;
+    const auto row = library_.bookById(book);
+    if (!row) return row.error();
+    const auto title = *row ? std::optional((*row)->title) : std::nullopt;
+    bookTitles_.insert(book.value, title);
+    return title;
 }
 
 }  // namespace lirovan::search

@@ -35,9 +35,9 @@ class TopicOutline {
     /// many.
     std::vector<qint64> allRows() const;
     /// The heading as stored; nothing where the row is gone.
-    std::optional<QString> heading(const TopicRow& topic);
+    platform::Result<std::optional<QString>> heading(const TopicRow& topic);
     /// The book's title as stored; nothing where there is no such book.
-    const std::optional<QString>& bookTitle(data::BookId book);
+    platform::Result<std::optional<QString>> bookTitle(data::BookId book);
 
   private:
     const data::Library& library_;

@@ -161,6 +161,28 @@ TEST_F(SearchEngineTest, SeesChangesInTextsThatItKeeps) {
     EXPECT_EQ(record(), u"$#3;18#2;8$#40000;4");
 }
 
+TEST_F(SearchEngineTest, EndsAtARowThatCannotBeReadAndNotBefore) {
+    ResultTree tree;
+    SearchEngine plain(library_, tree), keeping(library_, tree);
+    keeping.keepTexts();
+    auto expect = [&, run = 0](QStringView message, QStringView record) mutable {
+        ++run;
+        for (SearchEngine* engine : {&plain, &keeping}) {
+            SearchOptions options;
+            QString query = u"ilim"_s;
+            const auto result = engine->listele(query, ListOrder::Kitap, query, options, {}, host_);
+            EXPECT_EQ(result ? QString() : result.error().message, message);
+            EXPECT_EQ(engine->stores().find(run)->IsabetKaydi, record);
+        }
+    };
+    file_.damage(5);  // in the book that no search lists
+    expect(u"", u"$#3;18#1;4;19$#40000;4");
+    file_.damage(1);
+    expect(u"Veritabanı dosyası bozuk.", u"$#3;18");
+    file_.execute(u"ALTER TABLE tbl_KonuBaslik RENAME TO tbl_Baska");
+    expect(u"Dosyada tbl_KonuBaslik tablosu yok.", u"$");
+}
+
 TEST_F(SearchEngineTest, RebuildsTheVariantTableFromTheTextsOrLeavesItAlone) {
     file_.topic(6, 10, u"İKİ", u"<p>HAKÎKAT, Kur'ân, rôl</p>");
     EXPECT_FALSE(rebuildVariantTable(library_, [n = 0]() mutable { return ++n < 8; }));

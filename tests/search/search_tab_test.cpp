@@ -190,6 +190,20 @@ TEST_F(SearchTabTest, TheStopButtonEndsASearchInTheMiddle) {
     EXPECT_LE(rows(4).size(), 6);  // run, two authors, summary, one book, one topic of 400
 }
 
+TEST_F(SearchTabTest, ShowsWhatWasListedBeforeALibraryError) {
+    find(u"irfan"_s);
+    file.damage(2);
+    type(u"ilim"_s);
+    sort(u"Kitap");
+    expectMessages(1, u"Hata");
+    EXPECT_EQ(rows(4, below({}, 1)).join(u'|'), u"Sabri (1 adet)| Özet| Yaz  (1 adet)|  Dağ Yolu  (1 adet)");
+    EXPECT_FALSE(state.showPanel2 || frame.panelVisible[2]);  // tells of the first run
+    whenEventsRun([this] { tab->decisions().stop(); });
+    find(u"irfan"_s);
+    EXPECT_FALSE(state.showPanel2);
+    EXPECT_EQ(dialogs.messages.size(), 1u);
+}
+
 TEST_F(SearchTabTest, RunsOneThingAtATime) {
     int reentered = 0;
     whenEventsRun([&] {
@@ -209,15 +223,17 @@ TEST_F(SearchTabTest, RunsOneThingAtATime) {
 }
 
 TEST_F(SearchTabTest, SortsTheLastQueryAgain) {
-    find(u"irfan, "_s);
+    file.execute(u"UPDATE tbl_Konu SET Konu='<P>&quot;irfan&quot;</P>' WHERE KonuID<3");
+    find(u"\"irfan\", "_s);
     type(u"başka"_s);
     sort(u"Konu");
     EXPECT_EQ(rows(3, below({}, 1)).join(u'|'),
               u"Sabri (2 adet)| Özet| Ay  (1 adet)| Dağ Yolu  (1 adet)|Zeynep");
     EXPECT_EQ(below({}, 1).data().toString(), u"Aranan :\"başka\"");
-    EXPECT_EQ(tab->decisions().SonSorgu(), u"irfan");
+    sort(u"Kitap");  // the query is cleaned anew each time
+    EXPECT_EQ(rows(1).size(), 3);
     sort(u"Oran");
-    EXPECT_EQ(rows(1).size(), 2);
+    EXPECT_EQ(rows(1).size(), 3);
     Q_EMIT tree->customContextMenuRequested({1, 1});
     EXPECT_EQ(frame.poppedUp, u"mnu_listele");
 }
@@ -293,6 +309,7 @@ TEST_F(SearchTabTest, LeavesTheSummaryIdleWhenItFails) {
     expectMessages(1, u"Hata");
     EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"9-"));
     EXPECT_EQ(page(), "(missing)");
+    EXPECT_TRUE(frame.button(button::New).visible);  // of the page that is still there
 
     summary.tag = u"OZET0"_s;
     browse::showStartPage(content);
@@ -301,6 +318,7 @@ TEST_F(SearchTabTest, LeavesTheSummaryIdleWhenItFails) {
     expectMessages(2, u"Hata");
     EXPECT_TRUE(dialogs.messages.back().text.startsWith(u"75-Sayfa dosyası yazılamadı"));
     EXPECT_TRUE(content.startPage.shown && content.page.navigated.isEmpty());
+    EXPECT_FALSE(frame.button(button::New).visible || frame.button(button::Buyult).visible);
 
     // Of a topic too the page before stays, and its hits are not this topic's.
     click(u"konu11"_s);

@@ -8,6 +8,7 @@
 
 #include "data/library.h"
 #include "platform/core/library_layout.h"
+#include "support/files.h"
 
 namespace lirovan::test {
 
@@ -41,6 +42,16 @@ class LibraryFile {
     LibraryFile& script(QStringView fragment) { return insert(u"tbl_scripts (Script)", fragment); }
     LibraryFile& variant(QStringView written, QStringView searchForm) {
         return insert(u"tbl_KelimeKont (KelimeKontYazili, KelimeKontAra)", written, searchForm);
+    }
+    /// Gives the topic a long text that cannot be read: the chain of its pages leads nowhere.
+    LibraryFile& damage(qint64 topic) {
+        execute(QStringLiteral("UPDATE tbl_Konu SET Konu=printf('%.99999c','x') WHERE KonuID=%1").arg(topic));
+        const QByteArray run(1000, 'x');
+        QByteArray bytes = readFile(path());
+        for (qsizetype page = 0; page < bytes.size(); page += 32768)
+            if (bytes.mid(page + 4, run.size()) == run) bytes.replace(page, 4, QByteArray(4, '\xFF'));
+        writeFile(path(), bytes);
+        return *this;
     }
     LibraryFile& execute(QStringView sql) { return must(database_.execute(sql)), *this; }
 

@@ -169,11 +169,9 @@ Result<Step> Statement::step() {
                    [&]() -> Result<Step> { return statement_->executeStep() ? Step::Row : Step::Done; });
 }
 
-Result<void> Statement::reset() {
-    return guarded(database_.get(), [&]() -> Result<void> {
-        statement_->reset();
-        return {};
-    });
+void Statement::reset() {
+    // Its code is that of the last step once more.
+    (void)statement_->tryReset();
 }
 
 int Statement::columnCount() const {

@@ -42,7 +42,8 @@ class Statement {
     Result<void> bind(int parameter, QStringView value);
     Result<void> bindNull(int parameter);
     Result<Step> step();
-    Result<void> reset();
+    /// Back to before the first row, whatever the last step came to; parameters stay bound.
+    void reset();
 
     int columnCount() const;
     int column(QStringView name) const;  ///< -1 when there is no such column

@@ -57,7 +57,7 @@ void ResultTreeModel::showChanges() {
 }
 
 void ResultTreeModel::aboutToRemove(ResultNode& root) {
-    // Only whole runs go, and the last one goes first; nothing of an earlier one can be waiting.
+    // Only whole runs go, and the last one goes first; what earlier ones listed was shown when they ended.
     growing_.clear();
     isGrowing_.clear();
     retold_.clear();

@@ -157,7 +157,8 @@ class TableWriter {
         for (size_t i = 0; i < plan_->columns.size(); ++i)
             if (const Result<void> bound = bindColumn(i); !bound) return bound;
         if (const Result<Step> step = insert_.step(); !step) return step.error();
-        return insert_.reset();
+        insert_.reset();
+        return {};
     }
 
   private:
@@ -183,7 +184,7 @@ class TableWriter {
         if (const Result<void> bound = taken_.bind(1, key); !bound) return bound.error();
         const Result<Step> found = taken_.step();
         if (!found) return found.error();
-        if (const Result<void> reset = taken_.reset(); !reset) return reset.error();
+        taken_.reset();
         return *found == Step::Row;
     }
 
