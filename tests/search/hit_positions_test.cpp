@@ -8,7 +8,6 @@ using namespace lirovan;
 using platform::button::Down;
 using platform::button::Up;
 using search::HitPositions;
-using search::hitStops;
 
 TEST(HitStops, AreOrderedAndSpread) {
     const std::pair<std::vector<double>, std::vector<qint32>> cases[] = {
@@ -16,7 +15,7 @@ TEST(HitStops, AreOrderedAndSpread) {
         {{100, 100, 100}, {100, 133, 166}}, {{}, {33}},
         {{10.5, 11.5, 50}, {10, 12, 83}},
     };
-    for (const auto& [offsets, stops] : cases) EXPECT_EQ(hitStops(offsets), stops);
+    for (const auto& [offsets, stops] : cases) EXPECT_EQ(search::hitStops(offsets), stops);
 }
 
 namespace {

@@ -5,7 +5,6 @@
 #include <QString>
 #include <QStringList>
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 #include "search/highlighter.h"
@@ -31,11 +30,10 @@ inline qsizetype find(const QString& text, const QString& what, qsizetype from,
     return 0;
 }
 
-inline bool isLetter(const QString& c) {
-    return c.isEmpty() || find(u"abcçdefgğhıijklmnoöprsştuüvyzqwxâûîôêİÖÜĞŞJÂÊÔÛÎ"_s, c, 1) != 0;
-}
-
 inline bool isWholeWord(const QString& text, qsizetype position, qsizetype length) {
+    const auto isLetter = [](const QString& c) {
+        return c.isEmpty() || find(u"abcçdefgğhıijklmnoöprsştuüvyzqwxâûîôêİÖÜĞŞJÂÊÔÛÎ"_s, c, 1) != 0;
+    };
     return !isLetter(mid(text, std::max<qsizetype>(position - 1, 1), 1)) &&
            !isLetter(mid(text, position + length, 1));
 }
@@ -71,18 +69,13 @@ struct Topic {
         return 0;
     }
 
-    bool variantFound(const QString& variant) const {
-        qsizetype at = find(text, variant, 1, comparison);
-        while (at != 0 && !fits(at, variant)) at = find(text, variant, at + 1, comparison);
-        return at != 0;
-    }
-
     bool entryFound(qsizetype entry) const {
         if (hit(run.AramaKelimeleri[entry], 1)) return true;
         if (!options.allWords || entry >= std::ssize(run.KelimeVaryantlari)) return false;
-        const QStringList& variants = run.KelimeVaryantlari[static_cast<size_t>(entry)];
-        return std::any_of(variants.begin(), variants.end(),
-                           [&](const QString& variant) { return variantFound(variant); });
+        for (const QString& variant : run.KelimeVaryantlari[static_cast<size_t>(entry)])
+            for (qsizetype at = 0; (at = find(text, variant, at + 1, comparison)) != 0;)
+                if (fits(at, variant)) return true;
+        return false;
     }
 
     bool matches() const {

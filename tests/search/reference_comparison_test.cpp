@@ -30,7 +30,7 @@ class Random {
     bool oneIn(int n) { return below(n) == 0; }
     template <class List>
     auto from(const List& list) {
-        return list[static_cast<decltype(std::size(list))>(below(static_cast<int>(std::size(list))))];
+        return list[below(int(std::size(list)))];
     }
 
   private:
@@ -47,8 +47,7 @@ const QStringList Marks =
 
 QString randomText(Random& random) {
     QString text;
-    const int pieces = random.below(60);
-    for (int i = 0; i < pieces; ++i) {
+    for (int pieces = random.below(60); pieces > 0; --pieces) {
         text += random.from(Words);
         if (!random.oneIn(3)) text += random.from(Marks);
         if (random.oneIn(25)) text += QString(random.below(230), u'x');
@@ -82,12 +81,6 @@ struct Case {
         if (random.oneIn(4)) text.prepend(list.first());
         if (random.oneIn(4)) text.append(list.first());
     }
-
-    std::string described() const {
-        return (u"words: "_s + run.AramaKelimeleri.join(u'|') + u"\nvariants: "_s +
-                run.TumVaryantlar.join(u'|') + u"\ntext: "_s + text)
-            .toStdString();
-    }
 };
 
 }  // namespace
@@ -96,14 +89,13 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
     Random random;
     for (int round = 0; round < 3000; ++round) {
         const Case c(random);
-        SCOPED_TRACE(c.described());
         const std::string bytes = c.text.toStdString();
+        SCOPED_TRACE((c.run.AramaKelimeleri + c.run.TumVaryantlar).join(u'|').toStdString() + '\n' + bytes);
         const search::TopicScanner scanner(c.run, c.options);
         const reference::Topic plain{c.run, c.options, c.text};
         ASSERT_EQ(scanner.matches(bytes), plain.matches());
 
-        const qint64 topic = random.from(std::vector{7, 1199, 40000}),
-                     book = random.from(std::vector{1, 33, 34});
+        const qint64 topic = random.from(QList{7, 1199, 40000}), book = random.from(QList{1, 33, 34});
         QString record = u"$"_s, expectedRecord = u"$"_s;
         const qint64 count = scanner.BulKelimeSay(bytes, {{topic}, {book}}, record, [] { return true; });
         ASSERT_EQ(count, plain.count(topic, book, expectedRecord));

@@ -10,13 +10,11 @@ TEST(KontTumKelime, AsksForABoundaryOnBothSides) {
         {u"ilim ve irfan", 6, 2, true},
         {u"ilim ve irfan", 9, 5, false},  // nothing follows
         {u"<p>ilim</p>", 4, 4, true},
-        {u"5ilim.", 2, 4, true},
         {u"Xilim.", 2, 4, false},
         {u" ilimÎ", 2, 4, false},
         {u" ilimß", 2, 4, true},  // not in the alphabet
         {u"-a-", 1, 1, false},    // a boundary before, but a letter after
         {u"--", 1, 1, true},
-        {u"", 1, 1, false},
         {u"ab", 9, 1, false},
     };
     for (const auto& [text, position, length, whole] : cases)
