@@ -10,8 +10,7 @@
 namespace lirovan::test {
 
 /// Holds the last state of everything; buttons and menu items by lower-case name.
-class FakeMainFrame : public platform::MainFrame {
-  public:
+struct FakeMainFrame : platform::MainFrame {
     struct State {
         bool visible = true, enabled = true, checked = false;
     };
@@ -57,8 +56,7 @@ class FakeMainFrame : public platform::MainFrame {
 };
 
 /// A page that answers with what the test put there.
-class FakePageView : public platform::PageView {
-  public:
+struct FakePageView : platform::PageView {
     QStringList navigated;
     QString notice;  ///< since the last navigate()
     bool shown = true, focused = false;
@@ -104,8 +102,7 @@ class FakePageView : public platform::PageView {
     }
 };
 
-class FakeContentView : public browse::ContentView {
-  public:
+struct FakeContentView : browse::ContentView {
     platform::TwipsRect rect;
     bool minimized = false, maximized = false, loaded = true;
     int shows = 0;
@@ -124,8 +121,7 @@ class FakeContentView : public browse::ContentView {
     platform::PageView& wb_Icerik2() override { return startPage; }
 };
 
-class FakeBrowseView : public browse::BrowseView {
-  public:
+struct FakeBrowseView : browse::BrowseView {
     platform::TwipsRect rect;
     bool minimized = false, mainMaximized = false, searchFocused = false;
     std::optional<browse::Tab> tab;

@@ -14,10 +14,6 @@ namespace lirovan::test {
 
 /// An application folder that holds `kitaplar.vq` and an empty `OKU`. A failing step throws
 /// std::runtime_error with the message, which ends the test.
-///
-///     LibraryFile file;
-///     file.author(1, u"Sabri").book(3, 1, u"Önsöz").topic(7, 3, u"GİRİŞ", u"<P>metin</P>");
-///     const data::Library library = file.open();
 class LibraryFile {
   public:
     LibraryFile() : folder_(std::make_unique<QTemporaryDir>()) {

@@ -1,11 +1,6 @@
 // Dialogs that a test answers in advance. Whatever is shown is recorded; an answer that was not scripted is
 // the one that closing the box gives, so that a forgotten answer shows as a wrong outcome and never as a
 // hang.
-//
-//     ScriptedDialogs dialogs;
-//     dialogs.answer(Answer::Ok).answerText(u"Başlık"_s);
-//     ...
-//     EXPECT_EQ(dialogs.messages.at(0).text, u"..."_s);
 #pragma once
 
 #include <QString>
@@ -18,8 +13,7 @@
 
 namespace lirovan::test {
 
-class ScriptedDialogs : public platform::Dialogs {
-  public:
+struct ScriptedDialogs : platform::Dialogs {
     struct SavePathQuestion {
         QString title, suggestion, filter;
     };

@@ -154,11 +154,7 @@ TEST(Companion, TellsFaultsAndFailuresByItsExitStatus) {
     LibraryFile file = smallLibrary();
     file.execute(u"DELETE FROM tbl_Konu WHERE KonuID=101");
     const QString broken = writeFile(file.filePath(u"bozuk.vq"_s), "bu bir kitaplık değil");
-    const struct {
-        QStringList words;
-        int status;
-        QByteArray out;
-    } cases[] = {
+    const std::tuple<QStringList, int, QByteArray> cases[] = {
         {{u"denetle"_s, file.path()}, 1, "Konu 101: metni yok.\n"},
         {{u"konu"_s, file.path(), u"101"_s, u"--klasor"_s, u"/l"_s}, 0, ""},
         {{u"konu"_s, file.path(), u"99"_s, u"--klasor"_s, u"/l"_s}, 0, ""},

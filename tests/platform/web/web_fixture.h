@@ -29,7 +29,7 @@ using namespace platform;
 using namespace Qt::StringLiterals;
 
 struct WebTest : testing::Test {
-    QTemporaryDir root{QDir::tempPath() + u"/lirovan web ğ-XXXXXX"_s};
+    QTemporaryDir root;
     AppFolder folder{root.path()};
     const QString pagePath = folder.pageText(u"\\OKU\\oku.html"), home = folder.pageText(u"\\OKU\\VQ.htm");
     // One picture, one pixel.
@@ -40,6 +40,8 @@ struct WebTest : testing::Test {
         WebEngine::create(folder, QUrl(u"http://127.0.0.1:9/indir/kur.exe"_s));
     std::unique_ptr<WebView> view = std::make_unique<WebView>(engine, dialogs);
 
+    explicit WebTest(const QString& name = u"/lirovan web ğ"_s)
+        : root(QDir::tempPath() + name + u"-XXXXXX"_s) {}
     void SetUp() override {
         view->resize(700, 500);
         view->show();
@@ -70,9 +72,9 @@ struct WebTest : testing::Test {
         EXPECT_TRUE(until([&] { return result.has_value(); })) << script.toStdString();
         return result.value_or(QString());
     }
-    /// The text of an element, of the whole page where none is named.
-    QString shown(const QString& element = u"document.body"_s) {
-        return inPage(element + u".innerText.trim()"_s);
+    /// What is read on the page, or in an element of it.
+    QString shown(const QString& where = u"document.body"_s) {
+        return inPage(where + u".innerText.trim()"_s);
     }
 
     /// Lets events run until `condition` holds, at most `limit` ms.
@@ -86,16 +88,12 @@ struct WebTest : testing::Test {
 
 /// A page as the program makes it for a topic.
 inline QString topicPage(const QString& title, const QString& content) {
-    return u"<html><title>%1</title><body topmargin=0 leftmargin=0 bgcolor=#C0C0C0><table border=5 "
-           u"cellSpacing=0 "
-           "width=100% cellpadding=11><tbody><tr><td width=100% bgcolor=#000000><b><font color=#FFFFFF "
-           "face=Arial>"
-           "<span >Kitap </span></font></b></td></tr><tr><td width=100%><table border=0 width=100%><tr>      "
-           "      "
-           "<td width=90%><big><strong>%1</strong></big></td><td><a href=javascript:window.print();>"
-           "<img border=0 src=print.gif width=67 height=17></a></td></tr></table></td></tr>"
-           "<tr><td width=75% valign=top ><font face=Arial>%2</font></td></tr></table></html>"_s.arg(title,
-                                                                                                     content);
+    return uR"(<html><title>%1</title><body topmargin=0 leftmargin=0 bgcolor=#C0C0C0><table border=5 cellSpacing=0
+        width=100% cellpadding=11><tbody><tr><td width=100% bgcolor=#000000><b><font color=#FFFFFF face=Arial>
+        <span >Kitap </span></font></b></td></tr><tr><td width=100%><table border=0 width=100%><tr>
+        <td width=90%><big><strong>%1</strong></big></td><td><a href=javascript:window.print();><img border=0
+        src=print.gif width=67 height=17></a></td></tr></table></td></tr><tr><td width=75% valign=top ><font
+        face=Arial>%2</font></td></tr></table></html>)"_s.arg(title, content);
 }
 
 inline QString hit(int number, const QString& word) {

@@ -33,12 +33,12 @@ struct WebShutTest : WebTest {
     void expectNothing(const QString& content) {
         show(u"<body>sayfa<script>var got = '';</script>"_s + content);
         const QByteArray before = page()->url().toEncoded();
-        // Whatever was begun has been refused or has arrived by the time that a later request of the page's
-        // own is served.
+        // Whatever was begun was refused or has arrived when a later request of the page's own is served.
         inPage(
-            u"window.later = 0; (function(){var n = 0; (function next(){ if (n++ == 6) { later = 1; return; }"
-            "var i = new Image(); i.onload = i.onerror = function(){ setTimeout(next, 15); };"
-            "i.src = 'print.gif?' + n; })(); })(); 1"_s);
+            uR"(window.later = 0; (function next(n) {
+            if (n == 6) { later = 1; return; }
+            var i = new Image(); i.src = 'print.gif?' + n;
+            i.onload = i.onerror = function() { setTimeout(next, 15, n + 1); }; })(0); 1)"_s);
         EXPECT_TRUE(until([&] { return inPage(u"window.later"_s) == u"1"; })) << content.toStdString();
         EXPECT_EQ(inPage(u"'' + got"_s), u"") << content.toStdString();
         EXPECT_TRUE(shown().startsWith(u"sayfa")) << content.toStdString();
@@ -52,37 +52,33 @@ struct WebShutTest : WebTest {
 
 TEST_F(WebShutTest, ReachesNoServer) {
     const QString contents[] = {
-        u"<img src='http:%1/a' onload='got=1'><link rel=stylesheet href='http:%1/b'><script "
-        u"src='http:%1/c'></script>"
-        "<iframe src='http:%1/d'></iframe><object data='http:%1/e'></object><embed src='http:%1/f'>"
-        "<video src='http:%1/g' autoplay></video><link rel=prefetch href='http:%1/h'><link rel=preconnect "
-        "href='http:%1'><link rel=icon href='http:%1/i'><body background='http:%1/j'><style>@import "
-        "'http:%1/k'; "
-        "p {background:url(http:%1/l)} @font-face{font-family:x;src:url(http:%1/m)}</style><p style='font-family:x'>p"_s,
-        u"<script>fetch('http:%1/a',{mode:'no-cors'}).then(function(){got+='f'},function(){});"
-        "var x=new "
-        "XMLHttpRequest();x.onload=function(){got+='x'};try{x.open('GET','http:%1/b');x.send()}catch(e){}"
-        "try{new "
-        "EventSource('http:%1/c').onopen=function(){got+='e'}}catch(e){}navigator.sendBeacon('http:%1/"
-        "d','x');"
-        "try{new WebSocket('ws:%1/e').onopen=function(){got+='w'}}catch(e){}</script>"_s,
+        uR"-(<img src='http:%1/a' onload='got=1'><link rel=stylesheet href='http:%1/b'><script src='http:%1/c'>
+            </script><iframe src='http:%1/d'></iframe><object data='http:%1/e'></object><embed src='http:%1/f'>
+            <video src='http:%1/g' autoplay></video><link rel=prefetch href='http:%1/h'><link rel=icon
+            href='http:%1/i'><link rel=preconnect href='http:%1'><body background='http:%1/j'><style>
+            @import 'http:%1/k'; p{background:url(http:%1/l)} @font-face{font-family:x;src:url(http:%1/m)}
+            </style><p style='font-family:x'>p)-"_s,
+        uR"-(<script>fetch('http:%1/a',{mode:'no-cors'}).then(function(){got+='f'},function(){});
+            var x=new XMLHttpRequest();x.onload=function(){got+='x'};try{x.open('GET','http:%1/b');x.send()}
+            catch(e){} try{new EventSource('http:%1/c').onopen=function(){got+='e'}}catch(e){}
+            navigator.sendBeacon('http:%1/d','x');try{new WebSocket('ws:%1/e').onopen=function(){got+='w'}}
+            catch(e){} try{new WebTransport('https:%1/a').ready.then(function(){got='t'},function(){})}
+            catch(e){}</script>)-"_s,
         u"<meta http-equiv=refresh content='0;url=http:%1/a'>"_s,
         u"<script>location='http:%1/a'</script>"_s,
         u"<script>window.open('http:%1/a')</script>"_s,
         u"<form id=f action='http:%1/a' method=post><input name=q value=1></form><script>f.submit()</script>"_s,
         u"<a id=a href='http:%1/a' ping='http:%1/p'>x</a><script>a.click()</script>"_s,
         u"<a id=a href='http:%1/a' download>x</a><script>a.click()</script>"_s,
-        u"<script>try{new Worker(URL.createObjectURL(new Blob([\"fetch('http:%1/a')\"])))}catch(e){}"
-        "try{navigator.serviceWorker.register('print.gif').catch(function(){})}catch(e){}</script>"_s,
-        u"<iframe srcdoc=\"<img "
-        u"src='http:%1/a'><script>fetch('http:%1/b');location='http:%1/c'</script>\"></iframe>"
-        "<iframe src=\"data:text/html,<img src='http:%1/d'>\"></iframe>"_s,
-        u"<script>var "
-        u"t={iceServers:[{urls:['turn:127.0.0.1:%2?transport=tcp','stun:127.0.0.1:%2'],username:'u',"
-        "credential:'p'}]};function talk(w){var p=new w.RTCPeerConnection(t);p.createDataChannel('x');"
-        "p.createOffer().then(function(o){p.setLocalDescription(o)})}"
-        "var f=document.createElement('iframe');document.body.append(f);talk(window);talk(f.contentWindow)</script>"_s,
-        u"<script>try{new WebTransport('https:%1/a').ready.then(function(){got='t'},function(){})}catch(e){}</script>"_s,
+        uR"-(<script>try{new Worker(URL.createObjectURL(new Blob(["fetch('http:%1/a')"])))}catch(e){}
+            try{navigator.serviceWorker.register('print.gif').catch(function(){})}catch(e){}</script>)-"_s,
+        uR"-(<iframe srcdoc="<img src='http:%1/a'><script>fetch('http:%1/b');location='http:%1/c'</script>">
+            </iframe><iframe src="data:text/html,<img src='http:%1/d'>"></iframe>)-"_s,
+        uR"-(<script>var t={iceServers:[{urls:['turn:127.0.0.1:%2?transport=tcp','stun:127.0.0.1:%2'],
+            username:'u',credential:'p'}]};function talk(w){var p=new w.RTCPeerConnection(t);
+            p.createDataChannel('x');p.createOffer().then(function(o){p.setLocalDescription(o)})}
+            var f=document.createElement('iframe');document.body.append(f);talk(window);talk(f.contentWindow)
+            </script>)-"_s,
     };
     const QString port = QString::number(server.serverPort());
     for (QString content : contents)
@@ -98,9 +94,11 @@ TEST_F(WebShutTest, ReachesNoFileOutsideTheFolder) {
           QString(up).replace(u"/"_s, u"%5C"_s), u"view-source:file://"_s + outside.path()}) {
         const QString contents[] = {
             u"<img src='%1/gizli.gif' onload='got=1'><script src='%1/gizli.js'></script>"_s,
-            u"<iframe src='%1/gizli.html' onload='try{got=frames[0].document.body.innerText.replace(/[^]*[^g]$/,\"\")}catch(e){}'></iframe>"_s,
-            u"<script>fetch('%1/gizli.js').then(function(){got+='f'},function(){});"
-            "var x=new XMLHttpRequest();x.onload=function(){got+=x.responseText};try{x.open('GET','%1/gizli.js');x.send()}catch(e){}</script>"_s,
+            uR"-(<iframe src='%1/gizli.html' onload='try{got=frames[0].document.body.innerText.
+                replace(/[^]*[^g]$/,"")}catch(e){}'></iframe>)-"_s,
+            uR"-(<script>fetch('%1/gizli.js').then(function(){got+='f'},function(){});
+                var x=new XMLHttpRequest();x.onload=function(){got+=x.responseText};
+                try{x.open('GET','%1/gizli.js');x.send()}catch(e){}</script>)-"_s,
             u"<script>location='%1/gizli.html'</script>"_s,
             u"<meta http-equiv=refresh content='0;url=%1/gizli.html'>"_s,
         };
