@@ -152,9 +152,7 @@ TEST_F(ImportTest, SaysWhatIsWrongAndLeavesTheFileAlone) {
     const QByteArray foreign = readFile(sqlite(library, u"CREATE TABLE baska (a)"));
     const QString otherColumn = PlainLibrary.toString().replace(u"KonuBaslik,"_s, u"Baslik,"_s);
     const std::pair<QByteArray, QStringView> cases[] = {
-        {"", u"kitaplar.vq: Dosya boş (0 bayt)."},
         {"<html>", u"kitaplar.vq: Dosya bir veritabanı değil."},
-        {whole.first(6000), u"kitaplar.vq: Dosya eksik: sonu kesilmiş."},
         {whole.first(4096).leftJustified(whole.size(), 'x'), u"kitaplar.vq: Veritabanı dosyası bozuk."},
         {foreign, u"kitaplar.vq: Dosyada tbl_Yazar tablosu yok; bu bir kitaplık dosyası değil."},
         {readFile(sqlite(library, otherColumn)), u"tbl_KonuBaslik tablosunda KonuBaslik sütunu yok."},

@@ -9,11 +9,7 @@ using namespace lirovan::tools;
 using lirovan::platform::JsonLine;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const Command Konu{u"konu", u"", u"", 1, 2, {u"klasor", u"yazar"}, {u"json"}, {u"klasor"}, {}};
-
-}  // namespace
+static const Command Konu{u"konu", u"", u"", 1, 2, {u"klasor", u"yazar"}, {u"json"}, {u"klasor"}, {}};
 
 TEST(Arguments, AreSortedIntoWordsValuesAndFlags) {
     const auto parsed = parseArguments(Konu, u"a --klasor --json --json -- --b"_s.split(u' '));
@@ -60,7 +56,6 @@ TEST(Manifest, IsRefusedWithThePlaceOfItsFault) {
         {"{\n\n\"surum\": }", u"3. satır"},
         {"\xff\xfe", u"JSON"},
         {"[]", u"nesne"},
-        {"{\"yazarlar\":[]}", u"“surum” 1"},
         {"{\"surum\":2,\"yazarlar\":[]}", u"“surum” 1"},
         {"{\"surum\":1}", u"“yazarlar” bir dizi"},
         {"{\"surum\":1,\"yazarlar\":[],\"yazar\":1}", u"“yazar” diye"},
@@ -70,10 +65,8 @@ TEST(Manifest, IsRefusedWithThePlaceOfItsFault) {
         {topic(R"("id":2,"baslik":"B")"), u"yazarlar[0].kitaplar[0].konular[1]: “dosya”"},
         {topic(R"("id":2,"baslik":"  ","dosya":"b")"), u"“baslik” boş"},
         {topic(R"("id":2.5,"baslik":"B","dosya":"b")"), u"“id”"},
-        {topic(R"("id":"2","baslik":"B","dosya":"b")"), u"“id”"},
         {topic(R"("id":1e300,"baslik":"B","dosya":"b")"), u"“id”"},
         {topic(R"("id":2,"baslik":"B","dosya":"b","parca":"yedi")"), u"“parca” bir sayı"},
-        {file("../b"), u"“dosya” klasörün içinde"},
         {file("a/../../b"), u"“dosya” klasörün içinde"},
         {file("./a/.."), u"“dosya” klasörün içinde"},
         {file("C:/b"), u"“dosya” klasörün içinde"},
