@@ -1,7 +1,6 @@
 #include "support/jet_writer.h"
 
 #include <QtEndian>
-#include <algorithm>
 
 namespace lirovan::test {
 namespace {
@@ -39,13 +38,6 @@ QByteArray utf16(const QString& text) {
     QByteArray result;
     for (const QChar unit : text) result += bytes(unit.unicode());
     return result;
-}
-
-// Compressed where every unit fits a byte, as the makers of such files do.
-QByteArray stored(const QString& text) {
-    const auto fits = [](QChar unit) { return unit.unicode() > 0 && unit.unicode() < 256; };
-    const bool compressed = text.size() > 2 && std::all_of(text.begin(), text.end(), fits);
-    return compressed ? "\xFF\xFE" + text.toLatin1() : utf16(text);
 }
 
 // 0: of variable size.
@@ -99,7 +91,7 @@ struct Writer {
     // The reference that stands in the row: value in the row, in one other row, or in a chain of them.
     QByteArray longValue(const QString& text) {
         constexpr qsizetype inRow = 64, inOneRow = 4000;
-        const QByteArray value = stored(text), end(4, '\0');
+        const QByteArray value = utf16(text), end(4, '\0');
         const auto size = static_cast<quint32>(value.size());
         if (size <= inRow) return bytes(size | 0x80000000) + end + end + value;
         if (size <= inOneRow)
@@ -121,7 +113,7 @@ struct Writer {
             if (fixedSize(columns[i].type) == 0) starts.prepend(bytes16(before + variable.size()));
             if (cell.index() != 0) setBit(mask, i);
             if (const auto* text = std::get_if<QString>(&cell))
-                variable += columns[i].type == Memo ? longValue(*text) : stored(*text);
+                variable += columns[i].type == Memo ? longValue(*text) : utf16(*text);
             else if (const auto* number = std::get_if<qint32>(&cell))
                 fixed += bytes(*number);
             else if (const auto* real = std::get_if<double>(&cell))
@@ -167,12 +159,10 @@ struct Writer {
         QByteArray definition = pages[page].first(63) + columns + names;
         put(definition, 8, static_cast<quint32>(definition.size()));
         put(definition, 16, count);
-        definition[40] = page == CataloguePage ? 'S' : 'N';
-        put(definition, 41, number);
         put(definition, 43, variable);
         put(definition, 45, number);
         put(definition, 55, addRow(maps, 0, used));
-        put(definition, 59, addRow(maps, 0, QByteArray(69, '\0')));
+        put(definition, 59, maps << 8);
         pages[page].replace(0, definition.size(), definition);
     }
 };

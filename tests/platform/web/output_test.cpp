@@ -35,14 +35,13 @@ struct OutputTest : WebTest {
     }
 
     /// Prints and answers the text of the PDF file, empty where nothing was printed.
-    QString printed(const PrintTarget& target) {
+    QString printed(const PrintTarget& target, const QString& file) {
         std::optional<bool> outcome;
         view->print(target, [&](bool done) { outcome = done; });
         EXPECT_TRUE(until([&] { return outcome.has_value(); }));
         if (!outcome.value_or(false)) return {};
         QProcess text;
-        text.start(u"pdftotext"_s,
-                   {target.pdfPath.isEmpty() ? target.printer->outputFileName() : target.pdfPath, u"-"_s});
+        text.start(u"pdftotext"_s, {file, u"-"_s});
         EXPECT_TRUE(text.waitForFinished());
         return QString::fromUtf8(text.readAllStandardOutput()).simplified();
     }
@@ -78,30 +77,26 @@ TEST(Clipboard, HasRtfUnderEveryNameInUse) {
 }
 
 TEST_F(OutputTest, PrintsThePageOrItsSelectionIntoAFileOrOnAPrinter) {
-    PrintTarget target;
-    target.pdfPath = onDisk(u"çıktı.pdf");
-    const QString text = printed(target);
-    EXPECT_TRUE(text.contains(u"BAŞLIK") && text.contains(u"sonra")) << text.toStdString();
-    target.range = PrintRange::Selection;
+    const QString file = onDisk(u"çıktı.pdf"), wrong = onDisk(u"yok/x.pdf");
+    const QString all = printed({nullptr, file}, file);
+    EXPECT_TRUE(all.contains(u"BAŞLIK") && all.contains(u"sonra")) << all.toStdString();
     select(u"p"_s);
-    EXPECT_EQ(printed(target), u"Bir koyu çığ eğik <son>");
+    EXPECT_EQ(printed({nullptr, file, PrintRange::Selection}, file), u"Bir koyu çığ eğik <son>");
     EXPECT_TRUE(view->hasSelection());
-    target.pdfPath = onDisk(u"yok/x.pdf");
-    EXPECT_EQ(printed(target), QString());
+    EXPECT_EQ(printed({nullptr, wrong}, wrong), QString());
+    EXPECT_EQ(printed({}, file), QString());
 
-    PrintTarget printer;
-    printer.printer = std::make_shared<QPrinter>();
-    printer.printer->setOutputFormat(QPrinter::PdfFormat);
-    printer.printer->setOutputFileName(onDisk(u"printer.pdf"));
-    EXPECT_TRUE(printed(printer).contains(u"BAŞLIK"));
-    EXPECT_EQ(printed({}), QString());
+    const auto printer = std::make_shared<QPrinter>();
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setOutputFileName(onDisk(u"printer.pdf"));
+    EXPECT_TRUE(printed({printer, {}}, printer->outputFileName()).contains(u"BAŞLIK"));
 }
 
 TEST_F(OutputTest, PrintsOneAfterTheOtherAndForgetsAPrintingWhenTheViewGoes) {
     int calls = 0, good = 0;
-    PrintTarget target;
-    target.pdfPath = onDisk(u"x.pdf");
-    const auto print = [&] { view->print(target, [&](bool done) { ++calls, good += done; }); };
+    const auto print = [&] {
+        view->print({nullptr, onDisk(u"x.pdf")}, [&](bool done) { ++calls, good += done; });
+    };
     for (int i = 0; i < 3; ++i) print();
     EXPECT_TRUE(until([&] { return calls == 3; }));
     EXPECT_EQ(good, 3);

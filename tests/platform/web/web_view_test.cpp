@@ -229,8 +229,11 @@ TEST_F(WebViewTest, FollowsLinksInsideTheFolderAlsoIntoNewWindows) {
         show(u'<' + QString(link).replace(u"%1"_s, home).replace(u"%2"_s, encoded) +
              u" style='font-size:100px'>bağ"_s);
         QSignalSpy loaded(view.get(), &WebView::loaded);
-        QTest::mouseClick(input(), Qt::LeftButton, {}, {50, 70});
-        EXPECT_TRUE(until([&] { return loaded.count() > 0; }, 2000)) << link.toStdString();
+        const auto follow = [&] {  // until the page is painted the engine drops clicks
+            QTest::mouseClick(input(), Qt::LeftButton, {}, {50, 70});
+            return until([&] { return loaded.count() > 0; }, 1000);
+        };
+        EXPECT_TRUE(follow() || follow() || follow()) << link.toStdString();
         ASSERT_EQ(view->waitUntilComplete(), Outcome::Answered);
         EXPECT_EQ(shown(), u"baslangic") << link.toStdString();
         EXPECT_EQ(view->location(), onDisk(u"OKU/VQ.htm"));
