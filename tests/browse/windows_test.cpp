@@ -24,13 +24,11 @@ class WindowsTest : public testing::Test {
   protected:
     WindowsTest() { browse_.load({}); }
 
-    qsizetype nodeOf(qint64 topic) const {
+    void clickTopic(qint64 topic) {
         const auto& nodes = browse_.nodes();
-        return std::find_if(nodes.begin(), nodes.end(),
-                            [topic](const TreeNode& node) { return node.topic == data::TopicId{topic}; }) -
-               nodes.begin();
+        const auto same = [topic](const TreeNode& node) { return node.topic == data::TopicId{topic}; };
+        browse_.NodeClick(std::find_if(nodes.begin(), nodes.end(), same) - nodes.begin());
     }
-    void clickTopic(qint64 topic) { browse_.NodeClick(nodeOf(topic)); }
 
     QByteArray pageFile() const { return test::readFile(file_.filePath(u"OKU/oku.html"_s)); }
 
@@ -40,9 +38,7 @@ class WindowsTest : public testing::Test {
     test::FakeBrowseView view_;
     test::FakeContentView shown_;
     SearchTabState search_;
-    bool helpShown_ = false;
-    BrowseWindow browse_{
-        {frame_, view_, shown_, library_, file_.appFolder(), search_, [this] { return helpShown_; }}};
+    BrowseWindow browse_{{frame_, view_, shown_, library_, file_.appFolder(), search_, {}}};
     ContentWindow content_{frame_, shown_, platform::AppFolder(u"/l"_s)};
 };
 
@@ -74,73 +70,25 @@ TEST_F(WindowsTest, StandSideBySide) {
     browse_.resize();
     EXPECT_EQ(shown_.rect, TwipsRect{}) << "not there";
     view_.minimized = true;
-    view_.rect = {};
+    view_.rect = rect(1, 2, 3, 4);
     browse_.resize();
-    EXPECT_EQ(view_.rect, TwipsRect{});
+    EXPECT_EQ(view_.rect, rect(1, 2, 3, 4));
 }
 
-TEST_F(WindowsTest, APageThatDoesNotAnswerKeepsItsTypeSize) {
+TEST_F(WindowsTest, AnotherTypeSizeKeepsThePagesImagesAndAsksForTheHitsAgain) {
     shown_.page.html = u"<HEAD><TITLE>t</TITLE></HEAD><IMG src=\"print.gif\">"_s;
-    const QString before = shown_.page.html;
-    shown_.page.outcome = platform::Outcome::TimedOut;
     content_.ChangeFontSize(1);
-    EXPECT_EQ(shown_.page.html, before);
-    shown_.page.outcome = platform::Outcome::Answered;
-    content_.ChangeFontSize(1);
-    EXPECT_TRUE(shown_.page.html.contains(u"14px") && shown_.page.html.contains(u"\"/l\\OKU\\print.gif\""));
-    EXPECT_EQ(frame_.reorders, 2);
+    EXPECT_TRUE(shown_.page.html.contains(u"13px") && shown_.page.html.contains(u"\"/l\\OKU\\print.gif\""));
+    EXPECT_EQ(frame_.reorders, 1);
 }
 
-TEST_F(WindowsTest, TabsShowWhatBelongsToThem) {
-    search_.showPanel3 = true;
-    browse_.selectTab(Tab::Search);
-    EXPECT_EQ(frame_.panels[1], u"Arama Penceresi - Arama");
-    EXPECT_TRUE(frame_.selectorVisible && frame_.panelVisible[3] && view_.searchFocused);
-    EXPECT_FALSE(frame_.panelVisible[2]);
-
-    browse_.selectTab(Tab::Books);
-    EXPECT_EQ(frame_.panels[1], u"Arama Penceresi - Kitaplar");
-    EXPECT_FALSE(frame_.selectorVisible || frame_.panelVisible[3] || frame_.button(u"Up").enabled);
-    EXPECT_EQ(view_.tab, Tab::Books);
-
-    view_.searchFocused = false;
-    helpShown_ = true;
-    browse_.selectTab(Tab::Search);
-    EXPECT_FALSE(view_.searchFocused);
-}
-
-TEST_F(WindowsTest, NothingMovesWhileASearchRuns) {
-    search_ = {true, true, true};
-    clickTopic(101);
-    EXPECT_EQ(pageFile(), "(missing)");
-    EXPECT_EQ(frame_.pixels, 12);
-    EXPECT_FALSE(browse_.unload());
-    EXPECT_TRUE(frame_.isMenuChecked(u"mnu_Arama") && search_.showPanel2);
-
-    search_.running = false;
-    EXPECT_TRUE(browse_.unload());
-    EXPECT_FALSE(frame_.isMenuChecked(u"mnu_Arama") || search_.showPanel2 || search_.showPanel3 ||
-                 frame_.selectorVisible);
-}
-
-TEST_F(WindowsTest, AClickOnATopicShowsItAndOneOnABookTheStartPage) {
-    clickTopic(101);
-    EXPECT_TRUE(pageFile().startsWith("<html><title>  G\xDDR\xDD\xDE  </title>"));
-    EXPECT_EQ(shown_.title, u"İçerik Penceresi - Giriş ");
-    EXPECT_EQ(shown_.page.navigated, QStringList{file_.folder() + u"\\OKU\\oku.html"_s});
-    EXPECT_TRUE(shown_.page.shown && !shown_.startPage.shown);
-    EXPECT_EQ(shown_.shows, 1);
-    clickTopic(101);
-    EXPECT_EQ(shown_.page.navigated.size(), 2) << "again";
-
-    for (const qsizetype above : {0, 1}) {
-        clickTopic(101);
-        browse_.NodeClick(above);
-        EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << above;
-    }
-    shown_.loaded = shown_.startPage.shown = false;
-    browse_.NodeClick(0);
-    EXPECT_FALSE(shown_.startPage.shown) << "closed";
+TEST(TypeSize, OfAPageThatDoesNotAnswerStays) {
+    struct : test::FakePageView {
+        platform::Reply<QString> innerHtml() override { return {platform::Outcome::TimedOut, std::nullopt}; }
+    } page;
+    page.html = u"metin"_s;
+    rewriteWithFontSize(page, 16, 17, nullptr);
+    EXPECT_EQ(page.html, u"metin");
 }
 
 TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
@@ -150,6 +98,7 @@ TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
 
     clickTopic(101);
     const QByteArray page = pageFile();
+    EXPECT_EQ(shown_.page.navigated, QStringList{file_.folder() + u"\\OKU\\oku.html"_s});
     file_.execute(u"DELETE FROM tbl_Konu WHERE KonuID=102");
     clickTopic(102);
     EXPECT_EQ(pageFile(), page);
@@ -163,27 +112,17 @@ TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
     EXPECT_EQ(shown_.title, u"İçerik Penceresi - Irmak Boyu ");
 }
 
-TEST_F(WindowsTest, BookIconsChangeWithTheirNodes) {
-    browse_.expanded(10);  // the second author
-    browse_.expanded(0);
-    EXPECT_EQ(view_.images, (QMap<qsizetype, QString>{{10, u"Ac"_s}}));
-    browse_.collapsed(10);
-    EXPECT_EQ(view_.images[10], u"Lirovan");
-}
-
 TEST_F(WindowsTest, TopicsOpenWhateverTheirBooksTitle) {
     file_.author(3, u"Bir").author(4, u"İki").author(5, u"Üç");
     file_.book(61, 3, u"AYNI AD").book(62, 4, u"AYNI AD").book(63, 5, u"ÖNSÖZ<br>GİRİŞ");
     file_.book(64, 5, u"ALİ'NİN").book(65, 5, u"BOŞ");
     for (qint64 book = 61; book <= 64; ++book) file_.topic(book * 10, book, u"KONU", u"metin");
     browse_.load({});
-    const struct {
-        qint64 topic;
-        QByteArray author;
-    } cases[] = {{610, "Bir"}, {620, "\xDDki"}, {630, "\xDC\xE7"}, {640, "\xDC\xE7"}};
-    for (const auto& c : cases) {
-        clickTopic(c.topic);
-        EXPECT_TRUE(pageFile().contains("<span>" + c.author + "</span>")) << c.topic;
+    const std::pair<qint64, QByteArray> authors[] = {
+        {610, "Bir"}, {620, "\xDDki"}, {630, "\xDC\xE7"}, {640, "\xDC\xE7"}};
+    for (const auto& [topic, author] : authors) {
+        clickTopic(topic);
+        EXPECT_TRUE(pageFile().contains("<span>" + author + "</span>")) << topic;
     }
     browse_.NodeClick(static_cast<qsizetype>(browse_.nodes().size()) - 1);
     EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << "a book without topics is a book";

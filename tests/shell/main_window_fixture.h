@@ -1,5 +1,4 @@
-// The real main window on a small library, without a screen; its boxes, printer and registry answered by the
-// test.
+// The real main window on a small library; its boxes, printer and registry are the test's.
 #pragma once
 
 #include <gtest/gtest.h>
