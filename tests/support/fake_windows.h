@@ -17,7 +17,7 @@ struct FakeMainFrame : platform::MainFrame {
     QMap<QString, State> buttons, menus;
     QMap<int, QString> panels;
     QMap<int, bool> panelVisible;
-    platform::Twips spacer, mainWidth{20000}, mainHeight{12000}, toolTextWidth;
+    platform::Twips toolTextWidth;
     bool progressVisible = false, toolTextVisible = false, selectorVisible = true, busy = false,
          locked = false;
     int progressMaximum = 0, pixels = 12, reorders = 0, zeros = 0;
@@ -29,7 +29,7 @@ struct FakeMainFrame : platform::MainFrame {
 
     void setButtonVisible(QStringView key, bool on) override { buttons[key.toString()].visible = on; }
     void setButtonEnabled(QStringView key, bool on) override { buttons[key.toString()].enabled = on; }
-    void setSpacerWidth(platform::Twips width) override { spacer = width; }
+    void setSpacerWidth(platform::Twips) override {}
     void setMenuChecked(QStringView item, bool on) override { menus[item.toString().toLower()].checked = on; }
     bool isMenuChecked(QStringView item) const override { return menu(item).checked; }
     void setMenuEnabled(QStringView item, bool on) override { menus[item.toString().toLower()].enabled = on; }
@@ -45,8 +45,8 @@ struct FakeMainFrame : platform::MainFrame {
     void setToolTextWidth(platform::Twips width) override { toolTextWidth = width; }
     void setSelectorVisible(bool on) override { selectorVisible = on; }
     platform::BookSelection selectedBooks() const override { return selection; }
-    platform::Twips width() const override { return mainWidth; }
-    platform::Twips height() const override { return mainHeight; }
+    platform::Twips width() const override { return {20000}; }
+    platform::Twips height() const override { return {12000}; }
     void setBusyPointer(bool on) override { busy = on; }
     void setCommandsLocked(bool on) override { locked = on; }
     int fontSize() const override { return pixels; }

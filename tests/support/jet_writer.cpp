@@ -127,20 +127,25 @@ struct Writer {
 
     // Writes the rows, and the definition of the table onto its page.
     void writeTable(quint32 page, const JetTable& table) {
+        QList<QByteArray> values;  // first all of them: their long parts take pages of their own
+        for (const JetRow& row : table.rows) values += packed(table.columns, row);
         quint32 current = 0, elsewhere = 0, maps = 0, count = 0;
-        QByteArray used(3800, '\0');  // which pages hold the rows: a bit each behind five bytes
+        const auto first = static_cast<quint32>(pages.size());
+        QByteArray used(3800,
+                        '\0');  // which pages from the first on hold the rows: a bit each behind five bytes
+        put(used, 1, first);
         const auto add = [&](quint32& target, const QByteArray& row, quint16 flags) {
             const quint32 place = addRow(target, page, row, flags);
-            setBit(used, 40 + target);
+            setBit(used, 40 + target - first);
             return place;
         };
-        for (const JetRow& row : table.rows) {
-            const QByteArray values = packed(table.columns, row);
-            if (row.state == JetRowState::Moved)
-                add(current, bytes(add(elsewhere, values, Hidden)), Pointer);
+        for (qsizetype i = 0; i < values.size(); ++i) {
+            const JetRowState state = table.rows[i].state;
+            if (state == JetRowState::Moved)
+                add(current, bytes(add(elsewhere, values[i], Hidden)), Pointer);
             else
-                add(current, values, row.state == JetRowState::Deleted ? Hidden | Pointer : 0);
-            count += row.state != JetRowState::Deleted;
+                add(current, values[i], state == JetRowState::Deleted ? Hidden | Pointer : 0);
+            count += state != JetRowState::Deleted;
         }
 
         QByteArray columns, names;

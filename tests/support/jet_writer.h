@@ -31,8 +31,8 @@ struct JetTable {
     QList<JetRow> rows;
 };
 
-/// The whole file, of 30,000 pages at most. `locked`: as a protected file has it, its header names a
-/// password; the pages are readable all the same.
+/// The whole file; a table may take 30,000 pages besides its long values. `locked`: as a protected file has
+/// it, its header names a password; the pages are readable all the same.
 QByteArray jetFile(const QList<JetTable>& tables, bool locked = false);
 
 /// Notes with the numbers 5 (a long text), 7 (moved) and 9 (a date before 1899); 8 was deleted.

@@ -12,21 +12,17 @@
 using namespace lirovan::platform::rtf;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-Document parsed(const char* rtf) {
+static Document parsed(const char* rtf) {
     return read(QByteArrayView(rtf));
 }
 
-const Document Sample = parsed(
+static const Document Sample = parsed(
     "{\\rtf1\\ansi\\ansicpg1254{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
     "{\\colortbl;\\red255\\green0\\blue0;\\red255\\green255\\blue0;}"
     "\\pard\\qc\\f0\\fs21 Ba\\'fel\\'fdk \\b kal\\'fdn\\b0\\i  e\\u287?ik\\i0\\par"
     "\\pard\\li720\\fi-360 \\'95\\tab\\cf1 k\\'fdrm\\'fdz\\'fd\\cf0 \\highlight2 kalem\\line\\f1\\fs40 "
     "b\\'fcy"
     "\\highlight0\\par\\par\\pard\\qj x\\super 2\\nosupersub\\ul y\\ulnone\\strike z\\par\\par}");
-
-}  // namespace
 
 TEST(RtfDocument, ComesBackUnchanged) {
     for (const Document& document : {Sample, parsed("{\\rtf1}"), parsed("{\\rtf1 a\\par\\par}")}) {
