@@ -2,8 +2,6 @@
 // program; the same for the same seed, but for the moments at which pages and searches are ready. Exit status
 // 1 with the last actions when the program stops answering or leaves something behind; also when its memory
 // has grown by more than MB since the first 200 actions, or when it let no event run for longer than MS.
-#include <malloc.h>
-
 #include <unistd.h>
 #include <QApplication>
 #include <QCommandLineParser>
@@ -16,6 +14,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/ui/memory_bounds.h"
 #include "platform/ui/message_boxes.h"
 #include "soak/actions.h"
 
@@ -27,7 +26,7 @@ namespace {
 constexpr quint32 DefaultSeed = 5101;
 constexpr int DefaultCount = 150;
 constexpr std::size_t Remembered = 20;
-constexpr int SampleEvery = 100;
+constexpr int SampleEvery = 200;
 constexpr int WarmUp = 200;  // actions until everything was loaded once
 
 struct Limits {
@@ -35,12 +34,12 @@ struct Limits {
     std::optional<int> pauseMs;
 };
 
-/// Resident memory of this process in MB; page processes are others.
-double residentMb() {
-    malloc_trim(0);
+/// What this process has of memory for itself, in MB: without files, libraries and page processes.
+double privateMb() {
     QFile statm(u"/proc/self/statm"_s);
     if (!statm.open(QIODevice::ReadOnly)) return 0;
-    return statm.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
+    const QByteArrayList pages = statm.readAll().split(' ');  // size, resident, of these shared
+    return double(pages.value(1).toLong() - pages.value(2).toLong()) * double(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
 /// How much more the last third of the samples holds than the first.
@@ -60,10 +59,9 @@ const soak::Action& choose(QRandomGenerator& random) {
     return soak::actions().back();
 }
 
-void printSample(int done, double megabytes, soak::World& world) {
-    const int extra = world.isClosed() ? 0 : int(world.window().windows().extraWindows().open().size());
-    std::printf("%5d actions: %6.1f MB, %4d widgets, %d extra windows, %d boxes, %d captions\n", done,
-                megabytes, int(QApplication::allWidgets().size()), extra, world.boxes(), world.captions());
+void printSample(int done, double megabytes, const soak::World& world) {
+    std::printf("%5d actions: %6.1f MB, %4d widgets, %d boxes, %d captions\n", done, megabytes,
+                int(QApplication::allWidgets().size()), world.boxes(), world.captions());
     std::fflush(stdout);
 }
 
@@ -101,7 +99,10 @@ int soakProgram(quint32 seed, int count, const QString& library, const Limits& l
         if (const auto wrong = world.lastingFault()) return failed(*wrong);
         if (world.isClosed() && !world.start()) return failed(u"the program did not start again"_s);
         if (number % SampleEvery != 0) continue;
-        const double megabytes = residentMb();
+        // What is open is chance and has its memory.
+        for (QMdiSubWindow* each : world.children()) each->close();
+        if (const auto stuck = world.settle()) return failed(*stuck);
+        const double megabytes = privateMb();
         if (number > WarmUp) memory.push_back(megabytes);
         printSample(number, megabytes, world);
     }
@@ -123,6 +124,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     platform::installTranslations(application);
+    platform::boundMemory();
     QCommandLineParser parser;
     parser.addOptions({{u"growth"_s, {}, u"MB"_s}, {u"pause"_s, {}, u"MS"_s}});
     parser.process(application);

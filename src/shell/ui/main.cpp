@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/ui/icons.h"
+#include "platform/ui/memory_bounds.h"
 #include "platform/ui/message_boxes.h"
 #include "platform/ui/system_printing.h"
 #include "shell/application_folder.h"
@@ -76,6 +77,7 @@ int main(int argc, char** argv) {
     answerInText(argc, argv);
     platform::WebEngine::prepare();
     QApplication application(argc, argv);
+    platform::boundMemory();
     QApplication::setDesktopFileName(u"lirovan"_s);
     QApplication::setWindowIcon(platform::applicationIcon());
     platform::installTranslations(application);
