@@ -293,12 +293,14 @@ TEST_F(NoteEditorTest, FollowsTheSelectionWithItsButtons) {
     window_.box().selectAll();
     EXPECT_EQ(disabled(), u"mnu_Yapistir paste");
     QStringList keys;
-    for (const QString& key :
-         {u"bold"_s, u"bold"_s, u"mavi"_s, u"mavi"_s, u"siyah"_s, u"siyah"_s, u"yesil"_s, u"kirmizi"_s}) {
+    for (const QString& key : u"bold bold mavi mavi siyah siyah yesil kirmizi bold"_s.split(u' ')) {
         press(key);
         keys += pressed();
     }
-    EXPECT_EQ(keys.join(u'|'), u"bold siyah|siyah|mavi|siyah|kirmizi|siyah|yesil|kirmizi");
+    EXPECT_EQ(keys.join(u'|'), u"bold siyah|siyah|mavi|siyah|kirmizi|siyah|yesil|kirmizi|bold kirmizi");
+    window_.box().moveCursor(QTextCursor::End);
+    EXPECT_EQ(pressed(), QString());
+    window_.box().selectAll();
     press(u"copy"_s);
     EXPECT_EQ(disabled(), u"mnu_Kopyala");
     press(u"cut"_s);

@@ -282,7 +282,6 @@ TEST_F(SearchTabTest, ShowsASummary) {
     QTest::keyClick(tree, Qt::Key_Return);
     expectRunning(false);
     EXPECT_EQ(content.title, u"İçerik Penceresi - ÖZET");
-    EXPECT_TRUE(content.page.shown);
     EXPECT_EQ(page().count("<hr>"), 2);
     EXPECT_EQ(frame.progressMaximum, 4 + 5);
     EXPECT_TRUE(frame.button(button::New).visible && frame.button(button::New).enabled);
