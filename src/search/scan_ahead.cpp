@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 #include <utility>
 
 namespace lirovan::search {
@@ -56,15 +57,14 @@ class ScanAhead::Reader {
     Result<std::string_view> stored(qint64 row) {
         if (!statement_)
             if (const Result<void> opened = open(); !opened) return opened.error();
-        Result<Step> step = Step::Done;
-        if (const auto last = std::exchange(at_, std::nullopt); last && *last + 1 == row)
-            step = statement_->step();
-        if (!step) return step.error();
-        if (*step == Step::Done || statement_->integer(1) != row) step = seek(row);
-        if (!step) return step.error();
-        if (*step == Step::Done || statement_->integer(1) != row) return std::string_view();
-        at_ = row;
-        return statement_->utf8(0);
+        if (!known_ || row < known_->from || row > known_->at) {
+            const auto last = std::exchange(known_, std::nullopt);
+            const bool isNext = last && row > last->at && row == last->at + 1;
+            const Result<Step> step = isNext ? statement_->step() : seek(row);
+            if (!step) return step.error();
+            known_ = {row, *step == Step::Row ? statement_->integer(1) : std::numeric_limits<qint64>::max()};
+        }
+        return row == known_->at ? statement_->utf8(0) : std::string_view();
     }
 
     Result<void> open() {
@@ -94,7 +94,11 @@ class ScanAhead::Reader {
     std::optional<data::Library> own_;
     std::optional<Transaction> reading_;
     std::optional<Statement> statement_;
-    std::optional<qint64> at_;  // the row that was read last
+    // The statement stands on row `at`, and between `from` and it there is none.
+    struct Known {
+        qint64 from, at;
+    };
+    std::optional<Known> known_;
     KeptTexts::Block block_;
 };
 

@@ -101,4 +101,8 @@ TEST(Library, SaysWhatIsWrongWithAFileAndLeavesItAlone) {
     ASSERT_TRUE(QFile::remove(path) && QDir().mkdir(path));
     EXPECT_TRUE(Library::open(app).error().message.contains(u"klasör"));
     EXPECT_FALSE(Library().authors());
+    // Copying such a file fails like writing to a full disk.
+    test::LibraryFile damaged = test::smallLibrary();
+    EXPECT_EQ(damaged.damage(101).open().copyTo(folder.filePath(u"b.vq"_s)).error().message,
+              u"Veritabanı dosyası bozuk.");
 }

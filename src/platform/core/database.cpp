@@ -59,8 +59,14 @@ void registerTurkish(sqlite3* handle) {
     sqlite3_create_function_v2(handle, "LIKE", 2, flags, nullptr, like, nullptr, nullptr, nullptr);
 }
 
-// A counter of row ids that a damaged file has set to its last value is reported like a full disk.
-bool hasRowIdsLeft(SQLite::Database& connection) {
+// What a damaged file holds can be reported like a full disk: a counter of row ids at its last value, or,
+// when the file is copied, a page number that no file can have.
+bool isSound(SQLite::Database& connection) {
+    try {
+        if (connection.execAndGet("PRAGMA quick_check(1)").getString() != "ok") return false;
+    } catch (const SQLite::Exception&) {
+        return false;
+    }
     try {
         return connection.execAndGet("SELECT count(*) FROM sqlite_sequence WHERE seq>=9223372036854775807")
                    .getInt() == 0;
@@ -82,7 +88,7 @@ Error error(const SQLite::Exception& exception, SQLite::Database* connection = n
         case SQLITE_CORRUPT:
             return damaged();
         case SQLITE_FULL:
-            if (connection && !hasRowIdsLeft(*connection)) return damaged();
+            if (connection && !isSound(*connection)) return damaged();
             return {QStringLiteral("Diskte yer kalmadı.")};
         case SQLITE_READONLY:
             return {QStringLiteral("Veritabanı dosyasına yazılamıyor.")};
