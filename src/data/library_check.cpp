@@ -69,8 +69,9 @@ QString shownId(const Statement& row) {
 QStringList missingTablesAndColumns(const Database& database) {
     QStringList faults;
     for (const platform::TableLayout& table : platform::tablesOf(platform::LayoutKind::Library)) {
+        const Result<bool> found = platform::hasTable(database, table.name);
         const Result<Statement> rows = database.prepare(u"SELECT * FROM "_s + table.name.toString());
-        if (!rows) {
+        if (!found || !*found || !rows) {
             faults += u"%1 tablosu yok ya da okunamıyor."_s.arg(table.name);
             continue;
         }
@@ -113,6 +114,7 @@ Result<QStringList> damage(const Database& database) {
 Result<QStringList> checkLibrary(const Database& database) {
     Result<QStringList> faults = damage(database);
     if (!faults) return faults;
+    if (const Result<void> version = platform::checkVersion(database); !version) return version.error();
     *faults += missingTablesAndColumns(database);
     if (!faults->isEmpty()) return faults;
 

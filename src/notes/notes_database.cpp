@@ -42,7 +42,8 @@ Result<NotesDatabase> NotesDatabase::open(const platform::AppFolder& folder, con
     if (!QDir().mkpath(directory))
         return Error{QStringLiteral("Not klasörü oluşturulamadı: %1").arg(directory)};
     const QString path = folder.path(NotesFile);
-    if (importer && QFileInfo::exists(path))
+    // An empty file is what a full disk left of the first attempt; it is made anew.
+    if (importer && QFileInfo(path).size() > 0)
         if (const Result<void> imported = importer(path); !imported) return imported.error();
     return openFile(path);
 }

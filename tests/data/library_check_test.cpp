@@ -23,6 +23,7 @@ TEST(LibraryCheck, NamesEveryFaultWithItsRow) {
         {u"ANALYZE", {}},  // no damage, no fault
         {u"DROP TABLE tbl_scripts; DROP TABLE tbl_Konu",
          {u"tbl_Konu tablosu yok ya da okunamıyor."_s, u"tbl_scripts tablosu yok ya da okunamıyor."_s}},
+        {u"PRAGMA user_version=2", {u"Dosya programın daha yeni bir sürümüyle yazılmış."_s}},
         {u"ALTER TABLE tbl_Yazar RENAME COLUMN Yazar TO Ad",
          {u"tbl_Yazar tablosunun 2. sütunu Yazar değil."_s}},
         {u"INSERT INTO tbl_Yazar VALUES (2, 'Öteki')", {u"Yazar 2: numara birden çok kez verilmiş."_s}},

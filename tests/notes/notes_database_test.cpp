@@ -57,6 +57,15 @@ TEST_F(NotesDatabaseTest, RefusesWhatItCannotUseInTurkish) {
     EXPECT_FALSE(NotesDatabase().add(u"a"_s, u"b"_s, {}));
 }
 
+TEST_F(NotesDatabaseTest, MakesAnEmptyFileAnew) {
+    test::writeFile(path_, {});  // of a disk that was full
+    const auto notes = NotesDatabase::open(platform::AppFolder(folder_.path()), [](const QString&) {
+        return platform::Result<void>(platform::Error{u"Dosya boş (0 bayt)."_s});
+    });
+    ASSERT_TRUE(notes);
+    EXPECT_TRUE(notes->add(u"a"_s, u"b"_s, {}));
+}
+
 TEST_F(NotesDatabaseTest, KeepsTheFileWholeWhenItCannotWrite) {
     const NotesDatabase notes = *open();
     const QString longText(500'000, u'x');

@@ -79,7 +79,8 @@ TEST_F(DatabaseTest, TellsWhatIsWrongWithALayout) {
     const std::pair<QStringView, QStringView> cases[] = {
         {u"PRAGMA application_id=5", u"Dosya bir kitaplık dosyası değil."},
         {u"PRAGMA user_version=2", u"Dosya programın daha yeni bir sürümüyle yazılmış."},
-        {u"DROP TABLE tbl_scripts", u"Dosyada tbl_scripts tablosu yok."},
+        {u"DROP TABLE tbl_scripts; CREATE VIEW tbl_scripts AS SELECT 1 AS ID, 2 AS Script",
+         u"Dosyada tbl_scripts tablosu yok."},
         {u"ALTER TABLE tbl_Konu RENAME COLUMN Konu TO Metin",
          u"tbl_Konu tablosunun sütunları beklenen sırada değil (Konu)."},
     };

@@ -109,6 +109,29 @@ TEST_F(ImportTest, LosesNoNoteToADoubledOrMissingKey) {
               "3|2008-03-14|bir|a/4|2008-03-14T12:00:00|iki|b/5|-|-|c");
 }
 
+TEST_F(ImportTest, UndoesAWriteThatACrashInterrupted) {
+    const auto keepsIt = [&](const QString& file, LayoutKind kind) {
+        interruptWrite(file);
+        const auto ensured = importer.ensureLayout(file, kind);
+        ASSERT_TRUE(ensured) << ensured.error().message.toStdString();
+        EXPECT_FALSE(hasJournal(file));
+        const Database database = Database::open(file, OpenMode::ReadOnly).value();
+        EXPECT_EQ(rows(database, u"PRAGMA integrity_check"), "ok");
+        EXPECT_EQ(rows(database, u"SELECT count(*) FROM sqlite_master WHERE name='artik'"), "0");
+    };
+    const QString notes = path(u"notlar.vq"_s);
+    ASSERT_TRUE(createLayout(Database::open(notes, OpenMode::Create).value(), LayoutKind::Notes));
+    keepsIt(notes, LayoutKind::Notes);
+    sqlite(library, PlainLibrary);
+    imported(LayoutKind::Library);
+    keepsIt(library, LayoutKind::Library);
+    // A journal that belongs to an older file of this name goes with the file that is kept.
+    writeFile(library, jetLibrary(u"metin"_s));
+    writeFile(library + u"-journal"_s, "eski");
+    EXPECT_EQ(rows(imported(LayoutKind::Library), u"PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(readFile(library + u".jet-journal"_s), "eski");
+}
+
 TEST_F(ImportTest, NeverOverwritesTheTargetOfAnImportByHand) {
     sqlite(library, PlainLibrary);
     const QString target = writeFile(path(u"yeni.vq"_s), "mine");

@@ -25,6 +25,18 @@ inline QByteArray readFile(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
 }
 
+/// Leaves the database as a crash in the middle of a write does: changed, with the journal that undoes it.
+inline void interruptWrite(const QString& path) {
+    const auto database = platform::Database::open(path, platform::OpenMode::ReadWrite).value();
+    const auto written = database.execute(
+        u"PRAGMA cache_size=1; BEGIN; CREATE TABLE artik AS WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 "
+        u"FROM n WHERE i<200) SELECT randomblob(3000) FROM n");
+    const QByteArray half = readFile(path), journal = readFile(path + QStringLiteral("-journal"));
+    if (!written || !database.execute(u"ROLLBACK")) throw std::runtime_error("cannot interrupt a write");
+    writeFile(path, half);
+    writeFile(path + QStringLiteral("-journal"), journal);
+}
+
 /// Every row of a query, values joined by "|", rows by "/", null as "-"; the message where it fails.
 inline std::string rows(const platform::Database& database, QStringView sql) {
     platform::Result<platform::Statement> statement = database.prepare(sql);

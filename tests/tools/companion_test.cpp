@@ -59,9 +59,14 @@ TEST(Companion, MakesALibraryThatItCanRead) {
     ASSERT_EQ(call({u"olustur"_s, source.folder.path(), library}).status, 0);
     writeFile(library + u".yapim"_s, "a killed run's");
     writeFile(library + u".yapim-journal"_s, "and its journal");
-    const Called made = call({u"olustur"_s, source.folder.path(), library});
+    interruptWrite(library);
+    const auto own = QFile::ReadOwner | QFile::WriteOwner;
+    const QString link = folder.filePath(u"bag.vq"_s);
+    ASSERT_TRUE(QFile::setPermissions(library, own) && QFile::link(library, link));
+    const Called made = call({u"olustur"_s, source.folder.path(), link});
     ASSERT_EQ(made.status, 0) << made.error.constData();
-    EXPECT_EQ(names(folder.path()), QStringList{u"kitaplar.vq"_s});
+    EXPECT_EQ(names(folder.path()), QStringList({u"bag.vq"_s, u"kitaplar.vq"_s}));
+    EXPECT_EQ(QFile::permissions(library) & ~(QFile::ReadUser | QFile::WriteUser), own);
 
     EXPECT_EQ(call({u"denetle"_s, library}).status, 0);
     EXPECT_EQ(call({u"agac"_s, library}).out,

@@ -2,6 +2,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
+#include <QFileInfo>
 
 #include "text/comparison.h"
 
@@ -224,7 +225,15 @@ double Statement::real(int column) const {
     return readable(*statement_, column) ? statement_->getColumn(column).getDouble() : 0.0;
 }
 
+bool hasJournal(const QString& path) {
+    return QFileInfo(path + SideFiles[0].toString()).size() > 0 ||
+           QFileInfo(path + SideFiles[1].toString()).size() > 0;
+}
+
 Result<Database> Database::open(const QString& path, OpenMode mode) {
+    // Where the file cannot be written, its error is told by what follows.
+    if (mode == OpenMode::ReadOnly && QFileInfo(path + SideFiles[0].toString()).size() > 0)
+        (void)open(path, OpenMode::ReadWrite);
     try {
         int flags = SQLite::OPEN_READONLY;
         if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;

@@ -68,6 +68,7 @@ class Database {
   public:
     Database() = default;  ///< a closed connection; every use of it is an error, none is a crash
 
+    /// A write that a crash interrupted is undone first; a reading connection alone could not open the file.
     static Result<Database> open(const QString& path, OpenMode mode);
 
     bool isOpen() const { return connection_ != nullptr; }
@@ -86,6 +87,12 @@ class Database {
     explicit Database(std::shared_ptr<SQLite::Database> connection) : connection_(std::move(connection)) {}
     std::shared_ptr<SQLite::Database> connection_;
 };
+
+/// The files beside a database that belong to it: a journal left by a crash would be played into whatever
+/// file takes the database's name.
+inline constexpr QStringView SideFiles[] = {u"-journal", u"-wal", u"-shm"};
+/// Whether the database, or a file that is to be made at `path`, has a journal with content.
+bool hasJournal(const QString& path);
 
 /// Rolls back at the end of its scope unless commit() succeeded.
 class Transaction {

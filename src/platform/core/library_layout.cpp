@@ -93,16 +93,11 @@ QString kindName(LayoutKind kind) {
 }
 
 Result<void> checkTable(const Database& database, const TableLayout& table) {
+    const Result<bool> found = hasTable(database, table.name);
+    if (!found) return found.error();
+    if (!*found) return Error{QStringLiteral("Dosyada %1 tablosu yok.").arg(table.name)};
     const Result<Statement> rows = database.prepare(QStringLiteral("SELECT * FROM %1").arg(table.name));
-    if (!rows) {
-        // An unknown table and a damaged schema both end here; only the first is ours to word.
-        const auto found = database.integer(
-            QStringLiteral("SELECT count(*) FROM sqlite_master WHERE lower(name)=lower('%1')")
-                .arg(table.name));
-        if (!found) return found.error();
-        if (*found == 0) return Error{QStringLiteral("Dosyada %1 tablosu yok.").arg(table.name)};
-        return rows.error();
-    }
+    if (!rows) return rows.error();
     for (int i = 0; i < static_cast<int>(table.columns.size()); ++i) {
         const QStringView name = table.columns[static_cast<size_t>(i)].name;
         if (rows->columnCount() <= i || rows->columnName(i).compare(name, Qt::CaseInsensitive) != 0)
@@ -160,14 +155,28 @@ Result<std::optional<LayoutKind>> layoutOf(const Database& database) {
     return std::optional<LayoutKind>();
 }
 
-Result<void> checkLayout(const Database& database, LayoutKind kind) {
-    const auto found = layoutOf(database);
-    if (!found) return found.error();
-    if (*found != kind) return Error{QStringLiteral("Dosya bir %1 dosyası değil.").arg(kindName(kind))};
+Result<void> checkVersion(const Database& database) {
     const auto version = database.integer(u"PRAGMA user_version");
     if (!version) return version.error();
     if (version->value_or(0) > LayoutVersion)
         return Error{QStringLiteral("Dosya programın daha yeni bir sürümüyle yazılmış.")};
+    return {};
+}
+
+Result<bool> hasTable(const Database& database, QStringView name) {
+    const auto found =
+        database.integer(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' AND "
+                                        "rootpage>0 AND lower(name)=lower('%1')")
+                             .arg(name));
+    if (!found) return found.error();
+    return *found > 0;
+}
+
+Result<void> checkLayout(const Database& database, LayoutKind kind) {
+    const auto found = layoutOf(database);
+    if (!found) return found.error();
+    if (*found != kind) return Error{QStringLiteral("Dosya bir %1 dosyası değil.").arg(kindName(kind))};
+    if (const Result<void> version = checkVersion(database); !version) return version;
     for (const TableLayout& table : tablesOf(kind))
         if (const Result<void> checked = checkTable(database, table); !checked) return checked;
     return {};

@@ -69,6 +69,10 @@ Result<void> createLayout(const Database& database, LayoutKind kind);
 /// Which file of ours this is; nothing for any other SQLite file.
 Result<std::optional<LayoutKind>> layoutOf(const Database& database);
 
+/// Fails when the file was written by a newer program.
+Result<void> checkVersion(const Database& database);
+/// Whether the file has a table of this name; a view, which could be anything, is none.
+Result<bool> hasTable(const Database& database, QStringView name);
 /// Fails with a message for the user when the file is not of this kind, was written by a newer program, or
 /// lacks a table or column. Cheap: reads the schema and the edges of each table, not the rows.
 Result<void> checkLayout(const Database& database, LayoutKind kind);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "platform/core/import/file_format.h"
+#include "platform/core/import/replace_file.h"
 #include "platform/core/library_layout.h"
 
 namespace lirovan::tools {
@@ -33,7 +34,9 @@ Result<void> makeFile(const QString& target, const std::function<Result<void>(co
     if (info.isDir()) return Error{u"Hedef bir klasör: %1."_s.arg(target)};
     if ((info.exists() || info.isSymLink()) && !isLibrary(target))
         return Error{u"%1 bir kitaplık dosyası değil; üzerine yazılmadı."_s.arg(target)};
-    QLockFile lock(info.absoluteFilePath() + u".kilit"_s);
+    // Behind a link lies the file to replace.
+    const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+    QLockFile lock(path + u".kilit"_s);
     lock.setStaleLockTime(0);  // only the death of its holder makes a lock stale
     if (!lock.tryLock()) {
         return lock.error() == QLockFile::LockFailedError
@@ -41,13 +44,17 @@ Result<void> makeFile(const QString& target, const std::function<Result<void>(co
                    : Error{u"Hedefin klasörüne yazılamıyor: %1."_s.arg(info.absolutePath())};
     }
     // Beside the target, so that the last step is a rename within one file system.
-    const QString unfinished = info.absoluteFilePath() + u".yapim"_s;
+    const QString unfinished = path + u".yapim"_s;
     removeDatabase(unfinished);
+    // An interrupted write of the old file is undone, so that nothing is left to be played into the new one.
+    if (info.exists()) (void)platform::Database::open(path, platform::OpenMode::ReadWrite);
+    if (const Result<void> free = platform::checkNoJournal(path); !free) return free;
     const Result<void> written = write(unfinished);
     std::error_code failure;
-    if (written)
-        std::filesystem::rename(unfinished.toStdU16String(), info.absoluteFilePath().toStdU16String(),
-                                failure);
+    if (written) {
+        if (info.exists()) platform::copyPermissions(path, unfinished);
+        std::filesystem::rename(unfinished.toStdU16String(), path.toStdU16String(), failure);
+    }
     removeDatabase(unfinished);
     if (!written) return written;
     if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};

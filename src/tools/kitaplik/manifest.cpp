@@ -41,13 +41,15 @@ class Entry {
         if (value.isUndefined() && !required) return {};
         if (!value.isString()) fail(u"“%1” bir metin olmalı"_s.arg(key));
         if (required && value.toString().trimmed().isEmpty()) fail(u"“%1” boş ya da eksik"_s.arg(key));
+        if (!value.toString().isValidUtf16() || value.toString().contains(QChar::Null))
+            fail(u"“%1” geçersiz bir karakter içeriyor"_s.arg(key));
         return value.toString();
     }
 
     qint64 id() {
         const double value = object_.value(u"id").toDouble(0);
-        // Whole numbers are exact in a double up to 2^53.
-        if (!(value >= 1) || value > 9007199254740992.0 || value != std::floor(value)) {
+        // Whole numbers are exact in a double below 2^53.
+        if (!(value >= 1) || value >= 9007199254740992.0 || value != std::floor(value)) {
             fail(u"“id” sıfırdan büyük bir tam sayı olmalı"_s);
             return 0;
         }

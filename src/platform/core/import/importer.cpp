@@ -37,10 +37,10 @@ Result<Database> openChecked(const QString& path, LayoutKind kind) {
     return database;
 }
 
-// Changes in a write-ahead log count to the file, so a short file with one beside it may be whole.
+// What a journal holds counts to the file, so a short file with one beside it may be whole.
 FileHeader probe(const QString& path) {
     FileHeader header = probeFile(path);
-    if (isOurs(header) && QFileInfo(path + QStringLiteral("-wal")).size() > 0) header.truncated = false;
+    if (isOurs(header) && hasJournal(path)) header.truncated = false;
     return header;
 }
 
@@ -89,6 +89,7 @@ Result<LayoutKind> Importer::import(const QString& source, const QString& target
     if (const Result<void> readable = checkReadable(probeFile(source)); !readable)
         return named(source, readable.error());
     if (QFileInfo::exists(target)) return named(target, {QStringLiteral("Hedef dosya zaten var.")});
+    if (const Result<void> free = checkNoJournal(target); !free) return free.error();
     if (!QFileInfo(target).absoluteDir().exists())
         return named(target, {QStringLiteral("Hedef klasör yok.")});
     // Beside the target, so that the last step is a rename within one file system.

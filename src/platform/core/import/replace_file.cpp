@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/core/database.h"
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
@@ -58,15 +60,31 @@ QString keptName(const QString& path, const QString& suffix) {
 Result<QString> replaceFile(const QString& path, const QString& replacement, const QString& suffix) {
     const QString kept = keptName(path, suffix);
     if (!keep(path, kept)) return Error{QStringLiteral("Eski dosyanın yedeği oluşturulamadı.")};
+    for (const QStringView side : SideFiles) QFile::rename(path + side.toString(), kept + side.toString());
+    copyPermissions(path, replacement);
     std::error_code error;
     fs::rename(native(replacement), native(path), error);
     if (error) {
+        for (const QStringView side : SideFiles)
+            QFile::rename(kept + side.toString(), path + side.toString());
         QFile::remove(kept);
         return Error{QStringLiteral("Yeni dosya eskisinin yerine konamadı.")};
     }
     // The change is done; a folder that cannot be forced to disk is no reason to take it back.
     (void)forceToDisk(QFileInfo(path).absolutePath());
     return kept;
+}
+
+void copyPermissions(const QString& path, const QString& replacement) {
+    QFile::setPermissions(replacement, QFile::permissions(path));
+}
+
+Result<void> checkNoJournal(const QString& path) {
+    if (!hasJournal(path)) return {};
+    return Error{QStringLiteral(
+                     "%1 dosyasının yanında yarım kalmış bir yazmanın günlüğü duruyor (-journal ya da -wal); "
+                     "önce onu başka bir yere taşıyın.")
+                     .arg(QFileInfo(path).fileName())};
 }
 
 }  // namespace lirovan::platform
