@@ -114,7 +114,8 @@ Result<QStringList> damage(const Database& database) {
 Result<QStringList> checkLibrary(const Database& database) {
     Result<QStringList> faults = damage(database);
     if (!faults) return faults;
-    if (const Result<void> version = platform::checkVersion(database); !version) return version.error();
+    if (const Result<void> version = platform::checkVersion(database); !version)
+        *faults += version.error().message;
     *faults += missingTablesAndColumns(database);
     if (!faults->isEmpty()) return faults;
 
