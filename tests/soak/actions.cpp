@@ -1,9 +1,5 @@
-#include "soak/actions.h"
-
+// What the user does, each a small thing by mouse or keyboard on what the main window shows.
 #include <QCheckBox>
-#include <QComboBox>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QStyleOptionTitleBar>
 #include <QTextEdit>
@@ -12,6 +8,7 @@
 
 #include "platform/ui/web_view.h"
 #include "soak/user_input.h"
+#include "soak/world.h"
 
 namespace lirovan::soak {
 
@@ -19,26 +16,28 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <class List>
-auto& any(World& world, List& list) {
-    return list[world.chance().bounded(int(std::size(list)))];
+/// Clicks the usable control of this name, if there is one.
+void press(World& world, const QString& name) {
+    if (const QWidget* control = world.usable(name)) click(*control);
 }
 
-bool oneIn(World& world, int n) {
-    return world.chance().bounded(n) == 0;
+void pressKey(World& world, const QString& name) {
+    key(world.window(), name);
 }
 
-QPoint somewhere(World& world, const QWidget& widget) {
-    return {world.chance().bounded(qMax(1, widget.width())),
-            world.chance().bounded(qMax(1, widget.height()))};
+/// Clicks one of the tool buttons that `pane` shows.
+void pressAny(World& world, const QWidget& pane) {
+    QList<QToolButton*> buttons = pane.findChildren<QToolButton*>();
+    buttons.removeIf([](const QWidget* button) { return !button->isVisible() || !button->isEnabled(); });
+    if (buttons.isEmpty()) return;
+    const QToolButton& button = *world.any(buttons);
+    world.details += button.objectName();
+    click(button);
 }
 
-/// Clicks the visible control of this name, if there is one.
-QString press(World& world, const QString& name) {
-    QWidget* control = world.usable(name);
-    if (!control) return name + u": not there"_s;
-    click(*control);
-    return name;
+/// Presses 1 to `most` of these keys.
+void keys(World& world, const QWidget& at, int most, const QString& which) {
+    for (int n = 1 + world.below(most); n > 0; --n) key(at, world.anyOf(which));
 }
 
 /// Clicks the close button in the title bar of a child window.
@@ -48,400 +47,233 @@ void pressClose(const QMdiSubWindow& child) {
     bar.rect.setHeight(child.style()->pixelMetric(QStyle::PM_TitleBarHeight, &bar, &child));
     bar.titleBarFlags = child.windowFlags();
     bar.subControls = QStyle::SC_All;
-    click(child, child.style()
-                     ->subControlRect(QStyle::CC_TitleBar, &bar, QStyle::SC_TitleBarCloseButton, &child)
-                     .center());
+    const QStyle& style = *child.style();
+    click(child,
+          style.subControlRect(QStyle::CC_TitleBar, &bar, QStyle::SC_TitleBarCloseButton, &child).center());
 }
 
-// ---- While something goes on ----
+// Each gets one of its words in the table at the end.
 
-/// Something that the user does at some moment of a search, a summary or a page's loading.
-QString meanwhile(World& world) {
-    const int ms = world.chance().bounded(60);
-    struct Deed {
-        QString name;
-        std::function<void()> act;
-    };
-    const Deed deeds[] = {
-        {u"stop"_s, [&world] { press(world, oneIn(world, 2) ? u"cmdDur"_s : u"cmd_Stop"_s); }},
-        {u"books"_s, [&world] { press(world, u"tlbtn_Kitap"_s); }},
-        {u"page"_s, [&world] { press(world, u"tlbtn_Icerik"_s); }},
-        {u"type size"_s, [&world] { press(world, u"buyult"_s); }},
-        {u"new window"_s, [&world] { key(world.window(), Qt::Key_E, Qt::ControlModifier); }},
-        {u"hide browse window"_s, [&world] { key(world.window(), Qt::Key_A, Qt::ControlModifier); }},
-        {u"unload page"_s, [&world] { key(world.window(), Qt::Key_I, Qt::ControlModifier); }},
-        {u"notebook"_s, [&world] { key(world.window(), Qt::Key_N, Qt::ControlModifier); }},
-        {u"click"_s, [&world] { click(world.window(), somewhere(world, world.window())); }},
-        {u"resize"_s,
-         [&world] {
-             world.window().showNormal();
-             world.window().resize(500 + world.chance().bounded(500), 350 + world.chance().bounded(400));
-         }},
-        {u"close child"_s,
-         [&world] {
-             const auto children = world.children();
-             if (!children.isEmpty()) pressClose(*any(world, children));
-         }},
-        {u"close program"_s,
-         [&world] {
-             if (oneIn(world, 4)) world.window().close();
-         }},
-    };
-    const Deed& deed = any(world, deeds);
-    world.later(ms, deed.act);
-    return u" and "_s + deed.name + u" after "_s + QString::number(ms) + u" ms"_s;
+/// A key, a control, or one of a few more things that can be done at any moment.
+void doAnything(World& world, const QString& deed) {
+    const auto children = world.children();
+    if (deed == u"stop")
+        press(world, world.anyOf(u"cmdDur cmd_Stop"_s));
+    else if (deed == u"click")
+        click(world.window(), world.somewhere(world.window()));
+    else if (deed == u"close-child" && !children.isEmpty())
+        pressClose(*world.any(children));
+    else if (deed == u"close-program")
+        world.window().close();
+    else if (deed.startsWith(u"Ctrl+") || deed == u"Return")
+        pressKey(world, deed);
+    else
+        press(world, deed);
 }
 
-QString perhapsMeanwhile(World& world, int oneInN) {
-    return oneIn(world, oneInN) ? meanwhile(world) : QString();
+void onMainWindow(World& world, const QString& deed) {
+    shell::KitaplarMDI& window = world.window();
+    if (deed == u"minimise") window.showMinimized();
+    if (deed == u"minimise") world.later(20, [&window] { window.showNormal(); });
+    if (deed == u"maximise") window.showMaximized();
+    if (deed != u"resize") return;
+    window.showNormal();
+    window.resize(480 + world.below(800), 320 + world.below(500));
 }
 
-// ---- Trees ----
+void onChildWindow(World& world, const QString& deed) {
+    const auto children = world.children();
+    if (children.isEmpty()) return;
+    QMdiSubWindow& child = *world.any(children);
+    const QPoint at = world.somewhere(*world.find<QMdiArea>(u"workArea"_s));
+    world.details = child.objectName();
+    if (deed == u"minimise") child.showMinimized();
+    if (deed == u"maximise") child.showMaximized();
+    if (deed == u"close") pressClose(child);
+    if (deed == u"resize") child.resize(at.x() + 100, at.y() + 80);
+    if (deed == u"move") drag(child, {60, 10}, at);
+    if (deed == u"restore") child.showNormal();
+}
 
-/// A node at a chance place of the tree, what is above it opened.
-QModelIndex anyNode(World& world, QTreeView& tree) {
+/// Opens a chance node of the tree with what is above it, and clicks it once its tab is in front.
+void clickNode(World& world, const QString& name) {
+    press(world, name == u"tvw_Kitaplar" ? u"tlbtn_Kitap"_s : u"tlbtn_Arama"_s);
+    auto* hidden = world.find<QTreeView>(name);
+    if (!hidden) return;
     QModelIndex at;
     for (int depth = 0; depth < 4; ++depth) {
-        const int rows = tree.model()->rowCount(at);
-        if (rows == 0 || (depth > 1 && oneIn(world, 8))) break;
-        if (at.isValid()) tree.expand(at);
-        at = tree.model()->index(world.chance().bounded(rows), 0, at);
+        const int rows = hidden->model()->rowCount(at);
+        if (rows == 0 || (depth > 1 && world.oneIn(8))) break;
+        if (at.isValid()) hidden->expand(at);
+        at = hidden->model()->index(world.below(rows), 0, at);
     }
-    return at;
-}
-
-/// Brings the tab `tab` to the front and clicks a node of its tree.
-QString clickNode(World& world, const QString& name, const QString& tab) {
-    auto* hidden = world.find<QTreeView>(name);
-    if (!hidden) return press(world, tab);
-    const QPersistentModelIndex node(anyNode(world, *hidden));
-    press(world, tab);
-    if (!node.isValid()) return u"empty"_s;
-    world.later(1, [&world, name, node] {
-        auto* tree = qobject_cast<QTreeView*>(world.usable(name));
+    world.details = at.data().toString().left(30);
+    world.later(1, [&world, name, node = QPersistentModelIndex(at)] {
+        auto* tree = world.usable<QTreeView>(name);
         if (!tree || !node.isValid() || node.model() != tree->model()) return;
         tree->scrollTo(node);
         click(*tree->viewport(), tree->visualRect(node).intersected(tree->viewport()->rect()).center());
     });
-    return node.data().toString().left(30);
 }
 
-QString openTopic(World& world) {
-    return clickNode(world, u"tvw_Kitaplar"_s, u"tlbtn_Kitap"_s) + perhapsMeanwhile(world, 6);
-}
-
-QString openFound(World& world) {
-    return clickNode(world, u"tvw_Kitaplar_Bul"_s, u"tlbtn_Arama"_s) + perhapsMeanwhile(world, 3);
-}
-
-QString moveInTree(World& world) {
-    const QString name = oneIn(world, 2) ? u"tvw_Kitaplar"_s : u"tvw_Kitaplar_Bul"_s;
-    auto* tree = qobject_cast<QTreeView*>(world.usable(name));
-    if (!tree) return u"no tree"_s;
-    if (oneIn(world, 3)) {
-        doubleClick(*tree->viewport(), somewhere(world, *tree->viewport()));
-        return name + u" double click"_s;
-    }
+void moveInTree(World& world, const QString& name) {
+    auto* tree = world.usable<QTreeView>(name);
+    if (!tree) return;
+    if (world.oneIn(3)) return doubleClick(*tree->viewport(), world.somewhere(*tree->viewport()));
     tree->setFocus();
-    constexpr Qt::Key Keys[] = {Qt::Key_Down, Qt::Key_Up,       Qt::Key_Left,   Qt::Key_Right,   Qt::Key_Home,
-                                Qt::Key_End,  Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Asterisk};
-    for (int n = 1 + world.chance().bounded(8); n > 0; --n) key(*tree, any(world, Keys));
-    if (oneIn(world, 2)) key(*tree, Qt::Key_Return);
-    return name + u" by keys"_s;
+    keys(world, *tree, 8, u"Down Up Left Right Home End PgDown PgUp *"_s);
+    if (world.oneIn(2)) key(*tree, u"Return"_s);
 }
 
-// ---- Searching ----
-
-QString query(World& world) {
-    static const QString Words[] = {u"su"_s,    u"dağ"_s,     u"kervan"_s, u"Kuran"_s, u"kör kuyu"_s,
-                                    u"deniz"_s, u"ve"_s,      u"İ"_s,      u"ı"_s,     u"yıldız"_s,
-                                    u"ki"_s,    u"\"su ve"_s, u"100%_"_s,  u"a"_s,     u"bahçe'nin"_s,
-                                    u"&<b>"_s,  u""_s,        u"zzqqxx"_s, u"taş"_s,   u"  gece   ay "_s,
-                                    u"â"_s,     u"...?"_s,    u"el yol"_s, u"ra"_s,    u"anlat"_s};
-    QString text = any(world, Words);
-    while (oneIn(world, 3)) text += u' ' + any(world, Words);
-    return text;
+void sortAgain(World& world, const QString& name) {
+    auto* tree = world.usable<QTreeView>(name);
+    if (tree) click(*tree->viewport(), world.somewhere(*tree->viewport()), Qt::RightButton);
 }
 
-QString search(World& world) {
+void search(World& world, const QString& how) {
+    static const QStringList Words =
+        u"su|dağ|kervan|Kuran|kör kuyu|deniz|ve|İ|ı|yıldız|ki|\"su ve|100%_|a|bahçe'nin|&<b>||zzqqxx|taş|"
+        "  gece   ay |â|...?|el yol|ra|anlat"_s.split(u'|');
     press(world, u"tlbtn_Arama"_s);
-    QString said;
     for (const QString& option : {u"chk_BKD"_s, u"chk_TMK"_s, u"chk_HPI"_s, u"chk_FindWith"_s})
-        if (auto* box = world.find<QCheckBox>(option); box && oneIn(world, 4)) {
+        if (auto* box = world.find<QCheckBox>(option); box && world.oneIn(4)) {
             box->setChecked(!box->isChecked());
-            said += option + u' ';
+            world.details += option + u' ';
         }
     // Results pile up without it, as they should; here they would be taken for a leak.
-    if (auto* clear = world.find<QCheckBox>(u"chk_ClearResult"_s)) clear->setChecked(!oneIn(world, 5));
-    const QString text = query(world);
-    world.later(0, [&world, text, byKey = oneIn(world, 2)] {
+    if (auto* clear = world.find<QCheckBox>(u"chk_ClearResult"_s)) clear->setChecked(!world.oneIn(5));
+    QString text = world.any(Words);
+    while (world.oneIn(3)) text += u' ' + world.any(Words);
+    world.details += text;
+    world.later(0, [&world, text, how] {
         QWidget* box = world.usable(u"txt_Bul"_s);
         if (!box) return;
         box->setFocus();
-        key(*box, Qt::Key_Home);
-        key(*box, Qt::Key_End, Qt::ShiftModifier);
-        key(*box, Qt::Key_Delete);
+        for (const QString& each : {u"Home"_s, u"Shift+End"_s, u"Del"_s}) key(*box, each);
         type(*box, text);
-        if (byKey)
-            key(*box, Qt::Key_Return);
-        else
-            press(world, u"cmd_Bul"_s);
+        doAnything(world, how);
     });
-    return said + u'"' + text + u'"' + perhapsMeanwhile(world, 3);
 }
 
-QString sortAgain(World& world) {
-    auto* tree = qobject_cast<QTreeView*>(world.usable(u"tvw_Kitaplar_Bul"_s));
-    if (!tree) return u"no tree"_s;
-    click(*tree->viewport(), somewhere(world, *tree->viewport()), Qt::RightButton);
-    return perhapsMeanwhile(world, 4);
-}
-
-QString chooseBooks(World& world) {
-    auto* selector = qobject_cast<QComboBox*>(world.usable(u"cmb_Kitaplar"_s));
-    if (!selector) return u"no selector"_s;
+void chooseBooks(World& world, const QString& name) {
+    QWidget* selector = world.usable(name);
+    if (!selector) return;
     selector->setFocus();
-    constexpr Qt::Key Keys[] = {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_PageDown};
-    for (int n = 1 + world.chance().bounded(4); n > 0; --n) key(*selector, any(world, Keys));
-    return {};
+    keys(world, *selector, 4, u"Down Up Home PgDown"_s);
 }
 
-// ---- Pages ----
-
-QString pageButton(World& world) {
-    const QString keys[] = {u"Up"_s, u"Down"_s, u"Down"_s, u"buyult"_s, u"kucult"_s, u"copy"_s, u"print"_s};
-    const QString chosen = any(world, keys);
-    for (int n = world.chance().bounded(4); n >= 0; --n) press(world, chosen);
-    return chosen + perhapsMeanwhile(world, 6);
+void rebuildVariants(World& world, const QString& button) {
+    press(world, u"tlbtn_Arama"_s);
+    world.later(20, [&world, button] { press(world, button); });
 }
 
-QString inPage(World& world) {
+void pressPageButton(World& world, const QString& button) {
+    for (int n = world.below(4); n >= 0; --n) press(world, button);
+}
+
+void inPage(World& world, const QString& deed) {
     QList<platform::WebView*> pages = world.window().findChildren<platform::WebView*>();
     pages.removeIf([](const QWidget* page) { return !page->isVisible(); });
-    if (pages.isEmpty()) return u"no page"_s;
-    const platform::WebView& page = *any(world, pages);
-    switch (world.chance().bounded(5)) {
-        case 0:
-            click(page, somewhere(world, page), Qt::RightButton);
-            return u"right click"_s;
-        case 1:
-            drag(page, somewhere(world, page), somewhere(world, page));
-            key(page, Qt::Key_C, Qt::ControlModifier);
-            return u"select and copy"_s;
-        case 2:
-            // The margin around the page is the window's own surface.
-            click(*page.parentWidget(), {1, page.parentWidget()->height() / 2}, Qt::RightButton);
-            return u"zoom menu"_s;
-        case 3: {
-            click(page, somewhere(world, page));
-            constexpr Qt::Key Keys[] = {Qt::Key_PageDown, Qt::Key_End, Qt::Key_Home, Qt::Key_Tab};
-            key(page, any(world, Keys));
-            return u"keys"_s;
-        }
-        default:
-            click(page, somewhere(world, page));
-            return u"click"_s;
-    }
+    if (pages.isEmpty()) return;
+    const QWidget& page = *world.any(pages);
+    const QPoint at = world.somewhere(page);
+    if (deed == u"click" || deed == u"keys") click(page, at);
+    if (deed == u"keys") keys(world, page, 1, u"PgDown End Home Tab"_s);
+    if (deed == u"right-click") click(page, at, Qt::RightButton);
+    if (deed == u"select") drag(page, at, world.somewhere(page));
+    if (deed == u"select") key(page, u"Ctrl+C"_s);
+    // The margin around the page is the window's own surface.
+    const QWidget& around = *page.parentWidget();
+    if (deed == u"zoom") click(around, {1, around.height() / 2}, Qt::RightButton);
 }
 
-QString newWindow(World& world) {
-    if (world.window().windows().extraWindows().open().size() > 4) return u"enough"_s;
-    if (oneIn(world, 2))
-        press(world, u"New"_s);
-    else
-        key(world.window(), Qt::Key_E, Qt::ControlModifier);
-    return perhapsMeanwhile(world, 3);
+void openWindow(World& world, const QString& how) {
+    if (world.window().windows().extraWindows().open().size() <= 4) doAnything(world, how);
 }
 
-QString extraWindow(World& world) {
+void onExtraWindow(World& world, const QString& deed) {
     const auto open = world.window().windows().extraWindows().open();
-    if (open.empty()) return u"none"_s;
-    shell::frm_IcerikN* chosen = any(world, open);
-    if (oneIn(world, 3)) {
-        chosen->bringForward();
-        pressClose(*chosen);
-        return u"close"_s;
-    }
-    chosen->bringForward();
-    QList<QToolButton*> buttons = chosen->findChildren<QToolButton*>();
-    buttons.removeIf([](const QWidget* button) { return !button->isVisible() || !button->isEnabled(); });
-    if (buttons.isEmpty()) return u"no button"_s;
-    const QToolButton* button = any(world, buttons);
-    click(*button);
-    return button->objectName() + perhapsMeanwhile(world, 6);
+    if (open.empty()) return;
+    shell::frm_IcerikN& chosen = *world.any(open);
+    chosen.bringForward();
+    deed == u"close" ? pressClose(chosen) : pressAny(world, chosen);
 }
 
-// ---- Notebook ----
-
-QString note(World& world) {
+void takeNotes(World& world, const QString& deed) {
     auto* box = world.find<QTextEdit>(u"txt_Icerik"_s);
-    if (!box || !box->isVisible()) {
-        key(world.window(), Qt::Key_N, Qt::ControlModifier);
-        return u"open"_s;
-    }
-    QWidget* editor = box->window();
-    for (QWidget* at = box; at; at = at->parentWidget())
-        if (at->objectName() == u"frm_IcerikCopy") editor = at;
-    if (auto* child = qobject_cast<QMdiSubWindow*>(editor->parentWidget()))
-        world.find<QMdiArea>(u"workArea"_s)->setActiveSubWindow(child);
+    if (!box || !box->isVisible()) return key(world.window(), u"Ctrl+N"_s);
+    auto& notebook = *world.find<QMdiSubWindow>(u"notebookFrame"_s);
+    world.find<QMdiArea>(u"workArea"_s)->setActiveSubWindow(&notebook);
     box->setFocus();
-    constexpr Qt::Key Commands[] = {Qt::Key_S, Qt::Key_N, Qt::Key_O, Qt::Key_V, Qt::Key_X, Qt::Key_P};
-    switch (world.chance().bounded(6)) {
-        case 0:
-            key(*box, any(world, Commands), Qt::ControlModifier);
-            return u"command"_s;
-        case 1:
-            for (int n = world.chance().bounded(12); n > 0; --n) key(*box, Qt::Key_Left, Qt::ShiftModifier);
-            [[fallthrough]];
-        case 2: {
-            QList<QToolButton*> buttons = editor->findChildren<QToolButton*>();
-            buttons.removeIf([](const QWidget* each) { return !each->isVisible() || !each->isEnabled(); });
-            if (!buttons.isEmpty()) click(*any(world, buttons));
-            return u"button"_s;
-        }
-        case 3:
-            click(*box->viewport(), somewhere(world, *box->viewport()), Qt::RightButton);
-            return u"sizes"_s;
-        case 4:
-            if (oneIn(world, 3)) {
-                pressClose(*qobject_cast<QMdiSubWindow*>(editor->parentWidget()));
-                return u"close"_s;
-            }
-            [[fallthrough]];
-        default:
-            type(*box, u"Su akar, taş kalır. "_s.left(1 + world.chance().bounded(20)));
-            if (oneIn(world, 4)) key(*box, Qt::Key_Return);
-            return u"write"_s;
-    }
+    const QWidget& text = *box->viewport();
+    if (deed == u"command") key(*box, u"Ctrl+"_s + world.anyOf(u"S N O V X P"_s));
+    if (deed == u"select") keys(world, *box, 12, u"Shift+Left"_s);
+    if (deed == u"select" || deed == u"button") pressAny(world, notebook);
+    if (deed == u"sizes") click(text, world.somewhere(text), Qt::RightButton);
+    if (deed == u"close" && world.oneIn(3)) return pressClose(notebook);
+    if (deed != u"close" && deed != u"write") return;
+    type(*box, u"Su akar, taş kalır. "_s.left(1 + world.below(20)));
+    if (world.oneIn(4)) key(*box, u"Return"_s);
 }
 
-// ---- Windows and menus ----
-
-QString childWindow(World& world) {
-    const auto children = world.children();
-    if (children.isEmpty()) return u"none"_s;
-    QMdiSubWindow& child = *any(world, children);
-    const auto& area = *world.find<QMdiArea>(u"workArea"_s);
-    QString deed;
-    switch (world.chance().bounded(7)) {
-        case 0:
-            child.showMinimized();
-            deed = u"minimise"_s;
-            break;
-        case 1:
-            child.showMaximized();
-            deed = u"maximise"_s;
-            break;
-        case 2:
-            pressClose(child);
-            deed = u"close"_s;
-            break;
-        case 3:
-            child.resize(somewhere(world, area).x() + 100, somewhere(world, area).y() + 80);
-            deed = u"resize"_s;
-            break;
-        case 4:
-            drag(child, {60, 10}, somewhere(world, area));
-            deed = u"move"_s;
-            break;
-        default:
-            child.showNormal();
-            deed = u"restore"_s;
-    }
-    return deed + u' ' + child.objectName();
-}
-
-QString mainWindow(World& world) {
-    shell::KitaplarMDI& window = world.window();
-    switch (world.chance().bounded(4)) {
-        case 0:
-            window.showMinimized();
-            world.later(20, [&window] { window.showNormal(); });
-            return u"minimise"_s;
-        case 1:
-            window.showMaximized();
-            return u"maximise"_s;
-        default:
-            window.showNormal();
-            window.resize(480 + world.chance().bounded(800), 320 + world.chance().bounded(500));
-            return u"resize"_s;
-    }
-}
-
-QString shortcut(World& world) {
-    struct Chord {
-        Qt::Key code;
-        Qt::KeyboardModifiers modifiers;
-    };
-    constexpr Chord Chords[] = {{Qt::Key_A, Qt::ControlModifier},
-                                {Qt::Key_I, Qt::ControlModifier},
-                                {Qt::Key_Y, Qt::ControlModifier},
-                                {Qt::Key_C, Qt::ControlModifier},
-                                {Qt::Key_V, Qt::ControlModifier},
-                                {Qt::Key_X, Qt::ControlModifier},
-                                {Qt::Key_Tab, Qt::ControlModifier},
-                                {Qt::Key_F6, {}},
-                                {Qt::Key_F6, Qt::ShiftModifier},
-                                {Qt::Key_Minus, Qt::AltModifier},
-                                {Qt::Key_Escape, {}},
-                                {Qt::Key_Tab, {}},
-                                {Qt::Key_Space, {}},
-                                {Qt::Key_F4, Qt::ControlModifier}};
-    const Chord chord = any(world, Chords);
-    key(world.window(), chord.code, chord.modifiers);
-    return QKeySequence(chord.code | chord.modifiers).toString() + perhapsMeanwhile(world, 10);
-}
-
-QString menu(World& world) {
-    const auto bars = world.window().findChildren<QMenuBar*>();
-    const QMenuBar& bar = *any(world, bars);
+void openMenu(World& world, const QString&) {
+    const QMenuBar& bar = *world.any(world.window().findChildren<QMenuBar*>());
     const auto menus = bar.actions();
-    if (!bar.isVisible() || menus.isEmpty()) return u"none"_s;
-    QAction* chosen = any(world, menus);
-    click(bar, bar.actionGeometry(chosen).center());
-    return chosen->text();
+    if (bar.isVisible() && !menus.isEmpty()) click(bar, bar.actionGeometry(world.any(menus)).center());
 }
 
-QString mainButton(World& world) {
-    const QString keys[] = {u"tlbtn_Kitap"_s, u"tlbtn_Arama"_s, u"tlbtn_Icerik"_s, u"paste"_s, u"not"_s};
-    return press(world, any(world, keys));
-}
+struct Action {
+    QString name;
+    int weight;     ///< how often among the others
+    int meanwhile;  ///< once in so many times something else is done while it goes on; 0: never
+    void (*act)(World&, const QString& deed);
+    QString deeds;
+};
 
-QString rebuild(World& world) {
-    press(world, u"tlbtn_Arama"_s);
-    world.later(20, [&world] { press(world, u"cmd_KelimeKontOlustur"_s); });
-    return perhapsMeanwhile(world, 2);
-}
+const Action Actions[] = {
+    {u"open a topic"_s, 14, 6, clickNode, u"tvw_Kitaplar"_s},
+    {u"move in a tree"_s, 8, 0, moveInTree, u"tvw_Kitaplar tvw_Kitaplar_Bul"_s},
+    {u"search"_s, 14, 3, search, u"Return cmd_Bul"_s},
+    {u"open a found node"_s, 16, 3, clickNode, u"tvw_Kitaplar_Bul"_s},
+    {u"sort again"_s, 4, 4, sortAgain, u"tvw_Kitaplar_Bul"_s},
+    {u"choose books"_s, 3, 0, chooseBooks, u"cmb_Kitaplar"_s},
+    {u"page button"_s, 12, 6, pressPageButton, u"Up Down Down buyult kucult copy print"_s},
+    {u"in a page"_s, 7, 0, inPage, u"right-click select zoom keys click"_s},
+    {u"new window"_s, 4, 3, openWindow, u"New Ctrl+E"_s},
+    {u"extra window"_s, 6, 9, onExtraWindow, u"close button button"_s},
+    {u"note"_s, 10, 0, takeNotes, u"command select button sizes close write"_s},
+    {u"child window"_s, 7, 0, onChildWindow, u"minimise maximise close resize move restore restore"_s},
+    {u"main window"_s, 4, 0, onMainWindow, u"minimise maximise resize resize"_s},
+    {u"shortcut"_s, 7, 10, pressKey,
+     u"Ctrl+A Ctrl+I Ctrl+Y Ctrl+C Ctrl+V Ctrl+X Ctrl+Tab F6 Shift+F6 Alt+- Esc Tab Space Ctrl+F4"_s},
+    {u"menu"_s, 4, 0, openMenu, {}},
+    {u"main button"_s, 6, 0, doAnything, u"tlbtn_Kitap tlbtn_Arama tlbtn_Icerik paste not"_s},
+    {u"rebuild variants"_s, 1, 2, rebuildVariants, u"cmd_KelimeKontOlustur"_s},
+    {u"close the program"_s, 1, 0, doAnything, u"close-program"_s},
+};
 
-QString closeProgram(World& world) {
-    world.window().close();
-    return {};
-}
+/// What is done at some moment of a search, a summary or a page's loading; the program is seldom closed.
+const QString Meanwhile =
+    (u"stop tlbtn_Kitap tlbtn_Icerik buyult Ctrl+E Ctrl+A Ctrl+I Ctrl+N click resize close-child "_s)
+        .repeated(4) +
+    u"close-program"_s;
 
 }  // namespace
 
-const std::vector<Action>& actions() {
-    static const std::vector<Action> All = {
-        {u"open a topic"_s, 14, openTopic},
-        {u"move in a tree"_s, 8, moveInTree},
-        {u"search"_s, 14, search},
-        {u"open a found node"_s, 16, openFound},
-        {u"sort again"_s, 4, sortAgain},
-        {u"choose books"_s, 3, chooseBooks},
-        {u"page button"_s, 12, pageButton},
-        {u"in a page"_s, 7, inPage},
-        {u"new window"_s, 4, newWindow},
-        {u"extra window"_s, 6, extraWindow},
-        {u"note"_s, 10, note},
-        {u"child window"_s, 7, childWindow},
-        {u"main window"_s, 4, mainWindow},
-        {u"shortcut"_s, 7, shortcut},
-        {u"menu"_s, 4, menu},
-        {u"main button"_s, 6, mainButton},
-        {u"rebuild variants"_s, 1, rebuild},
-        {u"close the program"_s, 1, closeProgram},
-    };
-    return All;
+QString act(World& world, QRandomGenerator& order, quint32 seed, int number) {
+    QList<const Action*> drawn;  // each as often as it weighs
+    for (const Action& each : Actions) drawn << QList<const Action*>(each.weight, &each);
+    const Action& action = *drawn[order.bounded(int(drawn.size()))];
+    world.beginAction(seed, number, action.name);
+    const QString deed = world.anyOf(action.deeds);
+    action.act(world, deed);
+    const QString done = QStringList{QString::number(number), action.name, deed, world.details}.join(u' ');
+    if (action.meanwhile == 0 || !world.oneIn(action.meanwhile)) return done;
+    const int ms = world.below(60);
+    const QString other = world.anyOf(Meanwhile);
+    world.later(
+        ms, [&world, other] { other == u"resize" ? onMainWindow(world, other) : doAnything(world, other); });
+    return done + u", and %1 after %2 ms"_s.arg(other).arg(ms);
 }
 
 }  // namespace lirovan::soak

@@ -6,33 +6,21 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
-#include <QLocale>
 #include <cstdio>
-#include <deque>
-#include <exception>
 #include <numeric>
-#include <optional>
-#include <vector>
 
 #include "platform/ui/memory_bounds.h"
 #include "platform/ui/message_boxes.h"
-#include "soak/actions.h"
+#include "soak/world.h"
 
 using namespace lirovan;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint32 DefaultSeed = 5101;
-constexpr int DefaultCount = 150;
-constexpr std::size_t Remembered = 20;
+constexpr qsizetype Remembered = 20;
 constexpr int SampleEvery = 200;
 constexpr int WarmUp = 200;  // actions until everything was loaded once
-
-struct Limits {
-    std::optional<double> growthMb;
-    std::optional<int> pauseMs;
-};
 
 /// What this process has of memory for itself, in MB: without files, libraries and page processes.
 double privateMb() {
@@ -43,76 +31,49 @@ double privateMb() {
 }
 
 /// How much more the last third of the samples holds than the first.
-double growth(const std::vector<double>& samples) {
-    const auto third = static_cast<std::ptrdiff_t>(samples.size() / 3);
+double growth(const QList<double>& samples) {
+    const qsizetype third = samples.size() / 3;
     if (third == 0) return 0;
     const double first = std::accumulate(samples.begin(), samples.begin() + third, 0.0);
     return (std::accumulate(samples.end() - third, samples.end(), 0.0) - first) / double(third);
 }
 
-const soak::Action& choose(QRandomGenerator& random) {
-    int total = 0;
-    for (const soak::Action& each : soak::actions()) total += each.weight;
-    int at = random.bounded(total);
-    for (const soak::Action& each : soak::actions())
-        if ((at -= each.weight) < 0) return each;
-    return soak::actions().back();
-}
-
-void printSample(int done, double megabytes, const soak::World& world) {
-    std::printf("%5d actions: %6.1f MB, %4d widgets, %d boxes, %d captions\n", done, megabytes,
-                int(QApplication::allWidgets().size()), world.boxes(), world.captions());
-    std::fflush(stdout);
-}
-
-/// Prints what held events up longest; gives the longest time.
-int printLongest(const soak::World& world) {
-    const auto longest = world.longest();
-    QList<QString> names = longest.keys();
-    std::sort(names.begin(), names.end(),
-              [&](const QString& a, const QString& b) { return longest[a] > longest[b]; });
-    std::puts("longest time without events:");
-    for (const QString& name : names.first(qMin(8, names.size())))
-        std::printf("%6d ms  %s\n", longest[name], qPrintable(name));
-    return names.isEmpty() ? 0 : longest[names.first()];
-}
-
-int soakProgram(quint32 seed, int count, const QString& library, const Limits& limits) {
+int soakProgram(quint32 seed, int count, const QString& library, double growthMb, double pauseMs) {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    std::printf("seed %u, %d actions\n", seed, count);
     soak::World world(library);
     if (!world.start()) return std::puts("the program did not start"), 1;
     QRandomGenerator order(seed);
-    std::deque<QString> last;
-    std::vector<double> memory;
+    QStringList last;
+    QList<double> memory;
     const auto failed = [&](const QString& why) {
-        std::printf("FAILED: %s\nseed %u, last actions:\n", qPrintable(why), seed);
-        for (const QString& each : last) std::printf("  %s\n", qPrintable(each));
+        std::printf("FAILED: %s\nseed %u, last actions:\n  %s\n", qPrintable(why), seed,
+                    qPrintable(last.join(u"\n  "_s)));
         return 1;
     };
     for (int number = 1; number <= count; ++number) {
-        const soak::Action& action = choose(order);
-        world.beginAction(seed, number, action.name);
-        last.push_back(QString::number(number) + u' ' + action.name);
-        last.back() += u": "_s + action.act(world);
+        last << soak::act(world, order, seed, number);
         if (qEnvironmentVariableIsSet("SOAK_VERBOSE")) std::fprintf(stderr, "%s\n", qPrintable(last.back()));
-        if (last.size() > Remembered) last.pop_front();
-        if (const auto stuck = world.settle()) return failed(*stuck);
-        if (const auto wrong = world.lastingFault()) return failed(*wrong);
+        last = last.last(qMin(Remembered, last.size()));
+        if (const QString stuck = world.settle(); !stuck.isEmpty()) return failed(stuck);
+        if (const QString wrong = world.lastingFault(); !wrong.isEmpty()) return failed(wrong);
         if (world.isClosed() && !world.start()) return failed(u"the program did not start again"_s);
         if (number % SampleEvery != 0) continue;
         // What is open is chance and has its memory.
         for (QMdiSubWindow* each : world.children()) each->close();
-        if (const auto stuck = world.settle()) return failed(*stuck);
+        if (const QString stuck = world.settle(); !stuck.isEmpty()) return failed(stuck);
         const double megabytes = privateMb();
-        if (number > WarmUp) memory.push_back(megabytes);
-        printSample(number, megabytes, world);
+        if (number > WarmUp) memory << megabytes;
+        std::printf("%5d actions: %6.1f MB, %4d widgets, %d boxes, %d captions\n", number, megabytes,
+                    int(QApplication::allWidgets().size()), world.boxes, int(world.captions.size()));
     }
-    const int longest = printLongest(world);
+    std::printf("longest time without events: %d ms (%s)\n", world.longest, qPrintable(world.longestIn));
     const double grown = growth(memory);
     std::printf("memory since action %d: %+.1f MB\n", WarmUp, grown);
-    if (limits.growthMb && grown > *limits.growthMb) return failed(u"memory is not flat"_s);
-    if (limits.pauseMs && longest > *limits.pauseMs) return failed(u"the window stood still"_s);
+    if (grown > growthMb) return failed(u"memory is not flat"_s);
+    if (world.longest > pauseMs) return failed(u"the window stood still"_s);
     // A user who gets nowhere tests nothing.
-    if (world.captions() < count / 30) return failed(u"only %1 captions were seen"_s.arg(world.captions()));
+    if (world.captions.size() < count / 30) return failed(u"too few captions were seen"_s);
     return 0;
 }
 
@@ -126,20 +87,9 @@ int main(int argc, char** argv) {
     platform::installTranslations(application);
     platform::boundMemory();
     QCommandLineParser parser;
-    parser.addOptions({{u"growth"_s, {}, u"MB"_s}, {u"pause"_s, {}, u"MS"_s}});
+    parser.addOptions({{u"growth"_s, {}, u"MB"_s, u"inf"_s}, {u"pause"_s, {}, u"MS"_s, u"inf"_s}});
     parser.process(application);
     const QStringList words = parser.positionalArguments();
-    Limits limits;
-    if (parser.isSet(u"growth"_s)) limits.growthMb = parser.value(u"growth"_s).toDouble();
-    if (parser.isSet(u"pause"_s)) limits.pauseMs = parser.value(u"pause"_s).toInt();
-    const quint32 seed = words.isEmpty() ? DefaultSeed : words[0].toUInt();
-    const int count = words.size() > 1 ? words[1].toInt() : DefaultCount;
-    std::printf("seed %u, %d actions\n", seed, count);
-    std::fflush(stdout);
-    try {
-        return soakProgram(seed, count, words.value(2), limits);
-    } catch (const std::exception& error) {
-        std::printf("%s\n", error.what());
-        return 1;
-    }
+    return soakProgram(words.value(0, u"5101"_s).toUInt(), words.value(1, u"150"_s).toInt(), words.value(2),
+                       parser.value(u"growth"_s).toDouble(), parser.value(u"pause"_s).toDouble());
 }

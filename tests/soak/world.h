@@ -3,25 +3,19 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <memory>
-#include <optional>
 
-#include "platform/core/dialogs.h"
-#include "platform/core/printing.h"
 #include "shell/settings_registry.h"
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/child_windows.h"
 
 namespace lirovan::soak {
 
-class World : public QObject {
-    Q_OBJECT
-
+class World : public QObject, platform::Dialogs, platform::Printing {
   public:
     /// `library`: a library file to be copied; empty: the sample library is built.
     explicit World(const QString& library);
@@ -37,61 +31,78 @@ class World : public QObject {
         return window_ ? window_->findChild<T*>(name) : nullptr;
     }
     /// Visible and enabled, or null.
-    QWidget* usable(const QString& name) const;
-    QList<QMdiSubWindow*> children() const;
+    template <class T = QWidget>
+    T* usable(const QString& name) const {
+        for (T* each : window_->findChildren<T*>(name))
+            if (each->isVisible() && each->isEnabled()) return each;
+        return nullptr;
+    }
+    QList<QMdiSubWindow*> children() const {
+        return find<QMdiArea>(QStringLiteral("workArea"))->subWindowList();
+    }
 
     /// What the user does at chance moments of the action `number` is drawn from `seed` and it.
     void beginAction(quint32 seed, int number, const QString& name);
-    QRandomGenerator& chance() { return chance_; }
+    int below(int n) { return chance_.bounded(n); }
+    bool oneIn(int n) { return below(n) == 0; }
+    template <class List>
+    auto any(const List& list) {
+        return list[below(int(list.size()))];
+    }
+    QString anyOf(const QString& words) { return any(words.split(u' ')); }
+    QPoint somewhere(const QWidget& in) { return {below(qMax(1, in.width())), below(qMax(1, in.height()))}; }
     /// Does something while the action goes on, `ms` after now.
     void later(int ms, std::function<void()> act);
 
-    /// Lets the program work until it takes input again and nothing runs or is open. A message when it does
-    /// not come to rest.
-    std::optional<QString> settle();
+    /// Lets the program work until it takes input again and nothing runs or is open. Says why it does not
+    /// come to rest; empty: it did.
+    QString settle();
     /// What must hold at rest and does not, a moment later either: bars are laid out when there is time.
-    std::optional<QString> lastingFault();
+    QString lastingFault();
 
-    /// The longest time in ms during which an action of this name let no event run; what other programs had
-    /// of the processor meanwhile is taken off.
-    QHash<QString, int> longest() const { return longest_; }
-    /// How many captions the child windows had: of pages, notes, summaries.
-    int captions() const { return int(captions_.size()); }
-    int boxes() const { return boxes_; }
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// The longest time in ms for which no event ran, and the action then; what other programs had of the
+    /// processor meanwhile is taken off.
+    int longest = 0;
+    QString longestIn;
+    /// The captions that the child windows had: of pages, notes, summaries.
+    QSet<QString> captions;
+    int boxes = 0;
+    QString details;  ///< of the action under way, for the log
 
   private:
-    class User;
-    class Printer;
+    platform::Answer show(const platform::Message& message) override;
+    std::optional<QString> ask(const platform::Question& question) override;
+    QString askSavePath(const QString&, const QString&, const QString&) override { return {}; }
+    std::optional<platform::PrintTarget> defaultPrinter() override;
+    std::optional<platform::PrintTarget> ask(bool selection) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     void startPause();
-    void attend();
-    void attendPopup(QWidget& popup);
-    void attendDialog(QWidget& dialog);
     void beat();
+    void attend();
+    void attendDialog(QWidget& dialog);
     bool isQuiet() const;
-    std::optional<QString> fault();
     QString state() const;
+    QString fault() const;
 
     QTemporaryDir folder_;
-    std::unique_ptr<User> user_;
-    std::unique_ptr<Printer> printer_;
-    std::unique_ptr<shell::SettingsRegistry> settings_;
-    std::unique_ptr<shell::reg_api> registry_;
+    bool filled_ = false;
+    shell::SettingsRegistry settings_{folder_.filePath(QStringLiteral("kayit.ini"))};
+    shell::reg_api registry_{settings_};
     std::shared_ptr<platform::WebEngine> engine_;
     std::unique_ptr<shell::KitaplarMDI> window_;
 
     QRandomGenerator chance_;
     std::unique_ptr<QObject> action_;  // owns the timers of the action under way
+    QString actionName_;
     QTimer attention_, heart_;
     QElapsedTimer sinceBeat_;
     qint64 queuedAtBeat_ = 0;
-    QString actionName_;
-    QHash<QString, int> longest_;
-    QSet<QString> captions_;
-    int attended_ = 0, boxes_ = 0, answers_ = 0, moves_ = 0;
+    int attended_ = 0, answers_ = 0, moves_ = 0;
 };
+
+/// What the user does: puts the input for the action `number` into the queue; `order` draws which. What it
+/// is, for the log.
+QString act(World& world, QRandomGenerator& order, quint32 seed, int number);
 
 }  // namespace lirovan::soak
