@@ -1,10 +1,12 @@
 #include "platform/ui/mdi_child.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <utility>
 
 #include "platform/ui/icons.h"
+#include "platform/ui/memory_bounds.h"
 #include "platform/ui/twips_pixels.h"
 
 namespace lirovan::platform {
@@ -24,6 +26,7 @@ QRect fitted(QRect place, const QSize& room) {
 MdiChild::MdiChild(const QString& name, QWidget* parent) : QMdiSubWindow(parent) {
     setObjectName(name);
     setAttribute(Qt::WA_DeleteOnClose);
+    connect(this, &QObject::destroyed, qApp, &giveBackMemory, Qt::QueuedConnection);
     connect(this, &QMdiSubWindow::windowStateChanged, this,
             [this](Qt::WindowStates before, Qt::WindowStates now) {
                 if (now.testFlag(Qt::WindowActive) && !before.testFlag(Qt::WindowActive) && onActivate)

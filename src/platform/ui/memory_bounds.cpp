@@ -30,4 +30,10 @@ void boundMemory() {
 #endif
 }
 
+void giveBackMemory() {
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+}
+
 }  // namespace lirovan::platform
