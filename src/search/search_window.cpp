@@ -291,7 +291,6 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     // The hits can be found once the page is there.
     showing_ = true;
     parts_.content.wb_Icerik().waitUntilComplete();
-    showing_ = false;
     browse::showPageButtons(frame);
     frame.setButtonEnabled(button::Up, false);
     frame.setButtonEnabled(button::Down, true);
@@ -299,6 +298,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     // Without a file, what stands there is the page before.
     if (!written || !parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false))
         frame.setButtonEnabled(button::Down, false);
+    showing_ = false;
 }
 
 void SearchWindow::showPage(const Result<void>& written, const QString& caption) {
