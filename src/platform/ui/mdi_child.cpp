@@ -37,6 +37,11 @@ MdiChild::MdiChild(const QString& name, QWidget* parent) : QMdiSubWindow(parent)
             });
 }
 
+// The toolkit's window tells its last change of state when this part of it is gone already.
+MdiChild::~MdiChild() {
+    disconnect(this, &QMdiSubWindow::windowStateChanged, this, nullptr);
+}
+
 TwipsRect MdiChild::place() const {
     if (given_ && (isMaximized() || geometry() == givenPixels_)) return *given_;
     return toTwips(geometry(), *this);

@@ -17,6 +17,7 @@ class MdiChild : public QMdiSubWindow {
   public:
     /// `name`: the window's objectName. The window deletes itself when it is closed.
     explicit MdiChild(const QString& name, QWidget* parent = nullptr);
+    ~MdiChild() override;
 
     std::function<void()> onActivate;  ///< it became the active child window
     std::function<void()> onResize;    ///< its size or state changed
