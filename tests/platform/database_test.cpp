@@ -66,14 +66,6 @@ TEST_F(DatabaseTest, TellsADamagedFileAFullDiskAndWhatIsNoDatabase) {
         EXPECT_FALSE(Database::open(path, OpenMode::ReadWrite)) << path.toStdString();
 }
 
-TEST_F(DatabaseTest, NeverGivesTheKeyOfADeletedNoteToAnother) {
-    ASSERT_TRUE(createLayout(database, LayoutKind::Notes));
-    ASSERT_TRUE(
-        database.execute(u"INSERT INTO tbl_Notlar VALUES (9,'2008-03-14','a','b'); DELETE FROM tbl_Notlar;"
-                         u"INSERT INTO tbl_Notlar (NotBaslik) VALUES ('c')"));
-    EXPECT_EQ(*database.integer(u"select max(NotID) as NtID from tbl_notlar"), 10);
-}
-
 TEST_F(DatabaseTest, TellsWhatIsWrongWithALayout) {
     ASSERT_TRUE(createLayout(database, LayoutKind::Library));
     const std::pair<QStringView, QStringView> cases[] = {

@@ -2,7 +2,6 @@
 
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QFile>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -13,18 +12,11 @@
 
 #include "platform/ui/icons.h"
 #include "platform/ui/rtf_document.h"
+#include "platform/ui/system_printing.h"
 #include "platform/ui/twips_pixels.h"
 
 namespace lirovan::notes {
 namespace {
-
-// The toolkit's printer does not tell of a full disk; a PDF file that is whole ends with this mark.
-bool wasWritten(const QString& path) {
-    QFile file(path);
-    const QByteArray mark = "%%EOF\n";
-    return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(0, file.size() - mark.size())) &&
-           file.readAll() == mark;
-}
 
 struct Button {
     QStringView key;
@@ -242,12 +234,11 @@ bool frm_IcerikCopy::print(const platform::PrintTarget& target) {
         pdf.setOutputFormat(QPrinter::PdfFormat);
         pdf.setOutputFileName(target.pdfPath);
         sheet.print(&pdf);
-        return wasWritten(target.pdfPath);
+        return platform::isPrinted(pdf);
     }
     if (!target.printer || !target.printer->isValid()) return false;
     sheet.print(target.printer.get());
-    const QString file = target.printer->outputFileName();
-    return file.isEmpty() ? target.printer->printerState() != QPrinter::Error : wasWritten(file);
+    return platform::isPrinted(*target.printer);
 }
 
 }  // namespace lirovan::notes

@@ -1,6 +1,7 @@
 #include "platform/ui/system_printing.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -50,6 +51,15 @@ std::optional<PrintTarget> SystemPrinting::ask(bool hasSelection) {
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     if (target.printer->printRange() == QPrinter::Selection) target.range = PrintRange::Selection;
     return target;
+}
+
+bool isPrinted(const QPrinter& printer) {
+    if (printer.outputFileName().isEmpty()) return printer.printerState() != QPrinter::Error;
+    // The toolkit does not tell of a full disk; a PDF file that is whole ends with this mark.
+    const QByteArray mark = "%%EOF\n";
+    QFile file(printer.outputFileName());
+    return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(0, file.size() - mark.size())) &&
+           file.readAll() == mark;
 }
 
 }  // namespace lirovan::platform

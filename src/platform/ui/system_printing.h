@@ -3,6 +3,8 @@
 
 #include "platform/core/printing.h"
 
+class QPrinter;
+
 namespace lirovan::platform {
 
 class SystemPrinting : public Printing {
@@ -10,5 +12,8 @@ class SystemPrinting : public Printing {
     std::optional<PrintTarget> defaultPrinter() override;
     std::optional<PrintTarget> ask(bool hasSelection) override;
 };
+
+/// Whether what was sent to the printer or into its file arrived there, as far as it can be told.
+bool isPrinted(const QPrinter& printer);
 
 }  // namespace lirovan::platform

@@ -8,6 +8,7 @@
 #include "browse/ui/frm_Icerik.h"
 #include "platform/ui/clipboard.h"
 #include "platform/ui/icons.h"
+#include "search/highlighter.h"
 #include "shell/page_printing.h"
 
 namespace lirovan::shell {
@@ -20,9 +21,7 @@ namespace {
 
 constexpr int IconSize = 20;
 
-// The first hit of a page, which gets the focus, and the lines that the page then moves on so that the hit
-// does not stick to an edge.
-constexpr QStringView FirstHit = u"ggggittt0", SecondHit = u"ggggittt1";
+// The lines that a page moves on once its first hit has the focus, so that the hit does not stick to an edge.
 constexpr int LinesPastHit = 4;
 
 struct Entry {
@@ -141,11 +140,12 @@ void frm_IcerikN::fill(const CopiedPage& page) {
 
 void frm_IcerikN::focusPage() {
     const Hold hold(*this);
+    const auto hit = [](int number) { return search::HitAnchor.toString() + QString::number(number); };
     wb_Icerik->setFocus();
-    if (!wb_Icerik->hasElement(FirstHit).valueOr(false)) return;
-    wb_Icerik->focusElement(FirstHit);
+    if (!wb_Icerik->hasElement(hit(0)).valueOr(false)) return;
+    wb_Icerik->focusElement(hit(0));
     // The stop of a single hit lies lower already; more lines would move it out of sight.
-    if (wb_Icerik->hasElement(SecondHit).valueOr(false)) wb_Icerik->scrollLinesDown(LinesPastHit);
+    if (wb_Icerik->hasElement(hit(1)).valueOr(false)) wb_Icerik->scrollLinesDown(LinesPastHit);
 }
 
 void frm_IcerikN::ChangeFontSizeN(int step) {

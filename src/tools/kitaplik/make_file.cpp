@@ -18,7 +18,8 @@ using platform::Result;
 namespace {
 
 void removeDatabase(const QString& path) {
-    for (const QString& suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s, u""_s}) QFile::remove(path + suffix);
+    for (const QStringView side : platform::SideFiles) QFile::remove(path + side.toString());
+    QFile::remove(path);
 }
 
 bool isLibrary(const QString& path) {
