@@ -44,6 +44,8 @@ class RichBox {
     virtual bool hasSelection() const = 0;
     virtual platform::rtf::Document selection() const = 0;
     virtual void replaceSelection(const platform::rtf::Document& document) = 0;
+    /// The clipboard's text in place of the selection; without any text the selection stays.
+    virtual void paste() = 0;
 
     // Of the selection, or of what would be typed at the cursor. Nothing: mixed.
     virtual std::optional<bool> style(Style style) const = 0;
@@ -77,9 +79,7 @@ class NoteClipboard {
   public:
     virtual ~NoteClipboard() = default;
     virtual void put(const platform::rtf::Document& document) = 0;
-    /// The clipboard's rich text; nothing when it holds none.
-    virtual std::optional<platform::rtf::Document> richText() const = 0;
-    virtual bool hasPlainText() const = 0;
+    virtual bool hasText() const = 0;  ///< in any form
 };
 
 }  // namespace lirovan::notes

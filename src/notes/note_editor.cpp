@@ -235,6 +235,7 @@ bool NoteEditor::differs(const rtf::Document& text, const QString& notRtf) {
 }
 
 void NoteEditor::NotuKaydetSor() {
+    unasked_ = false;
     if (txt_invisible_.value > 0) return save();
     KayitIptal_ = saveFailed_ = false;
     if (parts_.box.plainText().trimmed().isEmpty()) return;
@@ -295,8 +296,10 @@ void NoteEditor::keepDraft() {
 // ------------------------------------------------------------------------------------------
 
 void NoteEditor::show(const Note& note) {
-    // Its writer wanted to save the text, and then gave no title.
-    if (KayitIptal_ && !setTextAside()) return;
+    if (unasked_) NotuKaydetSor();
+    // A text that could not be written is not given up for another one; one that was to be saved and got no
+    // title is set aside.
+    if (saveFailed_ || (KayitIptal_ && !setTextAside())) return;
     put(note);
     draft_.clear();
 }
@@ -325,6 +328,7 @@ void NoteEditor::put(const Note& note) {
 
 void NoteEditor::rowDeleted() {
     becomeNew();
+    unasked_ = true;
     keepDraft();
 }
 
@@ -349,15 +353,9 @@ void NoteEditor::button(QStringView key) {
     if (key == key::New) newNote();
     if (key == key::Open) open();
     if (key == key::Save) save();
-    if (key == key::Cut) {
-        cut();
-        parts_.window.setItemEnabled(item::Kes, false);
-    }
-    if (key == key::Copy) {
-        copy();
-        parts_.window.setItemEnabled(item::Kopyala, false);
-    }
-    if (key == key::Paste) pasteRichText();
+    if (key == key::Cut) cut();
+    if (key == key::Copy) copy();
+    if (key == key::Paste) paste();
     if (key == key::Print) printDirectly();
     for (const StyleKey& style : styleKeys)
         if (key == style.key) toggle(style.style, key);
@@ -380,15 +378,6 @@ void NoteEditor::cut() {
 void NoteEditor::copy() {
     parts_.clipboard.put(parts_.box.selection());
     parts_.box.setFocus();
-}
-
-void NoteEditor::paste() {
-    // The edit box has pasted on its own.
-    if (!CtrlVBasildi_) pasteRichText();
-}
-
-void NoteEditor::pasteRichText() {
-    parts_.box.replaceSelection(parts_.clipboard.richText().value_or(rtf::Document{}));
 }
 
 void NoteEditor::printWithDialog() {
@@ -445,27 +434,21 @@ void NoteEditor::selectionChanged() {
     const bool selected = parts_.box.hasSelection();
     parts_.window.setItemEnabled(item::Kes, selected);
     parts_.window.setItemEnabled(item::Kopyala, selected);
+    parts_.window.setButtonEnabled(key::Cut, selected);
+    parts_.window.setButtonEnabled(key::Copy, selected);
     if (selected) {
-        parts_.window.setButtonEnabled(key::Cut, true);
-        parts_.window.setButtonEnabled(key::Copy, true);
         refreshState();
     } else {
         for (const StyleKey& style : styleKeys) parts_.window.setButtonPressed(style.key, false);
         for (const ColorKey& color : colorKeys) parts_.window.setButtonPressed(color.key, false);
     }
-    if (!pasteEnabled_) clipboardChanged();
+    if (!pasteEnabled_) clipboardChanged();  // some systems tell of a change late
 }
 
 void NoteEditor::clipboardChanged() {
-    if (!parts_.clipboard.hasPlainText()) return;
-    pasteEnabled_ = true;
-    parts_.window.setButtonEnabled(key::Paste, true);
-    parts_.window.setItemEnabled(item::Yapistir, true);
-}
-
-void NoteEditor::keyDown(int qtKey, Qt::KeyboardModifiers modifiers) {
-    CtrlVBasildi_ = qtKey == Qt::Key_V && modifiers == Qt::ControlModifier;
-    refreshState();
+    pasteEnabled_ = parts_.clipboard.hasText();
+    parts_.window.setButtonEnabled(key::Paste, pasteEnabled_);
+    parts_.window.setItemEnabled(item::Yapistir, pasteEnabled_);
 }
 
 void NoteEditor::rightButtonDown() {

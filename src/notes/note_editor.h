@@ -53,11 +53,9 @@ class NoteEditor {
     // What happens in the edit box
     void selectionChanged();
     void rightButtonDown();
-    void keyDown(int qtKey, Qt::KeyboardModifiers modifiers);
-    void keyUpOrPress() { refreshState(); }
+    void inputHappened() { refreshState(); }
     void clipboardChanged();
-    /// The clipboard's rich text in place of the selection, whatever CtrlVBasildi says.
-    void pasteRichText();
+    void paste() { parts_.box.paste(); }
     /// Puts the unsaved text, if there is any, beside the notes file; called a moment after a change.
     void keepDraft();
 
@@ -66,8 +64,9 @@ class NoteEditor {
     /// Opens NotBaglanti where it is not open yet.
     platform::Result<void> connect();
     NoteId currentNote() const { return txt_invisible_; }
-    /// Shows a stored note in place of the present text. A text that was to be saved and got no title is set
-    /// aside for the next time that the window opens.
+    /// Shows a stored note in place of the present text, after a question where that is the text of a note
+    /// deleted from the list. A text that was to be saved and got no title is set aside for the next time
+    /// that the window opens.
     void show(const Note& note);
     /// The open note's row was deleted: its text becomes a new, unsaved note.
     void rowDeleted();
@@ -91,7 +90,6 @@ class NoteEditor {
 
     void cut();
     void copy();
-    void paste();
     void printWithDialog();
     void printDirectly();
     void toggle(Style style, QStringView key);
@@ -112,7 +110,7 @@ class NoteEditor {
     platform::rtf::Document stored_;  // the same as the box gives it back
     bool KayitIptal_ = false;         // a save was given up: the window stays
     bool saveFailed_ = false;         // ... because the file could not be written
-    bool CtrlVBasildi_ = false;
+    bool unasked_ = false;            // the text came from a note that was deleted; nobody was asked since
     bool pasteEnabled_ = false;
 };
 

@@ -302,11 +302,13 @@ TEST_F(NoteEditorTest, FollowsTheSelectionWithItsButtons) {
     EXPECT_EQ(pressed(), QString());
     window_.box().selectAll();
     press(u"copy"_s);
-    EXPECT_EQ(disabled(), u"mnu_Kopyala");
+    EXPECT_EQ(disabled(), QString());
     press(u"cut"_s);
-    EXPECT_EQ(disabled(), u"mnu_Kes mnu_Kopyala");
+    EXPECT_EQ(disabled(), u"mnu_Kes mnu_Kopyala cut copy");
     EXPECT_EQ(QApplication::clipboard()->text(), u"bir iki");
     EXPECT_EQ(text(), QString());
+    QApplication::clipboard()->clear();
+    EXPECT_EQ(disabled(), u"mnu_Kes mnu_Kopyala mnu_Yapistir cut copy paste");
 }
 
 TEST_F(NoteEditorTest, PrintsTheSelectionOrAll) {
@@ -392,6 +394,19 @@ TEST_F(NoteEditorTest, OpensAndDeletesFromTheList) {
     ASSERT_TRUE(kept.left());
     EXPECT_EQ(kept.left()->note.value, 0);
     EXPECT_EQ(kept.left()->text.plainText(), u"bir");
+
+    list_.doubleClickOrEnter();  // another note: nobody was asked about this text yet
+    EXPECT_EQ(said(), u"Notunuzu kaydetmek istiyor musunuz?");
+    EXPECT_EQ(text(), u"iki");
+    dialogs_.answer(Answer::Yes);
+    list_.mnu_Sil();
+    ASSERT_TRUE(notes().add(u"Üç"_s, storedRtf(rtf::read(QStringView(u"üç"))), {}));
+    ASSERT_TRUE(list_.notlistele());
+    dialogs_.answer(Answer::Yes).answerText(u"Başlık"_s);
+    ASSERT_TRUE(notes().database().execute(u"PRAGMA max_page_count=1"));
+    type(QString(300'000, u'x'));
+    list_.doubleClickOrEnter();
+    EXPECT_EQ(text().size(), 300'000) << "it could not be saved";
 
     ASSERT_TRUE(notes().database().execute(u"PRAGMA query_only=1"));
     dialogs_.answer(Answer::Yes);

@@ -155,16 +155,17 @@ TEST_F(NotebookTest, StaysOpenUntilTheTextIsSaved) {
     EXPECT_EQ((*window().editor().NotBaglanti().list(100)).size(), 1U);
 }
 
-TEST_F(NotebookTest, CopiesInEveryFormAndPastesOnce) {
+TEST_F(NotebookTest, CopiesAndPastesInEveryForm) {
     // The main window has the same keys; neither may take the other's.
     int mainTook = 0;
-    for (const Qt::Key key : {Qt::Key_V, Qt::Key_N}) {
+    for (const Qt::Key key : {Qt::Key_V, Qt::Key_N, Qt::Key_I}) {
         QAction* item = main_.addAction(QString(), &main_, [&mainTook] { ++mainTook; });
         item->setShortcut(Qt::CTRL | key);
     }
     type(u"şık"_s);
     select(0, 3);
-    press(u"bold"_s);
+    for (const Qt::Key key : {Qt::Key_I, Qt::Key_U, Qt::Key_B, Qt::Key_U, Qt::Key_I}) control(key);
+    EXPECT_TRUE(pressed(u"bold"_s) && !pressed(u"italic"_s) && !pressed(u"underline"_s));
     control(Qt::Key_C);
     const QMimeData* copied = QApplication::clipboard()->mimeData();
     EXPECT_EQ(copied->text(), u"şık");
@@ -177,29 +178,32 @@ TEST_F(NotebookTest, CopiesInEveryFormAndPastesOnce) {
     EXPECT_EQ(text(), u"şıkşık");
     EXPECT_EQ(runs().size(), 1U);  // bold like the first
     press(u"mnu_Yapistir"_s);      // with the mouse, after Ctrl+V
-    EXPECT_EQ(text(), u"şıkşık");
-    QTest::keyClick(&box(), Qt::Key_End);
-    press(u"mnu_Yapistir"_s);
     EXPECT_EQ(text(), u"şıkşıkşık");
-    QApplication::clipboard()->setText(u"düz"_s);
-    control(Qt::Key_V);
-    EXPECT_EQ(text(), u"şıkşıkşıkdüz");
     EXPECT_EQ(mainTook, 0);
     type(QString(QChar()));  // a key that the system knows no name for is no item's shortcut
     EXPECT_TRUE(dialogs_.messages.empty());
 
-    // No rich text takes the place of the selection; the selection can be had back.
-    select(0, 3);
-    press(u"paste"_s);
-    EXPECT_EQ(text(), u"şıkşıkdüz");
-    control(Qt::Key_Z);
-    EXPECT_EQ(text(), u"şıkşıkşıkdüz");
+    // Every command pastes plain text, and leaves the selection where there is nothing to paste.
+    for (const QString& plain : {u"düz"_s, QString()}) {
+        QApplication::clipboard()->setText(plain);
+        for (const QString& command : {u"paste"_s, u"mnu_Yapistir"_s, u"main"_s, u"key"_s}) {
+            select(0, 3);
+            if (command == u"main")
+                notebook_.pasteFromClipboard();
+            else if (command == u"key")
+                control(Qt::Key_V);
+            else
+                press(command);
+            EXPECT_EQ(text(), (plain.isEmpty() ? u"şık"_s : plain) + u"şıkşık"_s) << command.toStdString();
+            if (!plain.isEmpty()) control(Qt::Key_Z);
+        }
+    }
     auto* html = new QMimeData;  // from a program that knows no RTF
     html->setHtml(u"<i>ak</i>"_s);
     QApplication::clipboard()->setMimeData(html);
     select(3, 3);
     control(Qt::Key_V);
-    EXPECT_EQ(text(), u"şıkakşıkşıkdüz");
+    EXPECT_EQ(text(), u"şıkakşıkşık");
     EXPECT_TRUE(runs()[1].format.italic);
 }
 

@@ -22,6 +22,7 @@ struct Button {
     QStringView key;
     QStringView tooltip;
     bool twoState = false;
+    Qt::Key withCtrl = {};  ///< its shortcut where no menu item has it
 };
 
 // Toolbar1; an empty key is a separator.
@@ -36,9 +37,9 @@ constexpr Button buttons[] = {
     {},
     {key::Print, u"Yazdır"},
     {},
-    {key::Bold, u"Kalın", true},
-    {key::Italic, u"İtalik", true},
-    {key::Underline, u"Altı Çizili", true},
+    {key::Bold, u"Kalın", true, Qt::Key_B},
+    {key::Italic, u"İtalik", true, Qt::Key_I},
+    {key::Underline, u"Altı Çizili", true, Qt::Key_U},
     {},
     {key::Kirmizi, u"Kırmızı", true},
     {key::Mavi, u"Mavi", true},
@@ -73,16 +74,19 @@ frm_IcerikCopy::frm_IcerikCopy(Surroundings surroundings, QWidget* parent)
     setFocusProxy(txt_Icerik);
 }
 
-QAction* frm_IcerikCopy::addItem(QMenu* menu, QStringView name, const QString& caption,
-                                 const QKeySequence& shortcut) {
+void frm_IcerikCopy::addItem(QMenu* menu, QStringView name, const QString& caption,
+                             const QKeySequence& shortcut) {
     QAction* action = menu->addAction(caption);
     action->setObjectName(name.toString());
-    // The main window has items with the same keys; within this window its own come first (see event()).
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    action->setShortcut(shortcut);
+    giveShortcut(*action, shortcut);
     connect(action, &QAction::triggered, this, [this, name] { editor_.menu(name); });
-    addAction(action);
-    return action;
+}
+
+// The main window has items with the same keys; within this window its own come first (see event()).
+void frm_IcerikCopy::giveShortcut(QAction& action, const QKeySequence& shortcut) {
+    action.setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action.setShortcut(shortcut);
+    addAction(&action);
 }
 
 void frm_IcerikCopy::makeMenus() {
@@ -125,6 +129,11 @@ void frm_IcerikCopy::makeToolbar() {
         QAction* action = toolbar->addAction(platform::icon(button.key), button.tooltip.toString());
         action->setObjectName(button.key.toString());
         action->setCheckable(button.twoState);
+        if (button.withCtrl) {
+            giveShortcut(*action, Qt::CTRL | button.withCtrl);
+            action->setToolTip(
+                QStringLiteral("%1 (Ctrl+%2)").arg(button.tooltip).arg(QChar(button.withCtrl)));
+        }
         connect(action, &QAction::triggered, this, [this, key = button.key] { editor_.button(key); });
         QWidget* widget = toolbar->widgetForAction(action);
         widget->setObjectName(button.key.toString());
@@ -137,9 +146,7 @@ void frm_IcerikCopy::makeToolbar() {
 void frm_IcerikCopy::watchTheBox() {
     connect(txt_Icerik, &QTextEdit::selectionChanged, this, [this] { editor_.selectionChanged(); });
     connect(txt_Icerik, &QTextEdit::cursorPositionChanged, this, [this] { editor_.selectionChanged(); });
-    connect(txt_Icerik, &NoteBox::keyGoingDown, this,
-            [this](int key, Qt::KeyboardModifiers modifiers) { editor_.keyDown(key, modifiers); });
-    connect(txt_Icerik, &NoteBox::inputHandled, this, [this] { editor_.keyUpOrPress(); });
+    connect(txt_Icerik, &NoteBox::inputHandled, this, [this] { editor_.inputHappened(); });
     connect(txt_Icerik, &NoteBox::rightButtonDown, this, [this] { editor_.rightButtonDown(); });
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             [this] { editor_.clipboardChanged(); });

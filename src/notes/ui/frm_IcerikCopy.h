@@ -39,8 +39,8 @@ class frm_IcerikCopy : public QMainWindow, private EditorWindow {
     void makeMenus();
     void makeToolbar();
     void watchTheBox();
-    QAction* addItem(QMenu* menu, QStringView name, const QString& caption,
-                     const QKeySequence& shortcut = {});
+    void addItem(QMenu* menu, QStringView name, const QString& caption, const QKeySequence& shortcut = {});
+    void giveShortcut(QAction& action, const QKeySequence& shortcut);
     QAction* itemFor(const QKeyEvent& event) const;
     void keepDraft();
 

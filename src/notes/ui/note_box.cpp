@@ -158,7 +158,6 @@ void NoteBox::setFontSize(double points) {
 }
 
 void NoteBox::keyPressEvent(QKeyEvent* event) {
-    Q_EMIT keyGoingDown(event->key(), event->modifiers());
     QTextEdit::keyPressEvent(event);
     Q_EMIT inputHandled();
 }
@@ -200,14 +199,14 @@ QMimeData* NoteBox::createMimeDataFromSelection() const {
 }
 
 bool NoteBox::canInsertFromMimeData(const QMimeData* source) const {
-    return source->hasText() || richTextIn(*source).has_value();
+    return platform::hasText(*source);
 }
 
 void NoteBox::insertFromMimeData(const QMimeData* source) {
     if (const std::optional<rtf::Document> text = richTextIn(*source))
         replaceSelection(*text);
-    else if (source->hasText())
-        textCursor().insertText(source->text(), currentCharFormat());
+    else if (const QString plain = source->text(); !plain.isEmpty())
+        textCursor().insertText(plain, currentCharFormat());
     ensureCursorVisible();
 }
 

@@ -20,6 +20,7 @@ class NoteBox : public QTextEdit, public RichBox {
     bool hasSelection() const override { return textCursor().hasSelection(); }
     platform::rtf::Document selection() const override;
     void replaceSelection(const platform::rtf::Document& document) override;
+    void paste() override { QTextEdit::paste(); }
     std::optional<bool> style(Style style) const override;
     void setStyle(Style style, bool on) override;
     std::optional<platform::rtf::Rgb> color() const override;
@@ -32,9 +33,8 @@ class NoteBox : public QTextEdit, public RichBox {
     QPoint menuPlace() const { return menuPlace_; }
 
   Q_SIGNALS:
-    void keyGoingDown(int key, Qt::KeyboardModifiers modifiers);  ///< before the box acts on it
-    void inputHandled();                                          ///< after a key or a mouse button
-    void rightButtonDown();                                       ///< or the menu key
+    void inputHandled();     ///< after a key or a mouse button
+    void rightButtonDown();  ///< or the menu key
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -44,7 +44,7 @@ void Notebook::show() {
 
 void Notebook::pasteFromClipboard() {
     show();
-    window_->editor().pasteRichText();
+    window_->editor().paste();
 }
 
 bool Notebook::confirmClose() {

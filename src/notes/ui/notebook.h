@@ -27,7 +27,7 @@ class Notebook : public QObject {
 
     /// Shows the window, or brings it to the front, with the focus in its edit box.
     void show();
-    /// Shows the window and puts the clipboard's rich text at the cursor, in place of a selection.
+    /// Shows the window and puts the clipboard's text at the cursor, in place of a selection.
     void pasteFromClipboard();
     /// Closes the window if it is open, asking about unsaved text; false when it has to stay.
     bool confirmClose();

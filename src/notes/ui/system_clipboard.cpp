@@ -1,7 +1,5 @@
 #include "notes/ui/system_clipboard.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QMimeData>
 
 #include "platform/core/rtf/html_writer.h"
@@ -19,10 +17,11 @@ platform::FormattedText formatted(const rtf::Document& document) {
 }
 
 std::optional<rtf::Document> richTextIn(const QMimeData& data) {
+    rtf::Document text;
     if (const std::optional<QByteArray> bytes = platform::rtfIn(data))
-        return rtf::read(QByteArrayView(*bytes));
-    if (data.hasHtml()) return rtf::fromHtml(data.html());
-    return std::nullopt;
+        text = rtf::read(QByteArrayView(*bytes));
+    if (text.isEmpty() && data.hasHtml()) text = rtf::fromHtml(data.html());
+    return text.isEmpty() ? std::nullopt : std::optional(std::move(text));
 }
 
 void SystemClipboard::put(const rtf::Document& document) {
@@ -30,12 +29,7 @@ void SystemClipboard::put(const rtf::Document& document) {
     if (!document.isEmpty()) platform::putOnClipboard(formatted(document));
 }
 
-std::optional<rtf::Document> SystemClipboard::richText() const {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data ? richTextIn(*data) : std::nullopt;
-}
-
-bool SystemClipboard::hasPlainText() const {
+bool SystemClipboard::hasText() const {
     return platform::clipboardHasText();
 }
 

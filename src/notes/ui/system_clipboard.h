@@ -12,14 +12,13 @@ namespace lirovan::notes {
 
 platform::FormattedText formatted(const platform::rtf::Document& document);
 
-/// RTF, or else HTML, as programs that know no RTF offer it; nothing for plain text.
+/// RTF, or else HTML, as programs that know no RTF offer it; nothing where neither holds any text.
 std::optional<platform::rtf::Document> richTextIn(const QMimeData& data);
 
 class SystemClipboard : public NoteClipboard {
   public:
     void put(const platform::rtf::Document& document) override;
-    std::optional<platform::rtf::Document> richText() const override;
-    bool hasPlainText() const override;
+    bool hasText() const override;
 };
 
 }  // namespace lirovan::notes

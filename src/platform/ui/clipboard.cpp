@@ -45,9 +45,13 @@ std::optional<QByteArray> rtfIn(const QMimeData& data) {
     return std::nullopt;
 }
 
+bool hasText(const QMimeData& data) {
+    return data.hasText() || data.hasHtml() || rtfIn(data);
+}
+
 bool clipboardHasText() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data && (data->hasText() || data->hasHtml() || rtfIn(*data));
+    return data && hasText(*data);
 }
 
 void cutInFocus() {

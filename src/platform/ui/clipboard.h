@@ -25,7 +25,8 @@ void putOnClipboard(const FormattedText& text);
 /// The RTF of a clipboard, under whichever name it was put there; nothing when there is none.
 std::optional<QByteArray> rtfIn(const QMimeData& data);
 
-/// Whether the clipboard holds text in any form.
+/// Whether it is text, in any form.
+bool hasText(const QMimeData& data);
 bool clipboardHasText();
 
 /// Ctrl+X in the widget that has the focus; nothing where it is none to cut from.
