@@ -10,7 +10,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "shell/settings_registry.h"
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/child_windows.h"
 #include "support/files.h"
@@ -35,8 +34,7 @@ class MainWindowTest : public testing::Test {
     LibraryFile file = smallLibrary();
     ScriptedDialogs dialogs;
     NoPrinter printing;
-    shell::SettingsRegistry registryFile{file.filePath(u"registry.ini"_s)};
-    shell::reg_api registry{registryFile};
+    shell::reg_api registry{file.filePath(u"registry.ini"_s)};
     std::unique_ptr<shell::KitaplarMDI> window;
 
     MainWindowTest() {

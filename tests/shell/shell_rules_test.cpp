@@ -8,7 +8,7 @@
 #include "shell/command_states.h"
 #include "shell/extra_windows.h"
 #include "shell/page_printing.h"
-#include "shell/settings_registry.h"
+#include "shell/reg_api.h"
 #include "shell/update_check.h"
 #include "support/fake_windows.h"
 #include "support/files.h"
@@ -166,25 +166,23 @@ TEST(ApplicationFolder, IsTheOptionThenTheProgramsThenTheUsersWhichIsFilledOnce)
     EXPECT_EQ(chosen(), candidates.executable) << "nothing is shipped";
 }
 
-TEST(SettingsRegistry, ReadsBackWhatItWroteKeepsItBetweenRunsAndHoldsTheInstallPath) {
+TEST(RegApi, ReadsBackWhatItWroteKeepsItBetweenRunsAndHoldsTheInstallPath) {
     QTemporaryDir folder;
     const QString file = folder.filePath(u"yeni/kayit.ini"_s);
-    SettingsRegistry store(file);
-    reg_api api(store);
+    reg_api api(file);
     api.writeValue(u"A\\B", u"v", u"no key yet"_s);
     EXPECT_EQ(api.readValue(u"A\\B", u"v"), std::nullopt);
-    api.createKey(reg::CurrentUser, u"A\\B");
+    api.createKey(u"A\\B");
     for (const RegValue& value : {RegValue(u"/home/ışık/Kitaplığım @x=1; \"y\""_s), RegValue(u""_s),
                                   RegValue(-2), RegValue(0x41424344)}) {
         api.writeValue(u"A\\B", u"v", value);
-        SettingsRegistry nextRun(file);
         EXPECT_EQ(api.readValue(u"A\\B", u"v"), value);
-        EXPECT_EQ(reg_api(nextRun).readValue(u"A\\B", u"v"), value);
+        EXPECT_EQ(reg_api(file).readValue(u"A\\B", u"v"), value);
     }
 
     // The application folder is recorded unless it is already.
     for (const RegValue& before : {RegValue(u"/opt"_s), RegValue(u"/SRV/lirovan"_s), RegValue(7)}) {
-        api.createKey(reg::CurrentUser, InstallKey);
+        api.createKey(InstallKey);
         api.writeValue(InstallKey, InstallValue, before);
         recordInstallPath(api, u"/srv/lirovan "_s);
         EXPECT_EQ(api.readValue(InstallKey, InstallValue), RegValue(u"/srv/lirovan "_s));

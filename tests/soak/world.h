@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <memory>
 
-#include "shell/settings_registry.h"
+#include "shell/reg_api.h"
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/child_windows.h"
 
@@ -87,8 +87,7 @@ class World : public QObject, platform::Dialogs, platform::Printing {
 
     QTemporaryDir folder_;
     bool filled_ = false;
-    shell::SettingsRegistry settings_{folder_.filePath(QStringLiteral("kayit.ini"))};
-    shell::reg_api registry_{settings_};
+    shell::reg_api registry_{folder_.filePath(QStringLiteral("kayit.ini"))};
     std::shared_ptr<platform::WebEngine> engine_;
     std::unique_ptr<shell::KitaplarMDI> window_;
 

@@ -93,8 +93,7 @@ int main(int argc, char** argv) {
         dialogs.show(platform::errorMessage(folder.error().message, u"Okuma Hatası"_s));
         return 1;
     }
-    const auto calls = shell::systemRegistry();
-    shell::reg_api registry(*calls);
+    shell::reg_api registry;
     shell::KitaplarMDI window({*folder, dialogs, printing, registry, QStringLiteral(LIROVAN_UPDATE_SERVER),
                                QStringLiteral(LIROVAN_WEB_SITE)});
     if (!window.load()) return 1;
