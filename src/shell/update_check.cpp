@@ -80,8 +80,8 @@ std::optional<QString> manifestVersion(const QByteArray& xml) {
     return parts.join(u'.');
 }
 
-bool isNewer(QStringView version) {
-    return BuiltInVersion.compare(version) < 0;
+bool isNewer(QStringView version, QStringView than) {
+    return version.compare(than) > 0;
 }
 
 platform::Message newVersionMessage(const QString& webSite) {
@@ -94,7 +94,7 @@ void UpdateCheck::check(std::function<void(bool done)> finished) {
     source_.fetch([this, finished = std::move(finished)](const std::optional<QByteArray>& body) {
         const std::optional<QString> version = body ? manifestVersion(*body) : std::nullopt;
         finished(version.has_value());
-        if (!version || !isNewer(*version)) return;
+        if (!version || !isNewer(*version, ownVersion_)) return;
         whenIdle_([this] {
             dialogs_.show(newVersionMessage(webSite_));
             download_();

@@ -16,7 +16,6 @@
 
 namespace lirovan::shell {
 
-inline constexpr QStringView BuiltInVersion = u"5.1.1.5";
 inline constexpr QStringView ManifestPath = u"/download/prog/lirovanversion.xml";
 inline constexpr QStringView InstallerPath = u"/download/prog/lirovan.exe";
 inline constexpr std::chrono::milliseconds FirstCheck{7500};
@@ -33,7 +32,7 @@ std::optional<QString> manifestVersion(const QByteArray& xml);
 float leadingNumber(QStringView text);
 
 /// Versions are compared as texts, unit by unit: "5.1.2.0" is newer than "5.1.1.5", "5.1.1.10" is not.
-bool isNewer(QStringView version);
+bool isNewer(QStringView version, QStringView than);
 
 platform::Message newVersionMessage(const QString& webSite);
 
@@ -50,9 +49,10 @@ class UpdateCheck {
     /// Runs what it is given once the user can be spoken to.
     using Later = std::function<void(std::function<void()>)>;
 
-    UpdateCheck(ManifestSource& source, platform::Dialogs& dialogs, QString webSite, Later whenIdle,
-                std::function<void()> download)
-        : source_(source),
+    UpdateCheck(QString ownVersion, ManifestSource& source, platform::Dialogs& dialogs, QString webSite,
+                Later whenIdle, std::function<void()> download)
+        : ownVersion_(std::move(ownVersion)),
+          source_(source),
           dialogs_(dialogs),
           webSite_(std::move(webSite)),
           whenIdle_(std::move(whenIdle)),
@@ -62,6 +62,7 @@ class UpdateCheck {
     void check(std::function<void(bool done)> finished);
 
   private:
+    QString ownVersion_;
     ManifestSource& source_;
     platform::Dialogs& dialogs_;
     QString webSite_;

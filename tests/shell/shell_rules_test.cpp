@@ -61,7 +61,7 @@ TEST(UpdateCheckTest, OnlyANewerVersionIsToldAndOnlyAManifestThatWasReadIsDone) 
         int downloads = 0;
         std::function<void()> tell = [] {};
         UpdateCheck check(
-            source, dialogs, u"http://site.example"_s, [&](auto act) { tell = std::move(act); },
+            u"5.1.1.5"_s, source, dialogs, u"http://site.example"_s, [&](auto act) { tell = std::move(act); },
             [&] { ++downloads; });
         std::optional<bool> done;
         check.check([&](bool value) { done = value; });

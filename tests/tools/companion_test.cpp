@@ -178,3 +178,29 @@ TEST(Companion, TellsFaultsAndFailuresByItsExitStatus) {
     }
     EXPECT_EQ(call({u"--yardim"_s}).status, 0);
 }
+
+TEST(Companion, TellsHowItAndEachOfItsCommandsIsUsed) {
+    const Called whole = call({u"--help"_s});
+    EXPECT_EQ(whole.status, 0);
+    EXPECT_TRUE(whole.out.startsWith("Kullanım: lirovan-kitaplik KOMUT"));
+    int commands = 0;
+    for (const QByteArray& line : whole.out.split('\n')) {
+        if (!line.startsWith("  ") || line.startsWith("   ")) continue;
+        ++commands;
+        const QByteArray usage = "Kullanım: lirovan-kitaplik " + line.mid(2);
+        const QString name = QString::fromUtf8(line.mid(2)).section(u' ', 0, 0);
+        for (const QStringList& words :
+             {QStringList{name, u"--help"_s}, QStringList{name, u"x"_s, u"-h"_s}}) {
+            const Called one = call(words);
+            EXPECT_EQ(one.status, 0);
+            EXPECT_TRUE(one.out.startsWith(usage)) << one.out.constData();
+            EXPECT_EQ(one.error, "");
+        }
+        EXPECT_TRUE(call({name, u"--version"_s}).out.startsWith("lirovan-kitaplik "));
+        const Called wrong = call({name, u"--"_s, u"--help"_s, u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+        EXPECT_EQ(wrong.status, 2);
+        EXPECT_EQ(wrong.out, "");
+        EXPECT_TRUE(wrong.error.contains(usage));
+    }
+    EXPECT_GE(commands, 11);
+}

@@ -8,6 +8,7 @@
 
 #include "browse/book_selector.h"
 #include "browse/book_tree.h"
+#include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
 #include "shell/command_table.h"
@@ -183,7 +184,7 @@ void KitaplarMDI::startUpdateCheck() {
     if (!manifest.isValid()) return;
     manifest_ = std::make_unique<ManifestDownload>(manifest);
     updateCheck_ = std::make_unique<UpdateCheck>(
-        *manifest_, services_.dialogs, services_.webSite,
+        platform::version(), *manifest_, services_.dialogs, services_.webSite,
         [this](std::function<void()> tell) { whenIdle(std::move(tell)); },
         [this] {
             windows_->contentWindow().wb_Icerik2->navigate(

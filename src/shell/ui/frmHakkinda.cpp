@@ -2,6 +2,7 @@
 
 #include <QVBoxLayout>
 
+#include "platform/core/version.h"
 #include "platform/ui/icons.h"
 
 namespace lirovan::shell {
@@ -13,7 +14,7 @@ frmHakkinda::frmHakkinda(QWidget* parent)
           QStringLiteral("Bu program ve içindeki kitaplar, hak sahiplerinin izni olmadan kısmen ya da "
                          "tamamen çoğaltılamaz ve dağıtılamaz."),
           this)),
-      Label2(new QLabel(QStringLiteral("  Versiyon: 5.1"), Frame1)) {
+      Label2(new QLabel(QStringLiteral("  Versiyon: ") + platform::version().section(u'.', 0, 1), Frame1)) {
     setObjectName(QStringLiteral("frmHakkinda"));
     setWindowTitle(QStringLiteral("Hakkında"));
     setWindowIcon(platform::applicationIcon());

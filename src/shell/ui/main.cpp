@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/memory_bounds.h"
 #include "platform/ui/message_boxes.h"
@@ -13,7 +14,6 @@
 #include "shell/application_folder.h"
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/tour.h"
-#include "shell/update_check.h"
 
 using namespace Qt::StringLiterals;
 using namespace lirovan;
@@ -23,15 +23,15 @@ namespace {
 /// The command line. Made once an application is there: it speaks the application's language.
 struct Arguments {
     QCommandLineParser parser;
-    const QCommandLineOption folder{u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"DIR"_s};
+    const QCommandLineOption folder{u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"KLASÖR"_s};
+    const QCommandLineOption help{{u"h"_s, u"help"_s}, u"Bu yardımı yazar."_s};
+    const QCommandLineOption version{{u"v"_s, u"version"_s}, u"Sürümü yazar."_s};
     QCommandLineOption tour{u"tur"_s, u"Programı gezdirir, her adımın resmini klasöre bırakır."_s, u"DIR"_s};
 
     Arguments() {
         parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
         tour.setFlags(QCommandLineOption::HiddenFromHelp);
-        parser.addOptions({folder, tour});
-        parser.addHelpOption();
-        parser.addVersionOption();
+        parser.addOptions({folder, tour, help, version});
     }
 };
 
@@ -47,8 +47,8 @@ void answerInText(int argc, char** argv) {
     Arguments arguments;
     arguments.parser.parse(QCoreApplication::arguments());
     // Each ends the program.
-    if (arguments.parser.isSet(u"version"_s)) arguments.parser.showVersion();
-    if (arguments.parser.isSet(u"help"_s)) arguments.parser.showHelp();
+    if (arguments.parser.isSet(arguments.version)) arguments.parser.showVersion();
+    if (arguments.parser.isSet(arguments.help)) arguments.parser.showHelp();
 }
 
 shell::FolderCandidates folderCandidates(const Arguments& arguments) {
@@ -73,7 +73,7 @@ void setAccent() {
 
 int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(u"lirovan"_s);
-    QCoreApplication::setApplicationVersion(shell::BuiltInVersion.toString());
+    QCoreApplication::setApplicationVersion(platform::version());
     answerInText(argc, argv);
     platform::WebEngine::prepare();
     QApplication application(argc, argv);

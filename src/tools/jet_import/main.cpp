@@ -2,6 +2,7 @@
 // whatever a broken file does to the reading library, it does not do it to the program that asked.
 //
 //     lirovan-jet-aktar [--tur kitaplik|notlar] KAYNAK HEDEF
+//     lirovan-jet-aktar --help | --version
 //
 // Standard output: the lines of platform/core/import/import_protocol.h. Standard error: what went wrong, in
 // Turkish. Exit status 0, 1 failure (HEDEF is removed again), 2 usage.
@@ -18,6 +19,7 @@
 #endif
 
 #include "platform/core/import/import_protocol.h"
+#include "platform/core/version.h"
 #include "tools/jet_import/copy_tables.h"
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -35,6 +37,14 @@ using platform::Error;
 using platform::FileHeader;
 using platform::LayoutKind;
 using platform::Result;
+
+constexpr auto Usage = "Kullanım: lirovan-jet-aktar [--tur kitaplik|notlar] KAYNAK HEDEF\n";
+constexpr auto About =
+    "\nBir Jet/Access ya da SQLite dosyasını yeni bir Lirovan dosyasına aktarır; HEDEF önceden var "
+    "olmamalı.\n"
+    "--tur dosyanın türünü söyler; verilmezse tablolarına bakılır.\n"
+    "Elle aktarmak için: lirovan-kitaplik aktar KAYNAK HEDEF\n\n"
+    "Çıkış: 0 başarılı, 1 hata, 2 yanlış kullanım. İletiler standart hataya yazılır.\n";
 
 // Our own ends of the standard channels. The library below writes its remarks to the usual ones.
 FILE* output = stdout;
@@ -118,10 +128,17 @@ Result<void> run(const Call& call) {
 int main(int argc, char** argv) {
     QStringList words;
     for (int i = 1; i < argc; ++i) words += QFile::decodeName(argv[i]);
+    if (words.value(0) == u"--help" || words.value(0) == u"-h") {
+        print(output, QByteArray(Usage) + About);
+        return 0;
+    }
+    if (words.value(0) == u"--version") {
+        print(output, "lirovan-jet-aktar " + platform::version().toUtf8() + '\n');
+        return 0;
+    }
     const std::optional<Call> call = parseCall(words);
     if (!call) {
-        print(errors,
-              QStringLiteral("Kullanım: lirovan-jet-aktar [--tur kitaplik|notlar] KAYNAK HEDEF\n").toUtf8());
+        print(errors, Usage);
         return 2;
     }
     keepChannels();

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/core/version.h"
+
 namespace lirovan::tools {
 
 using namespace Qt::StringLiterals;
@@ -16,12 +18,29 @@ bool contains(const std::vector<QStringView>& names, QStringView name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+constexpr QStringView ExitText =
+    u"Çıkış: 0 başarılı, 1 hata, 2 yanlış kullanım. İletiler standart hataya yazılır.";
+
+QString callText(const Command& command) {
+    return u"Kullanım: lirovan-kitaplik %1 %2"_s.arg(command.name, command.usage);
+}
+
+QString usageText(const Command& command) {
+    return callText(command) + u"\n\n%1\n\n%2"_s.arg(command.summary, ExitText);
+}
+
 QString usageText(std::span<const Command> commands) {
-    QString text = u"Kullanım: lirovan-kitaplik KOMUT …\n\n"_s;
+    QString text =
+        u"Kullanım: lirovan-kitaplik KOMUT …\n"
+        "          lirovan-kitaplik KOMUT --help\n"
+        "          lirovan-kitaplik --help | --version\n\n"_s;
     for (const Command& command : commands)
         text += u"  %1 %2\n      %3\n"_s.arg(command.name, command.usage, command.summary);
-    text += u"\nÇıkış: 0 başarılı, 1 hata, 2 yanlış kullanım. İletiler standart hataya yazılır.\n"_s;
-    return text;
+    return text + u"\n%1"_s.arg(ExitText);
+}
+
+QString versionText() {
+    return u"lirovan-kitaplik "_s + platform::version();
 }
 
 ExitStatus usageError(const QString& message, const QString& usage) {
@@ -41,6 +60,32 @@ Result<void> parseOption(const Command& command, const QString& option, const QS
     if (arguments.values.contains(option)) return Error{u"“--%1” seçeneği iki kez verilmiş."_s.arg(option)};
     arguments.values[option] = words[++at];
     return {};
+}
+
+// The words for help and version are the usual ones of the command line; they answer wherever an option may
+// stand.
+bool isHelp(const QString& word) {
+    return word == u"--help" || word == u"-h" || word == u"--yardim";
+}
+
+bool isVersion(const QString& word) {
+    return word == u"--version";
+}
+
+ExitStatus answer(const QString& text) {
+    printLine(text);
+    return flushOutput() ? ExitStatus::Success : fail({u"Çıktı yazılamadı."_s});
+}
+
+// Answers a question for help or version among the words of a command, unless the word is an option's value.
+std::optional<ExitStatus> answerQuestion(const Command& command, const QStringList& words) {
+    for (qsizetype at = 0; at < words.size() && words[at] != u"--"; ++at) {
+        if (isHelp(words[at])) return answer(usageText(command));
+        if (isVersion(words[at])) return answer(versionText());
+        if (words[at].startsWith(u"--") && contains(command.valueOptions, QStringView(words[at]).mid(2)))
+            ++at;
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -82,18 +127,15 @@ Result<Arguments> parseArguments(const Command& command, const QStringList& word
 
 ExitStatus runCommandLine(std::span<const Command> commands, const QStringList& words) {
     if (words.isEmpty()) return usageError(u"Komut eksik."_s, usageText(commands));
-    if (words[0] == u"--yardim" || words[0] == u"--help" || words[0] == u"-h") {
-        printLine(usageText(commands).chopped(1));
-        return ExitStatus::Success;
-    }
+    if (isHelp(words[0])) return answer(usageText(commands));
+    if (isVersion(words[0])) return answer(versionText());
     const auto command = std::find_if(commands.begin(), commands.end(),
                                       [&](const Command& candidate) { return candidate.name == words[0]; });
     if (command == commands.end())
         return usageError(u"“%1” diye bir komut yok."_s.arg(words[0]), usageText(commands));
+    if (const auto answered = answerQuestion(*command, words.mid(1))) return *answered;
     const Result<Arguments> arguments = parseArguments(*command, words.mid(1));
-    if (!arguments)
-        return usageError(arguments.error().message,
-                          u"Kullanım: lirovan-kitaplik %1 %2"_s.arg(command->name, command->usage));
+    if (!arguments) return usageError(arguments.error().message, callText(*command));
     const ExitStatus status = command->run(*arguments);
     if (!flushOutput() && status == ExitStatus::Success) return fail({u"Çıktı yazılamadı."_s});
     return status;

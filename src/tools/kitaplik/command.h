@@ -43,7 +43,8 @@ struct Command {
 /// Sorts the words of a call. The error is in words for the user. A word "--" ends the options.
 platform::Result<Arguments> parseArguments(const Command& command, const QStringList& words);
 
-/// Runs the sub-command that `words` begins with, or shows how the program is used.
+/// Runs the sub-command that `words` begins with, or shows how the program or one sub-command is used: what
+/// the table says of it.
 ExitStatus runCommandLine(std::span<const Command> commands, const QStringList& words);
 
 // What the sub-commands print. Texts leave as UTF-8; bytes leave as they are.
