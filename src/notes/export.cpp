@@ -1,9 +1,9 @@
 #include "notes/export.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include "notes/note_text.h"
+#include "platform/core/file_writer.h"
 #include "platform/core/rtf/html_writer.h"
 #include "platform/core/rtf/writer.h"
 
@@ -18,13 +18,6 @@ QString fileName(const Note& note) {
     const QString title = fileTitle(note.title);
     return title.isEmpty() ? QString::number(note.id.value)
                            : QStringLiteral("%1 %2").arg(note.id.value).arg(title);
-}
-
-Result<void> writeFile(const QString& path, const QByteArray& content) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        return Error{QStringLiteral("Dosyaya yazılamadı: %1 (%2)").arg(path, file.errorString())};
-    return {};
 }
 
 }  // namespace
@@ -47,7 +40,9 @@ Result<int> exportNotes(const NotesDatabase& notes, const QString& folder) {
                      {u".html", rtf::toHtml(text, (*note)->title).toUtf8()},
                      {u".txt", (text.plainText() + u'\n').toUtf8()}};
         for (const auto& file : files)
-            if (const Result<void> done = writeFile(base + file.ending.toString(), file.content); !done)
+            if (const Result<void> done =
+                    platform::writeWholeFile(base + file.ending.toString(), file.content);
+                !done)
                 return done.error();
         ++written;
     }

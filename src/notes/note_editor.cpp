@@ -1,9 +1,9 @@
 #include "notes/note_editor.h"
 
-#include <QSaveFile>
 #include <array>
 
 #include "notes/note_text.h"
+#include "platform/core/file_writer.h"
 #include "platform/core/rtf/writer.h"
 
 namespace lirovan::notes {
@@ -202,13 +202,11 @@ void NoteEditor::fail(const platform::Error& error) {
                                    (name.isEmpty() ? QStringLiteral("Not") : name) + QStringLiteral(".rtf"),
                                    QStringLiteral("RTF (*.rtf)"));
     if (path.isEmpty()) return;
-    QSaveFile file(path);
-    const QByteArray text = rtf::write(parts_.box.document());
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+    const Result<void> written = platform::writeWholeFile(path, rtf::write(parts_.box.document()));
+    if (written)
         KayitIptal_ = saveFailed_ = false;
     else
-        parts_.dialogs.show(platform::errorMessage(QStringLiteral("Dosyaya yazılamadı: %1").arg(path),
-                                                   QStringLiteral("Kayıt Hatası")));
+        parts_.dialogs.show(platform::errorMessage(written.error().message, QStringLiteral("Kayıt Hatası")));
 }
 
 Result<void> NoteEditor::connect() {

@@ -21,8 +21,8 @@ struct FolderCandidates {
 /// Fails only when the user's folder cannot be filled.
 platform::Result<platform::AppFolder> applicationFolder(const FolderCandidates& candidates);
 
-/// Copies every file of `from` that `to` lacks, kitaplar.vq last, each under its name only once it is
-/// complete. Files that exist are never touched.
+/// Copies every file of `from` that `to` lacks or holds only the beginning of, kitaplar.vq last, each under
+/// its name only once it is complete. Other files are never touched.
 platform::Result<void> fillFolder(const QString& from, const QString& to);
 
 }  // namespace lirovan::shell

@@ -7,6 +7,7 @@
 #include "browse/page_file.h"
 #include "browse/page_layout.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/library_file.h"
 
 using namespace lirovan;
@@ -142,6 +143,11 @@ TEST(PageFile, OverwritesThePageWhateverTheCaseOfItsNameAndFailsWithoutHarm) {
     ASSERT_TRUE(writePage(app, u"yeni ş"));
     EXPECT_EQ(test::readFile(file), "yeni \xFE\r\n");
     const QDir pages(folder.filePath(u"oku"_s));
+    for (const rlim_t room : {0, 7}) {
+        const test::FullDisk full(room);
+        EXPECT_FALSE(writePage(app, QString(100, u'x')));
+        EXPECT_EQ(test::readFile(file), "yeni \xFE\r\n") << room;
+    }
     EXPECT_EQ(pages.entryList(QDir::Files), QStringList{u"OKU.html"_s});
 
     ASSERT_TRUE(QFile::remove(file) && pages.mkdir(u"oku.html"_s));  // a folder in the file's place

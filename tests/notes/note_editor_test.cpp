@@ -14,6 +14,7 @@
 #include "notes/ui/frm_IcerikCopy.h"
 #include "platform/core/rtf/reader.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/scripted_dialogs.h"
 
 using namespace lirovan;
@@ -206,6 +207,14 @@ TEST_F(NoteEditorTest, KeepsTheTextWhenTheFileCannotBeWritten) {
     dialogs_.answer(Answer::Yes).answerSavePath(place_.filePath(u"yok/not.rtf"_s));
     EXPECT_FALSE(editor_.close());
     EXPECT_TRUE(said().startsWith(u"Dosyaya yazılamadı: "));
+    {
+        const FullDisk full;
+        const QString rescue = place_.filePath(u"boş.rtf"_s);
+        dialogs_.answer(Answer::Yes).answer(Answer::Yes).answerSavePath(rescue);
+        EXPECT_FALSE(editor_.close());
+        EXPECT_TRUE(said().startsWith(u"Dosyaya yazılamadı: "));
+        EXPECT_FALSE(QFile::exists(rescue));
+    }
     dialogs_.answer(Answer::Yes);
     EXPECT_FALSE(editor_.close());
     EXPECT_EQ(said(),

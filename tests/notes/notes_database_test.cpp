@@ -7,6 +7,7 @@
 
 #include "notes/export.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 
 using namespace lirovan;
 using namespace lirovan::notes;
@@ -92,4 +93,8 @@ TEST_F(NotesDatabaseTest, ExportsEveryNoteInThreeForms) {
     EXPECT_TRUE(test::readFile(target.filePath(files[1])).contains("I\\'fe\\'fdk"));
     EXPECT_EQ(test::readFile(target.filePath(files[2])), "Işık\nx\n");
     EXPECT_FALSE(exportNotes(notes, path_));  // a file in the place of the folder
+    const QTemporaryDir empty;
+    const test::FullDisk full;
+    EXPECT_FALSE(exportNotes(notes, empty.path()));
+    EXPECT_TRUE(QDir(empty.path()).isEmpty());
 }

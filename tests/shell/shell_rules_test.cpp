@@ -12,6 +12,7 @@
 #include "shell/update_check.h"
 #include "support/fake_windows.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/scripted_dialogs.h"
 
 using namespace lirovan;
@@ -156,6 +157,12 @@ TEST(ApplicationFolder, IsTheOptionThenTheProgramsThenTheUsersWhichIsFilledOnce)
     // The second start keeps what the user has and brings back only what is missing.
     test::writeFile(at(u"home/l/kitaplar.vq"_s), "changed");
     QFile::remove(at(u"home/l/OKU/VQ.htm"_s));
+    {
+        const test::FullDisk full;
+        EXPECT_TRUE(chosen().contains(u"VQ.htm"));
+        EXPECT_FALSE(QFile::exists(at(u"home/l/OKU/VQ.htm"_s)));
+    }
+    test::writeFile(at(u"home/l/OKU/VQ.htm"_s), "");  // as an earlier start left it on a full disk
     EXPECT_EQ(chosen(), candidates.user);
     EXPECT_EQ(test::readFile(at(u"home/l/kitaplar.vq"_s)), "changed");
     EXPECT_EQ(test::readFile(at(u"home/l/OKU/VQ.htm"_s)), "start");

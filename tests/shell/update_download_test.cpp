@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include "support/files.h"
+#include "support/full_disk.h"
 #include "support/scripted_dialogs.h"
 
 using namespace lirovan;
@@ -89,7 +90,7 @@ TEST(ManifestDownloadTest, TakesAGoodAnswerFromTheManifestsPathAndNothingElse) {
 TEST(InstallerDownloadTest, SavesAllOrNothingWhereTheUserSays) {
     const QByteArray installer(3 << 20, 'i');
     const QByteArray half = "HTTP/1.1 200 OK\r\nContent-Length: 9000000\r\n\r\n" + installer;
-    enum class User { Waits, Cancels, NamesNoFile };
+    enum class User { Waits, Cancels, NamesNoFile, HasAFullDisk };
     using platform::Icon;
     const struct {
         const char* what;
@@ -101,6 +102,7 @@ TEST(InstallerDownloadTest, SavesAllOrNothingWhereTheUserSays) {
         {"the whole", answer(installer), User::Waits, Icon::Information, true},
         {"broken off", half, User::Waits, Icon::Critical},
         {"cancelled", half, User::Cancels, std::nullopt},
+        {"a full disk", answer("kısa"), User::HasAFullDisk, Icon::Critical},
         {"no file name", answer(installer), User::NamesNoFile, std::nullopt},
     };
     for (const auto& c : cases) {
@@ -110,6 +112,8 @@ TEST(InstallerDownloadTest, SavesAllOrNothingWhereTheUserSays) {
         if (c.user != User::NamesNoFile) dialogs.answerSavePath(folder.filePath(u"lirovan.exe"_s));
         QWidget main;
         Server server(c.content, c.user != User::Cancels);
+        std::optional<test::FullDisk> full;
+        if (c.user == User::HasAFullDisk) full.emplace();
         downloadInstaller(onServer(server.address(), InstallerPath), dialogs, &main);
         if (c.user == User::Cancels) {
             ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requested.isEmpty(); }));

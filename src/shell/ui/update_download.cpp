@@ -3,9 +3,10 @@
 #include <QDir>
 #include <QNetworkReply>
 #include <QProgressDialog>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QTimer>
+
+#include "platform/core/file_writer.h"
 
 namespace lirovan::shell {
 
@@ -79,7 +80,7 @@ class Transfer : public QObject {
     }
 
     void start(const QUrl& installer) {
-        if (!file_.open(QIODevice::WriteOnly)) return end(u"Dosya kaydedilemedi: "_s + file_.fileName());
+        if (const platform::Result<void> opened = file_.open(); !opened) return end(opened.error().message);
         window_.show();
         reply_ = network_.get(request(installer));
         reply_->setParent(this);
@@ -99,9 +100,11 @@ class Transfer : public QObject {
     void save() {
         silence_.start(Silence);
         const QByteArray bytes = reply_->readAll();
-        if (file_.write(bytes) == bytes.size()) return;
-        full_ = true;
-        reply_->abort();
+        if (unsaved_) return;
+        if (const platform::Result<void> written = file_.write(bytes); !written) {
+            unsaved_ = written.error().message;
+            reply_->abort();
+        }
     }
 
     void showProgress(qint64 done, qint64 total) {
@@ -112,19 +115,18 @@ class Transfer : public QObject {
 
     void finish() {
         if (cancelled_) return end({});
-        if (full_) return end(u"Dosya kaydedilemedi: "_s + file_.fileName());
+        if (reply_->isOpen()) save();  // it is not after an abort
+        if (unsaved_) return end(*unsaved_);
         if (!isComplete(*reply_)) return end(u"Kurulum dosyası indirilemedi."_s);
-        save();
-        if (!file_.commit()) return end(u"Dosya kaydedilemedi: "_s + file_.fileName());
+        if (const platform::Result<void> done = file_.commit(); !done) return end(done.error().message);
         window_.hide();
         window_.deleteLater();
-        dialogs_.show(platform::noticeMessage(u"Kurulum dosyası kaydedildi: "_s + file_.fileName(),
-                                              u"Yeni Versiyon"_s));
+        dialogs_.show(
+            platform::noticeMessage(u"Kurulum dosyası kaydedildi: "_s + file_.path(), u"Yeni Versiyon"_s));
     }
 
     /// `failure`: told to the user; empty: nothing to tell.
     void end(const QString& failure) {
-        file_.cancelWriting();
         window_.hide();
         window_.deleteLater();
         if (!failure.isEmpty()) dialogs_.show(platform::errorMessage(failure, u"Yeni Versiyon"_s));
@@ -132,12 +134,12 @@ class Transfer : public QObject {
 
     platform::Dialogs& dialogs_;
     QNetworkAccessManager network_;
-    QSaveFile file_;
+    platform::FileWriter file_;
     QProgressDialog& window_;
     QTimer silence_;
     QNetworkReply* reply_ = nullptr;
     bool cancelled_ = false;
-    bool full_ = false;
+    std::optional<QString> unsaved_;  // why the file cannot be written
 };
 
 }  // namespace

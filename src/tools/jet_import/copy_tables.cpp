@@ -7,10 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
-
+#include "platform/core/file_writer.h"
 #include "platform/core/import/jet_values.h"
 
 namespace lirovan::jet_import {
@@ -215,17 +212,6 @@ Result<void> checkIntegrity(const Database& database) {
     return {};
 }
 
-Result<void> forceToDisk(const QString& path) {
-#ifdef Q_OS_UNIX
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite) || ::fsync(file.handle()) != 0)
-        return Error{QStringLiteral("Yazılan dosya diske aktarılamadı.")};
-#else
-    Q_UNUSED(path)
-#endif
-    return {};
-}
-
 // Keeps the one who waits informed during long single statements.
 int tellChecking(void* sink) {
     (*static_cast<const LineSink*>(sink))(CheckingLine{});
@@ -287,7 +273,8 @@ Result<void> copyTables(RowSource& source, LayoutKind kind, const QString& targe
     sink(CheckingLine{});
     if (const Result<void> checked = checkIntegrity(*database); !checked) return checked;
     database->close();
-    return forceToDisk(target);
+    if (!forceToDisk(target)) return Error{QStringLiteral("Yazılan dosya diske aktarılamadı.")};
+    return {};
 }
 
 }  // namespace lirovan::jet_import

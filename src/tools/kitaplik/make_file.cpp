@@ -5,6 +5,7 @@
 #include <QLockFile>
 #include <filesystem>
 
+#include "platform/core/file_writer.h"
 #include "platform/core/import/file_format.h"
 #include "platform/core/import/replace_file.h"
 #include "platform/core/library_layout.h"

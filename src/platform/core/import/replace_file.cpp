@@ -6,11 +6,7 @@
 #include <system_error>
 
 #include "platform/core/database.h"
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
+#include "platform/core/file_writer.h"
 
 namespace lirovan::platform {
 namespace {
@@ -19,20 +15,6 @@ namespace fs = std::filesystem;
 
 fs::path native(const QString& path) {
     return fs::path(path.toStdU16String());
-}
-
-// Forces a file, or the names in a folder, to disk.
-bool forceToDisk(const QString& path) {
-#ifdef Q_OS_UNIX
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) return false;
-    const bool done = ::fsync(descriptor) == 0;
-    ::close(descriptor);
-    return done;
-#else
-    Q_UNUSED(path)
-    return true;
-#endif
 }
 
 // A second name for the same bytes; where the file system has no such thing, a copy. Neither overwrites
@@ -73,10 +55,6 @@ Result<QString> replaceFile(const QString& path, const QString& replacement, con
     // The change is done; a folder that cannot be forced to disk is no reason to take it back.
     (void)forceToDisk(QFileInfo(path).absolutePath());
     return kept;
-}
-
-void copyPermissions(const QString& path, const QString& replacement) {
-    QFile::setPermissions(replacement, QFile::permissions(path));
 }
 
 Result<void> checkNoJournal(const QString& path) {

@@ -11,9 +11,6 @@ namespace lirovan::platform {
 /// `path` is what it was and no kept file is left.
 Result<QString> replaceFile(const QString& path, const QString& replacement, const QString& suffix);
 
-/// Gives `replacement` the permissions of `path`.
-void copyPermissions(const QString& path, const QString& replacement);
-
 /// Fails when a journal of an interrupted write lies beside the place of a new database: it would be played
 /// into that.
 Result<void> checkNoJournal(const QString& path);
