@@ -7,54 +7,147 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
-#include <QSaveFile>
+#include <QRegularExpression>
+#include <chrono>
 #include <future>
 
 #include "notes/note_text.h"
+#include "platform/core/file_writer.h"
 
 namespace lirovan::notes {
 namespace {
 
+using platform::Result;
+
 const QString idKey = QStringLiteral("NotID"), titleKey = QStringLiteral("NotBaslik"),
               versionKey = QStringLiteral("Surum"), rtfKey = QStringLiteral("NotRTF");
 
-bool write(const QString& path, const Unsaved& text, const QString& replaces) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    const QByteArray version = NoteDraft::version(replaces);
-    file.write(QJsonDocument(QJsonObject{{idKey, text.note.value},
-                                         {titleKey, text.title},
-                                         {versionKey, QString::fromLatin1(version)},
-                                         {rtfKey, storedRtf(text.text)}})
-                   .toJson(QJsonDocument::Compact));
-    return file.commit();
+// Programs that work on one folder at the same time have a place each.
+constexpr int Places = 50;
+
+Result<void> write(const QString& path, const Unsaved& text, const QString& replaces) {
+    const QJsonObject object{{idKey, text.note.value},
+                             {titleKey, text.title},
+                             {versionKey, QString::fromLatin1(NoteDraft::version(replaces))},
+                             {rtfKey, storedRtf(text.text)}};
+    return platform::writeWholeFile(path, QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+bool move(const QString& from, const QString& to) {
+    return QFile::rename(from, to) && platform::forceToDisk(QFileInfo(to).path());
+}
+
+/// "notlar.draft", "notlar-2.draft", ...; texts that were set aside have a number behind that, the oldest 1.
+class Place {
+  public:
+    Place(const QString& folder, int number)
+        : path(folder + (number == 1 ? QStringLiteral("/notlar.draft")
+                                     : QStringLiteral("/notlar-%1.draft").arg(number))),
+          lock_(path + QStringLiteral(".lock")) {
+        lock_.setStaleLockTime(0);  // held for hours; stale only when its program is gone
+    }
+
+    /// False: a running program has it, or none can be had here.
+    bool take() {
+        // The lock of a program that ended on another computer, in a folder that was copied here, belongs to
+        // nobody; one that is really held cannot be removed.
+        return lock_.tryLock(0) || (lock_.removeStaleLockFile() && lock_.tryLock(0));
+    }
+    bool isTaken() const { return lock_.error() == QLockFile::LockFailedError; }
+
+    bool isEmpty() const { return !QFile::exists(path) && !QFile::exists(asidePath(1)); }
+    bool setAside() const {
+        int number = 1;
+        while (QFile::exists(asidePath(number))) ++number;
+        return move(path, asidePath(number));
+    }
+    /// The last text, or else the oldest that was set aside, goes to `target`.
+    bool giveUpTo(const QString& target) const {
+        if (path != target && QFile::exists(path)) return move(path, target);
+        if (!move(asidePath(1), target)) return false;
+        for (int n = 2; QFile::rename(asidePath(n), asidePath(n - 1)); ++n) {
+        }
+        return true;
+    }
+    /// What a program left that was killed while it wrote.
+    void removeUnfinished() const {
+        static const QRegularExpression ending(QStringLiteral("\\.[a-z]{6}$"));
+        const QFileInfo info(path);
+        for (const QString& name :
+             info.dir().entryList({info.fileName() + QStringLiteral(".??????")}, QDir::Files))
+            if (ending.match(name).hasMatch()) QFile::remove(info.dir().filePath(name));
+    }
+
+    const QString path;
+
+  private:
+    QString asidePath(int number) const { return path + u'.' + QString::number(number); }
+    QLockFile lock_;
+};
+
+std::optional<Unsaved> read(const QByteArray& content) {
+    const QJsonObject object = QJsonDocument::fromJson(content).object();
+    if (!object.contains(rtfKey)) return std::nullopt;
+    return Unsaved{{object.value(idKey).toInteger()},
+                   object.value(titleKey).toString(),
+                   object.value(versionKey).toString().toLatin1(),
+                   textOf(object.value(rtfKey).toString())};
+}
+
+// Not one of ours any more, but somebody may still make sense of it.
+bool putAway(const QString& path) {
+    QString name = path + QStringLiteral(".okunamayan");
+    for (int number = 2; QFile::exists(name); ++number)
+        name = path + QStringLiteral(".okunamayan-%1").arg(number);
+    return QFileInfo(path).size() == 0 ? QFile::remove(path) : QFile::rename(path, name);
 }
 
 }  // namespace
 
 struct NoteDraft::State {
-    explicit State(const QString& place) : path(place), lock(place + QStringLiteral(".lock")) {}
+    explicit State(const QString& notesFolder) : folder(notesFolder) {}
 
-    void finishWriting() {
-        if (writing.valid()) written = writing.get();
+    bool takePlace() {
+        QDir().mkpath(folder);
+        for (int number = 1; !own && number <= Places; ++number) {
+            auto place = std::make_unique<Place>(folder, number);
+            if (place->take())
+                own = std::move(place), ownNumber = number;
+            else if (!place->isTaken())
+                break;
+        }
+        if (own) own->removeUnfinished();
+        return own != nullptr;
     }
-    QString asidePath(int number) const { return path + u'.' + QString::number(number); }
+    void finishWriting() {
+        if (!writing.valid()) return;
+        const Result<void> done = writing.get();
+        written = bool(done);
+        failure = done ? QString() : done.error().message;
+    }
+    /// The next text that a program that is gone has left comes to the place of this one.
+    bool adopt() const {
+        if (own->giveUpTo(own->path)) return true;
+        for (int number = 1; number <= Places; ++number) {
+            if (number == ownNumber) continue;
+            Place other(folder, number);
+            if (!other.isEmpty() && other.take() && other.giveUpTo(own->path)) return true;
+        }
+        return false;
+    }
 
-    QString path;
-    QLockFile lock;
-    std::future<bool> writing;
-    bool written = false;  // what lies at `path` is the text last given, and not an older one
+    const QString folder;
+    std::unique_ptr<Place> own;
+    int ownNumber = 0;
+    std::future<Result<void>> writing;
+    bool written = false;  // what lies in the place is the text last given, and not an older one
+    QString failure;       // why it is not
 };
 
 NoteDraft NoteDraft::in(const platform::AppFolder& folder) {
     NoteDraft draft;
-    QDir().mkpath(folder.path(NotesFolder));
-    auto state = std::make_shared<State>(folder.path(u"\\Notlar\\notlar.draft"));
-    QLockFile& lock = state->lock;
-    lock.setStaleLockTime(0);  // held for hours; stale only when its program is gone
-    // The lock of a program that ended on another computer, in a folder that was copied here, belongs to
-    // nobody; one that is really held cannot be removed.
-    if (lock.tryLock(0) || (lock.removeStaleLockFile() && lock.tryLock(0))) draft.state_ = std::move(state);
+    draft.state_ = std::make_shared<State>(folder.path(NotesFolder));
+    draft.state_->takePlace();
     return draft;
 }
 
@@ -66,44 +159,57 @@ QByteArray NoteDraft::version(const QString& notRtf) {
 }
 
 std::optional<Unsaved> NoteDraft::left() const {
-    if (!state_) return std::nullopt;
+    if (!state_ || !state_->own) return std::nullopt;
     state_->finishWriting();
-    QFile file(state_->path);
-    // The oldest has the lowest number; the others move up.
-    if (!file.exists() && QFile::rename(state_->asidePath(1), state_->path))
-        for (int n = 2; QFile::rename(state_->asidePath(n), state_->asidePath(n - 1)); ++n) {
-        }
-    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
-    if (!object.contains(rtfKey)) return std::nullopt;
-    return Unsaved{{object.value(idKey).toInteger()},
-                   object.value(titleKey).toString(),
-                   object.value(versionKey).toString().toLatin1(),
-                   textOf(object.value(rtfKey).toString())};
+    const QString& path = state_->own->path;
+    while (QFile::exists(path) || state_->adopt()) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) break;
+        if (std::optional<Unsaved> text = read(file.readAll())) return text;
+        if (!putAway(path)) break;
+    }
+    return std::nullopt;
 }
 
 void NoteDraft::keep(Unsaved text, const QString& replaces) const {
     if (!state_) return;
     state_->finishWriting();
-    state_->writing = std::async(std::launch::async, [path = state_->path, text = std::move(text), replaces] {
-        return write(path, text, replaces);
-    });
+    state_->written = false;
+    if (!state_->own) {
+        // The disk may have had no room for a lock. What was left here meanwhile was not offered yet.
+        const bool kept =
+            state_->takePlace() && (!QFile::exists(state_->own->path) || state_->own->setAside());
+        if (!kept) {
+            state_->own.reset();
+            state_->failure = QStringLiteral("Notların klasörüne yazılamıyor: ") + state_->folder;
+            return;
+        }
+    }
+    state_->writing = std::async(std::launch::async, [path = state_->own->path, text = std::move(text),
+                                                      replaces] { return write(path, text, replaces); });
+}
+
+std::optional<QString> NoteDraft::failure() const {
+    if (!state_) return QString();
+    using namespace std::chrono_literals;
+    if (state_->writing.valid() && state_->writing.wait_for(0s) != std::future_status::ready)
+        return std::nullopt;
+    state_->finishWriting();
+    return state_->failure;
 }
 
 bool NoteDraft::clear() const {
     if (!state_) return true;
     state_->finishWriting();
     state_->written = false;
-    return QFile::remove(state_->path) || !QFile::exists(state_->path);
+    state_->failure.clear();
+    return !state_->own || QFile::remove(state_->own->path) || !QFile::exists(state_->own->path);
 }
 
 bool NoteDraft::setAside() const {
     if (!state_) return false;
     state_->finishWriting();
-    if (!state_->written) return false;
-    int number = 1;
-    while (QFile::exists(state_->asidePath(number))) ++number;
-    return QFile::rename(state_->path, state_->asidePath(number));
+    return state_->written && state_->own->setAside();
 }
 
 }  // namespace lirovan::notes

@@ -58,6 +58,7 @@ class NoteEditor {
     void paste() { parts_.box.paste(); }
     /// Puts the unsaved text, if there is any, beside the notes file; called a moment after a change.
     void keepDraft();
+    const NoteDraft& draft() const { return draft_; }
 
     // For the note list
     const NotesDatabase& NotBaglanti() const { return NotBaglanti_; }

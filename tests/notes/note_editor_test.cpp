@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include "notes/fake_printing.h"
 #include "notes/note_list.h"
@@ -52,6 +53,10 @@ class NoteEditorTest : public testing::Test {
     Note row(qint64 id) { return (*notes().find({id})).value_or(Note{{}, {}, u"(yok)"_s, u"(yok)"_s}); }
     QString stored(qint64 id) { return textOf(row(id).rtf).plainText(); }
     NoteDraft draft() const { return NoteDraft::in(folder_); }
+    static QString failureOf(const NoteDraft& draft) {
+        while (!draft.failure()) QThread::yieldCurrentThread();
+        return *draft.failure();
+    }
     QString text() { return window_.box().toPlainText(); }
     void type(const QString& text) { window_.box().setPlainText(text); }
 
@@ -155,6 +160,15 @@ TEST_F(NoteEditorTest, SetsATextAsideThatWasToBeSavedAndGotNoTitle) {
     EXPECT_TRUE(editor_.close());  // answered No
     editor_.load(kept);
     EXPECT_TRUE(text().isEmpty());
+
+    typeToSave(u"sığmayan"_s);
+    editor_.open();
+    {
+        const FullDisk full;
+        editor_.show(other);
+    }
+    EXPECT_EQ(text(), u"sığmayan");
+    EXPECT_TRUE(said().startsWith(u"Kaydetmediğiniz metin saklanamadı."));
 
     // Where no draft can be kept, or this one cannot be written, the text stays where it is.
     ASSERT_TRUE(QDir().mkpath(place_.filePath(u"Notlar/notlar.draft"_s)));
@@ -267,7 +281,14 @@ TEST_F(NoteEditorTest, OffersTheDraftOfACrash) {
         crashed.editor().show(**crashed.editor().NotBaglanti().find({1}));
         crashed.box().setPlainText(u"yarım kalan"_s);
         crashed.editor().keepDraft();
-        EXPECT_FALSE(draft().left()) << "a second program must not take the draft";
+        const NoteDraft second = draft();
+        EXPECT_FALSE(second.left()) << "a second program must not take the draft";
+        second.keep({{}, {}, {}, rtf::read(QStringView(u"ikincinin metni"))}, {});
+        EXPECT_EQ(failureOf(second), QString());
+        const FullDisk full;
+        crashed.box().setPlainText(u"sığmayan"_s);
+        crashed.editor().keepDraft();  // the draft that is there stays
+        EXPECT_TRUE(failureOf(crashed.editor().draft()).contains(u"notlar.draft"));
     }
     // As if the folder had been copied from another computer on which the program did not end by itself.
     writeFile(place_.filePath(u"Notlar/notlar.draft.lock"_s), "1234\nlirovan\nbaska-bilgisayar\n\n\n");
@@ -282,6 +303,8 @@ TEST_F(NoteEditorTest, OffersTheDraftOfACrash) {
     dialogs_.answer(Answer::Yes);
     EXPECT_TRUE(editor_.close());
     EXPECT_EQ(stored(1), u"yarım kalan");
+    EXPECT_EQ(kept.left().value_or(Unsaved()).text.plainText(), u"ikincinin metni");
+    EXPECT_TRUE(kept.clear());
     EXPECT_FALSE(kept.left());
 
     // A note that another program has changed since is not overwritten with what was made from the old one.

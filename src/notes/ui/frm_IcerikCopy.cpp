@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPrinter>
+#include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -48,7 +49,7 @@ constexpr Button buttons[] = {
 };
 
 // A draft is written a moment after a change. One that takes noticeably long waits for a pause in typing.
-constexpr int draftAfterMs = 2000, slowDraftMs = 10, latestDraftMs = 20'000;
+constexpr int draftAfterMs = 2000, slowDraftMs = 10, latestDraftMs = 20'000, draftDoneMs = 250;
 
 }  // namespace
 
@@ -152,12 +153,16 @@ void frm_IcerikCopy::watchTheBox() {
             [this] { editor_.clipboardChanged(); });
 
     draftTimer_.setSingleShot(true);
-    draftTimer_.setInterval(draftAfterMs);
     connect(&draftTimer_, &QTimer::timeout, this, &frm_IcerikCopy::keepDraft);
+    draftDoneTimer_.setSingleShot(true);
+    connect(&draftDoneTimer_, &QTimer::timeout, this, &frm_IcerikCopy::showDraftState);
+    statusBar()->setObjectName(QStringLiteral("draftState"));
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->hide();
     connect(txt_Icerik, &QTextEdit::textChanged, this, [this] {
         const bool first = !draftTimer_.isActive();
         if (first) unkept_.start();
-        if (first || (draftIsSlow_ && unkept_.elapsed() < latestDraftMs)) draftTimer_.start();
+        if (first || (draftIsSlow_ && unkept_.elapsed() < latestDraftMs)) draftTimer_.start(draftAfterMs);
     });
 }
 
@@ -166,6 +171,20 @@ void frm_IcerikCopy::keepDraft() {
     timer.start();
     editor_.keepDraft();
     draftIsSlow_ = timer.elapsed() > slowDraftMs;
+    draftDoneTimer_.start(draftDoneMs);
+}
+
+// A line at the foot and no box: nobody should be stopped in the middle of a word.
+void frm_IcerikCopy::showDraftState() {
+    const std::optional<QString> failure = editor_.draft().failure();
+    if (!failure || !failure->isEmpty()) draftDoneTimer_.start(draftDoneMs);
+    if (!failure) return;
+    if (!failure->isEmpty() && !draftTimer_.isActive()) draftTimer_.start(latestDraftMs);  // tried again
+    statusBar()->setVisible(!failure->isEmpty());
+    statusBar()->showMessage(
+        failure->isEmpty()
+            ? QString()
+            : QStringLiteral("Taslak saklanamıyor, metin yalnız bu pencerede duruyor. ") + *failure);
 }
 
 QAction* frm_IcerikCopy::itemFor(const QKeyEvent& event) const {
@@ -198,7 +217,9 @@ void frm_IcerikCopy::keyPressEvent(QKeyEvent* event) {
 
 void frm_IcerikCopy::closeEvent(QCloseEvent* event) {
     event->setAccepted(editor_.close());
-    if (event->isAccepted()) draftTimer_.stop();
+    if (!event->isAccepted()) return;
+    draftTimer_.stop();
+    draftDoneTimer_.stop();
 }
 
 QPoint frm_IcerikCopy::onScreen(platform::Twips x, platform::Twips y) const {

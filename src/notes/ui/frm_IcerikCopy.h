@@ -43,6 +43,7 @@ class frm_IcerikCopy : public QMainWindow, private EditorWindow {
     void giveShortcut(QAction& action, const QKeySequence& shortcut);
     QAction* itemFor(const QKeyEvent& event) const;
     void keepDraft();
+    void showDraftState();
 
     void setCaption(const QString& caption) override { setWindowTitle(caption); }
     QPoint onScreen(platform::Twips x, platform::Twips y) const override;
@@ -60,7 +61,7 @@ class frm_IcerikCopy : public QMainWindow, private EditorWindow {
     QMenu* mnu_yazi = nullptr;
     SystemClipboard clipboard_;
     NoteEditor editor_;
-    QTimer draftTimer_;
+    QTimer draftTimer_, draftDoneTimer_;
     QElapsedTimer unkept_;  // since the first change that is in no draft
     bool draftIsSlow_ = false;
 };
