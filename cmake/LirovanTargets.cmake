@@ -6,7 +6,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-# Packaging takes what is built: `cmake --build --preset release --target package_contents`, then `cpack`.
+# Packaging takes what is built: `cmake --build --preset program --target package_contents`, then `cpack`.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY TRUE)
 
 add_library(lirovan_options INTERFACE)
