@@ -276,7 +276,7 @@ void measureSummary(const Sample& sample, double factor) {
     QByteArray bytes;
     const double time = milliseconds([&] {
         bytes = browse::pageBytes(must(search::summaryPage(
-            engine.library, &run, 0, std::nullopt, [](qsizetype) {}, [] { return true; })));
+            engine.library, &run, 0, [](qsizetype) {}, [] { return true; })));
     });
     say(qPrintable(u"summary of %1 topics, %2 hits"_s.arg(run.IsabetKaydi.count(u'#'))
                        .arg(run.IsabetKaydi.count(u';'))),

@@ -125,9 +125,8 @@ QString incompleteListMessage(const platform::Error& failure) {
 }
 
 ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node) {
-    if (node <= 0) return ClickTarget::StartPage;
-    const bool isBook = nodes[static_cast<size_t>(node)].kind == TreeNode::Kind::Book;
-    return isBook ? ClickTarget::StartPage : ClickTarget::Topic;
+    const bool isTopic = node >= 0 && nodes[static_cast<size_t>(node)].kind == TreeNode::Kind::Topic;
+    return isTopic ? ClickTarget::Topic : ClickTarget::StartPage;
 }
 
 QStringView expandedImage(QStringView image) {

@@ -61,8 +61,8 @@ BookTree readBookTree(const data::Library& library, const TreeProgress& progress
 
 /// What a click on a node shows.
 enum class ClickTarget {
-    StartPage,  ///< the first author, and every book
-    Topic       ///< a topic; also an author behind the first, which then has no page
+    StartPage,  ///< every author and every book
+    Topic
 };
 ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node);
 

@@ -1,7 +1,6 @@
 #include "browse/browse_window.h"
 
 #include "browse/page_file.h"
-#include "browse/page_toolbar.h"
 #include "browse/topic_page.h"
 #include "browse/window_places.h"
 #include "text/blanks.h"
@@ -12,12 +11,19 @@ using namespace Qt::StringLiterals;
 namespace button = platform::button;
 namespace menu = platform::menu;
 
-const BookTree& BrowseWindow::load(const TreeProgress& progress) {
+const BookTree& BrowseWindow::load(const TreeProgress& progress, std::optional<platform::Twips> widthBefore) {
     if (progress.started) progress.started();
     parts_.frame.setMenuChecked(menu::Arama, true);
-    parts_.view.maximizeMainWindow();
-    parts_.view.setPlace(browsePlaceAtLoad(parts_.view.place(), parts_.frame.width()));
+    platform::TwipsRect place = parts_.view.place();
+    if (widthBefore) {
+        place.width = *widthBefore;
+        parts_.view.setPlace(browsePlace(place, parts_.frame.height()));
+    } else {
+        parts_.view.maximizeMainWindow();
+        parts_.view.setPlace(browsePlaceAtLoad(place, parts_.frame.width()));
+    }
     parts_.view.showTab(Tab::Books);
+    parts_.page.setBooksInFront(true);
     tree_ = readBookTree(parts_.library, progress);
     return tree_;
 }
@@ -57,6 +63,7 @@ bool BrowseWindow::unload() {
 
 void BrowseWindow::selectTab(Tab tab) {
     const bool search = tab == Tab::Search;
+    parts_.page.setBooksInFront(!search);
     parts_.frame.setSelectorVisible(search);
     if (search) {
         parts_.frame.setPanelText(1, u"Arama Penceresi - Arama"_s);
@@ -64,14 +71,14 @@ void BrowseWindow::selectTab(Tab tab) {
         parts_.frame.setPanelVisible(2, false);
         parts_.frame.setPanelVisible(3, false);
         parts_.frame.setPanelText(1, u"Arama Penceresi - Kitaplar"_s);
-        parts_.frame.setButtonEnabled(button::Up, false);
-        parts_.frame.setButtonEnabled(button::Down, false);
     }
     parts_.view.showTab(tab);
     if (!search) return;
     if (!parts_.isHelpShown || !parts_.isHelpShown()) parts_.view.focusSearchBox();
     if (parts_.search.showPanel2) parts_.frame.setPanelVisible(2, true);
-    if (parts_.search.showPanel3) parts_.frame.setPanelVisible(3, true);
+    // It counts the hits of a page that may have gone meanwhile.
+    if (parts_.search.showPanel3 && parts_.page.shown() == ShownPage::MarkedPage)
+        parts_.frame.setPanelVisible(3, true);
 }
 
 void BrowseWindow::setImage(qsizetype node, QStringView image) {
@@ -90,18 +97,14 @@ void BrowseWindow::collapsed(qsizetype node) {
 
 void BrowseWindow::NodeClick(qsizetype node) {
     if (parts_.search.running) return;
-    hidePageButtons(parts_.frame);
     parts_.frame.FontSize(TopicFontSize);
-    if (clickTarget(tree_.nodes, node) == ClickTarget::StartPage) {
-        showStartPage(parts_.content);
-        return;
-    }
-    showTopicButtons(parts_.frame);
+    if (clickTarget(tree_.nodes, node) == ClickTarget::StartPage)
+        return showStartPage(parts_.content, parts_.page);
     setImage(node, openedImage(at(node).image));
     parts_.content.show();
     showGeneratedPage(parts_.content);
+    parts_.page.showPageCommands(ShownPage::Topic);
     showTopic(at(node));
-    showPageButtons(parts_.frame);
 }
 
 namespace {
@@ -120,7 +123,6 @@ TopicRequest request(const data::Library& library, const TreeNode& node, const T
 }  // namespace
 
 void BrowseWindow::showTopic(const TreeNode& node) {
-    if (node.kind != TreeNode::Kind::Topic) return;
     const std::optional<QString> page =
         topicPage(parts_.library, parts_.folder, request(parts_.library, node, at(node.parent)));
     if (!page) return;

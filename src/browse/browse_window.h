@@ -2,9 +2,11 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "browse/book_tree.h"
+#include "browse/page_toolbar.h"
 #include "browse/search_tab_state.h"
 #include "browse/window_ports.h"
 #include "data/library.h"
@@ -25,13 +27,16 @@ class BrowseWindow {
         const data::Library& library;
         platform::AppFolder folder;
         SearchTabState& search;
+        PageCommands& page;                 ///< of frm_Icerik
         std::function<bool()> isHelpShown;  ///< frm_yardim is loaded
     };
     explicit BrowseWindow(Parts parts) : parts_(std::move(parts)) {}
 
     /// Form_Load — menu, place, first tab, and the tree's nodes. The result says if the filling failed; the
-    /// nodes read so far stand, and the program goes on with them.
-    const BookTree& load(const TreeProgress& progress);
+    /// nodes read so far stand, and the program goes on with them. `widthBefore`: the window's width when it
+    /// was closed; then the main window is left as it is.
+    const BookTree& load(const TreeProgress& progress,
+                         std::optional<platform::Twips> widthBefore = std::nullopt);
     const std::vector<TreeNode>& nodes() const { return tree_.nodes; }
 
     /// Form_Activate

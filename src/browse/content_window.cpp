@@ -1,14 +1,25 @@
 #include "browse/content_window.h"
 
+#include <algorithm>
+
 #include "browse/font_size.h"
 #include "browse/page_file.h"
 #include "browse/window_places.h"
+#include "platform/core/page_access.h"
 
 namespace lirovan::browse {
 
 using namespace Qt::StringLiterals;
 namespace button = platform::button;
 namespace menu = platform::menu;
+
+namespace {
+constexpr int LeastFontSize = 4;
+}
+
+int steppedFontSize(int size, int step) {
+    return step < 0 ? std::max(size + step, std::min(size, LeastFontSize)) : size + step;
+}
 
 void rewriteWithFontSize(platform::PageView& page, int oldSize, int newSize,
                          const platform::AppFolder* folder) {
@@ -39,6 +50,7 @@ void pageFocused(platform::MainFrame& frame, bool clipboardHasText) {
 
 void ContentWindow::load(const platform::TwipsRect& browse, bool browseMinimized) {
     frame_.setMenuChecked(menu::Icerik, true);
+    page_.showPageCommands(ShownPage::None);
     view_.setPlace(contentPlaceAtLoad(browse, browseMinimized, frame_.width(), frame_.height()));
     view_.wb_Icerik2().navigate(folder_.pageText(StartPageOfWindow));
 }
@@ -52,6 +64,7 @@ void ContentWindow::resize() {
 
 void ContentWindow::unload() {
     frame_.setMenuChecked(menu::Icerik, false);
+    page_.showPageCommands(ShownPage::None);
 }
 
 void ContentWindow::rightClick() {
@@ -64,10 +77,18 @@ void ContentWindow::pageFocused(bool clipboardHasText) {
     browse::pageFocused(frame_, clipboardHasText);
 }
 
+void ContentWindow::pageLoaded() {
+    const auto file = platform::PageAccess(folder_).file(view_.wb_Icerik().location());
+    if (file != folder_.path(StartPage)) return;
+    view_.setCaption(ContentCaption.toString());
+    page_.showPageCommands(ShownPage::Topic);
+}
+
 void ContentWindow::ChangeFontSize(int step) {
-    const int oldSize = frame_.fontSize();
-    frame_.FontSize(oldSize + step);
-    rewriteWithFontSize(view_.wb_Icerik(), oldSize, oldSize + step, &folder_);
+    const int oldSize = frame_.fontSize(), newSize = steppedFontSize(oldSize, step);
+    if (newSize == oldSize) return;
+    frame_.FontSize(newSize);
+    rewriteWithFontSize(view_.wb_Icerik(), oldSize, newSize, &folder_);
     frame_.ReOrderPos();
 }
 

@@ -2,6 +2,7 @@
 // common with the content windows opened beside it.
 #pragma once
 
+#include "browse/page_toolbar.h"
 #include "browse/window_ports.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/paths.h"
@@ -13,6 +14,9 @@ namespace lirovan::browse {
 void rewriteWithFontSize(platform::PageView& page, int oldSize, int newSize,
                          const platform::AppFolder* folder);
 
+/// The size of type after a step of "A+" or "A−", in pixels: smaller than 4 nothing can be read.
+int steppedFontSize(int size, int step);
+
 /// A content window, shared or extra, became the active one.
 void contentActivated(platform::MainFrame& frame);
 
@@ -22,8 +26,9 @@ void pageFocused(platform::MainFrame& frame, bool clipboardHasText);
 
 class ContentWindow {
   public:
-    ContentWindow(platform::MainFrame& frame, ContentView& view, platform::AppFolder folder)
-        : frame_(frame), view_(view), folder_(std::move(folder)) {}
+    ContentWindow(platform::MainFrame& frame, ContentView& view, PageCommands& page,
+                  platform::AppFolder folder)
+        : frame_(frame), view_(view), page_(page), folder_(std::move(folder)) {}
 
     /// Form_Load — `browse`: place of frm_Arama, whose minimized state decides where the window stands.
     void load(const platform::TwipsRect& browse, bool browseMinimized);
@@ -36,6 +41,8 @@ class ContentWindow {
     /// Right button on the window's own surface.
     void rightClick();
     void pageFocused(bool clipboardHasText);
+    /// wb_Icerik has another page: the start page, which the page's own menu leads to, has no topic's name.
+    void pageLoaded();
 
     /// ChangeFontSize — larger (+1) or smaller (-1) type; the hits of the page are measured anew.
     void ChangeFontSize(int step);
@@ -43,6 +50,7 @@ class ContentWindow {
   private:
     platform::MainFrame& frame_;
     ContentView& view_;
+    PageCommands& page_;
     platform::AppFolder folder_;
 };
 

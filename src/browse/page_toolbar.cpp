@@ -3,44 +3,48 @@
 namespace lirovan::browse {
 
 namespace button = platform::button;
-using platform::MainFrame;
 using platform::Twips;
 
 namespace {
 
-// What the toolbar's other buttons need of the main window's width, by how many of them are shown.
-constexpr Twips RoomWithoutPage{3910}, RoomWithTopic{4590}, RoomWithPage{4600};
+// What the toolbar's other buttons need of the main window's width, without and with those of a page.
+constexpr Twips RoomWithoutPage{3910}, RoomWithPage{4600};
 
-constexpr QStringView FontSizeGroup[] = {button::Buyult, button::Kucult, button::Sep1,  button::Sep2,
-                                         button::Sep3,   button::Sep4,   button::Bosluk};
-constexpr QStringView PageGroup[] = {button::New, button::Up, button::Down};
-
-template <class Keys>
-void setVisible(MainFrame& frame, const Keys& keys, bool visible) {
-    for (const QStringView key : keys) frame.setButtonVisible(key, visible);
-}
+constexpr QStringView PageButtons[] = {button::Buyult, button::Kucult, button::Sep1, button::Sep2,
+                                       button::Sep3,   button::Sep4,   button::New,  button::Up,
+                                       button::Down,   button::Bosluk};
 
 }  // namespace
 
-void hidePageButtons(MainFrame& frame) {
-    setVisible(frame, PageGroup, false);
-    setVisible(frame, FontSizeGroup, false);
-    frame.setButtonEnabled(button::Up, false);
-    frame.setButtonEnabled(button::Down, false);
-    frame.setSpacerWidth(frame.width() - RoomWithoutPage);
-    frame.setButtonEnabled(button::New, false);
+void PageCommands::showPageCommands(ShownPage page) {
+    shown_ = page;
+    up_ = down_ = false;
+    apply();
 }
 
-void showTopicButtons(MainFrame& frame) {
-    frame.setButtonEnabled(button::New, true);
-    setVisible(frame, FontSizeGroup, true);
-    frame.setSpacerWidth(frame.width() - RoomWithTopic);
+void PageCommands::setHitButton(QStringView key, bool enabled) {
+    (key == button::Up ? up_ : down_) = enabled;
+    apply();
 }
 
-void showPageButtons(MainFrame& frame) {
-    setVisible(frame, FontSizeGroup, true);
-    frame.setSpacerWidth(frame.width() - RoomWithPage);
-    setVisible(frame, PageGroup, true);
+void PageCommands::setBooksInFront(bool inFront) {
+    booksInFront_ = inFront;
+    apply();
+}
+
+void PageCommands::setWithheld(bool withheld) {
+    withheld_ = withheld;
+    apply();
+}
+
+void PageCommands::apply() {
+    const bool visible = shown_ != ShownPage::None && !withheld_;
+    const bool steps = shown_ == ShownPage::MarkedPage && !booksInFront_;
+    frame_.setButtonEnabled(button::New, shown_ != ShownPage::None);
+    frame_.setButtonEnabled(button::Up, steps && up_);
+    frame_.setButtonEnabled(button::Down, steps && down_);
+    for (const QStringView key : PageButtons) frame_.setButtonVisible(key, visible);
+    frame_.setSpacerWidth(frame_.width() - (visible ? RoomWithPage : RoomWithoutPage));
 }
 
 }  // namespace lirovan::browse

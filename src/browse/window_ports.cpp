@@ -9,7 +9,8 @@ void showGeneratedPage(ContentView& window) {
     window.wb_Icerik2().setShown(false);
 }
 
-void showStartPage(ContentView& window) {
+void showStartPage(ContentView& window, PageCommands& page) {
+    page.showPageCommands(ShownPage::None);
     if (!window.isLoaded()) return;
     window.wb_Icerik().setShown(false);
     window.wb_Icerik2().setShown(true);

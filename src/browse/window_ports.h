@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringView>
 
+#include "browse/page_toolbar.h"
 #include "platform/core/page_view.h"
 #include "platform/core/result.h"
 #include "platform/core/twips.h"
@@ -52,10 +53,10 @@ class ContentView {
 };
 
 /// Shows the one view of a content window and hides the other; the start page also takes the last page's name
-/// out of the caption. A closed window is not loaded for the start
+/// out of the caption and its commands off the toolbar. A closed window is not loaded for the start
 /// page: it has it when it is opened again.
 void showGeneratedPage(ContentView& window);
-void showStartPage(ContentView& window);
+void showStartPage(ContentView& window, PageCommands& page);
 
 /// Shows the page file at `pathText`. Where writing it failed, that file holds an earlier page: the reason
 /// stands over it.

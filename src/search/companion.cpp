@@ -98,8 +98,7 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
     QString query = trimmed(request);
     const SearchRun run =
         SearchEngine(library, tree).prepare(query, request.options, host, end).value_or(SearchRun());
-    const auto page =
-        highlightedPage(library, folder, topic, {}, run, request.options.allWords, request.options.wholeWord);
+    const auto page = highlightedPage(library, folder, topic, {}, run);
     if (!page) return {};
     if (!json) return browse::pageBytes(page->page);
     std::vector<QByteArray> colours;
@@ -111,10 +110,8 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
 Result<QByteArray> ozet(const data::Library& library, Request request, int group) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
-    const auto phraseLength =
-        request.options.together ? std::optional(trimmed(request).size()) : std::nullopt;
     const Result<QString> page = summaryPage(
-        library, run.stored(), group, phraseLength, [](qsizetype) {}, [] { return true; });
+        library, run.stored(), group, [](qsizetype) {}, [] { return true; });
     if (!page) return page.error();
     return browse::pageBytes(*page);
 }

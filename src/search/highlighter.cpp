@@ -118,9 +118,10 @@ class WordMarker {
 
 }  // namespace
 
-QStringList wordsToMark(const SearchRun& run, bool allWords) {
+QStringList wordsToMark(const SearchRun& run) {
     QStringList words = run.AramaKelimeleri;
-    if (allWords) words += run.TumVaryantlar;
+    // A run that asked for all words keeps them apart.
+    if (run.options.allWords) words += run.TumVaryantlar;
     orderLongestFirst(words);
     return words;
 }

@@ -36,9 +36,8 @@ struct MarkingProgress {
     std::function<void(qsizetype position)> hitMarked = [](qsizetype) {};
 };
 
-/// The words to be marked for a topic of `run`, longest first. `allWords`: chk_HPI as it stands now; a run
-/// made with it keeps its table variants apart.
-QStringList wordsToMark(const SearchRun& run, bool allWords);
+/// The words to be marked for a topic of `run`, longest first, table variants among them.
+QStringList wordsToMark(const SearchRun& run);
 
 /// Marks every occurrence of every word, word after word. Left unmarked: what lies inside a tag, what follows
 /// the last "<", what would break a "&quot;", pieces of markup (words with a "<"), and with `wholeWord` the

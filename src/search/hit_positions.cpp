@@ -32,25 +32,32 @@ HitPositions::HitPositions(platform::PageView& view, EnableButton enableButton)
     : view_(view), enableButton_(std::move(enableButton)) {}
 
 void HitPositions::ReOrderPos() {
-    stops_ = hitStops(view_.offsets(HitAnchor).valueOr({}));
+    const auto offsets = view_.offsets(HitAnchor);
+    if (!offsets) return;
+    stops_ = hitStops(*offsets.value);
+    hasHits_ = !offsets.value->empty();
 }
 
 void HitPositions::SetPosZero() {
     current_ = 0;
+    stops_ = hitStops({});
+    hasHits_ = false;
     ReOrderPos();
-    scrollToCurrent();
+    scrollToFirst();
 }
 
 void HitPositions::UpperPos() {
+    ReOrderPos();
     enableButton_(Down, true);
     if (current_ > 0) {
         --current_;
-        scrollToCurrent();
+        current_ == 0 ? scrollToFirst() : scrollToCurrent();
     }
     if (current_ == 0) enableButton_(Up, false);
 }
 
 void HitPositions::DownerPos() {
+    ReOrderPos();
     enableButton_(Up, true);
     if (current_ < lastIndex()) {
         ++current_;
@@ -70,13 +77,16 @@ void HitPositions::DownerPos() {
 void HitPositions::firstActivation() {
     if (activated_) return;
     enableButton_(Up, false);
-    const size_t hits = view_.offsets(HitAnchor).valueOr({}).size();
-    if (hits == 0) enableButton_(Down, false);
-    if (hits < 2) current_ = 0;
-    ReOrderPos();
-    current_ = std::min(current_, lastIndex());
-    scrollToCurrent();
+    SetPosZero();
+    if (!hasHits_) enableButton_(Down, false);
     activated_ = true;
+}
+
+void HitPositions::scrollToFirst() {
+    if (!hasHits_ || view_.isInFirstView(HitAnchor).valueOr(false))
+        view_.setScrollTop(0);
+    else
+        scrollToCurrent();
 }
 
 void HitPositions::scrollToCurrent() {

@@ -23,9 +23,11 @@ class HitPositions {
     /// `view` outlives this object.
     HitPositions(platform::PageView& view, EnableButton enableButton);
 
-    /// Collects the stops of the page now shown; neither scrolls nor changes the current stop.
+    /// Collects the stops of the page now shown; neither scrolls nor changes the current stop. A page that
+    /// does not answer keeps those that it had. Every step does this first: the layout may be another.
     void ReOrderPos();
-    /// Goes to the first hit of a new page.
+    /// Goes to the first hit of a new page. Where that stands in the first view anyway, and where there is
+    /// none, the page stays at its top.
     void SetPosZero();
     void UpperPos();   ///< to the hit before
     void DownerPos();  ///< to the next hit
@@ -37,12 +39,14 @@ class HitPositions {
     const std::vector<qint32>& stops() const { return stops_; }
 
   private:
+    void scrollToFirst();
     void scrollToCurrent();
     qint32 lastIndex() const { return static_cast<qint32>(stops_.size()) - 1; }
 
     platform::PageView& view_;
     EnableButton enableButton_;
     std::vector<qint32> stops_ = {0};
+    bool hasHits_ = false;
     qint32 current_ = 0;
     bool activated_ = false;
 };

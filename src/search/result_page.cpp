@@ -41,15 +41,14 @@ Result<std::optional<SummaryTopic>> summaryTopic(const Library& library, data::T
 
 std::optional<ResultPage> highlightedPage(const Library& library, const platform::AppFolder& folder,
                                           data::TopicId topic, std::optional<qint64> headingRow,
-                                          const SearchRun& run, bool allWords, bool wholeWord,
-                                          const MarkingProgress& progress) {
+                                          const SearchRun& run, const MarkingProgress& progress) {
     Result<std::optional<data::TopicText>> row = library.topic(topic);
     if (row && !*row) return std::nullopt;
     data::TopicText text = orEmpty(std::move(row));
 
     ResultPage result;
-    result.marks = markHits(std::move(text.text), wordsToMark(run, allWords), run.KarsilastirmaKipi,
-                            wholeWord, progress);
+    result.marks = markHits(std::move(text.text), wordsToMark(run), run.KarsilastirmaKipi,
+                            run.options.wholeWord, progress);
     text.text = std::exchange(result.marks.text, QString());
 
     const data::BookHeading heading = orEmpty(library.headingWithBook(topic, headingRow));
@@ -71,7 +70,6 @@ Error summaryError(int number, const QString& description) {
 }
 
 Result<QString> summaryPage(const Library& library, const SearchRun* run, int group,
-                            std::optional<qsizetype> phraseLength,
                             const std::function<void(qsizetype hits)>& started,
                             const std::function<bool()>& passageDone) {
     if (!run) return summaryError(NoSuchRun, u"Bu aramanın kaydı bulunamadı."_s);
@@ -81,6 +79,8 @@ Result<QString> summaryPage(const Library& library, const SearchRun* run, int gr
     for (const RecordedTopic& topic : *topics) hits += static_cast<qsizetype>(topic.positions.size());
     started(hits);
 
+    // One phrase is marked over its whole length.
+    const auto phraseLength = run->options.together ? std::optional(run->typedLength) : std::nullopt;
     QString page;
     bool stopped = false;
     for (const RecordedTopic& recorded : *topics) {

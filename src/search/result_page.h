@@ -18,23 +18,20 @@ struct ResultPage {
     HighlightedText marks;  ///< hits and colours; its text has moved into the page
 };
 
-/// The topic page with every hit of the run's words marked. `allWords` and `wholeWord`: the check boxes as
-/// they stand now. `headingRow`: which of the topic's headings stands above it, by its row in tbl_KonuBaslik;
-/// else the first. Nothing where the topic has no text row (any more); what else cannot be read leaves its
-/// place empty.
+/// The topic page with every hit of the run's words marked, by the run's own options. `headingRow`: which of
+/// the topic's headings stands above it, by its row in tbl_KonuBaslik; else the first. Nothing where the
+/// topic has no text row (any more); what else cannot be read leaves its place empty.
 std::optional<ResultPage> highlightedPage(const data::Library& library, const platform::AppFolder& folder,
                                           data::TopicId topic, std::optional<qint64> headingRow,
-                                          const SearchRun& run, bool allWords, bool wholeWord,
-                                          const MarkingProgress& progress = {});
+                                          const SearchRun& run, const MarkingProgress& progress = {});
 
 /// Why a summary could not be made: number and description, as the message box shows them.
 platform::Error summaryError(int number, const QString& description);
 
 /// The passages of group `group` of a run: author `group`, from 0. `run`: null where no such run was stored.
-/// `phraseLength`: see appendPassages(). `started` is told the number of hits before the first passage;
+/// `started` is told the number of hits before the first passage;
 /// `passageDone` is called after every passage, and false ends the summary with what there is.
 platform::Result<QString> summaryPage(const data::Library& library, const SearchRun* run, int group,
-                                      std::optional<qsizetype> phraseLength,
                                       const std::function<void(qsizetype hits)>& started,
                                       const std::function<bool()>& passageDone);
 

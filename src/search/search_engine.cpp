@@ -80,6 +80,7 @@ std::optional<SearchRun> SearchEngine::prepare(QString& query, SearchOptions& op
     if (text::trimBlanks(query).isEmpty()) return std::nullopt;
     SearchRun run;
     run.AramaNo = ++AramaNo_;
+    run.typedLength = text::trimBlanks(query).size();
     run.KarsilastirmaKipi =
         options.caseSensitive ? text::Comparison::Exact : text::Comparison::CaseInsensitive;
 
@@ -106,6 +107,7 @@ std::optional<SearchRun> SearchEngine::prepare(QString& query, SearchOptions& op
         for (auto variant = run.TumVaryantlar.crbegin(); variant != run.TumVaryantlar.crend(); ++variant)
             run.AramaKelimeleri.append(*variant);
     if (!options.wholeWord && !options.allWords) orderLongestFirst(run.AramaKelimeleri);
+    run.options = options;
     end = RunResult::End::Listed;
     return run;
 }
@@ -132,19 +134,20 @@ void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options
 Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, QString typed,
                                         SearchOptions& options, const platform::BookSelection& scope,
                                         RunHost& host) {
+    RunResult result;
+    std::optional<SearchRun> prepared = prepare(query, options, host, result.end);
+    if (!prepared) return result;
     if (options.clearResult) {
         tree_.SonuclariTemizle();
         stores_.clear();
     }
-    RunResult result;
-    std::optional<SearchRun> prepared = prepare(query, options, host, result.end);
-    if (!prepared) return result;
     SearchRun& run = stores_.add(std::move(*prepared));
 
     Listing listing{run, order, options, scope, host, TopicScanner(run, options)};
     listing.root = &tree_.add(nullptr, {NodeKind::Run, u"bul"_s + QString::number(run.AramaNo),
                                         u"Aranan :\""_s + text::trimBlanks(typed).toString() + u'"', u"Bul"_s,
                                         qint64(run.AramaNo)});
+    host.runStarted(*listing.root);
     const Result<void> ended = listAuthors(listing);
     result.listed = listing.listed;
     if (listing.listed == 0) tree_.removeLastRun();

@@ -26,6 +26,8 @@ class RunHost {
     virtual ~RunHost() = default;
     /// The word list holds a single letter: go on, as a search for whole words, or give up?
     virtual bool acceptSingleLetter() { return true; }
+    /// The run goes on: its root stands in the tree.
+    virtual void runStarted(ResultNode& root) { Q_UNUSED(root); }
     /// An author's topics are about to be searched.
     virtual void authorStarted(qsizetype topics) { Q_UNUSED(topics); }
     /// `done` of them are searched; `book` is the newest book node, if the tree is to follow it. Events may

@@ -21,6 +21,9 @@ struct SearchOptions {
 
 struct SearchRun {
     int AramaNo = 0;
+    SearchOptions options;  ///< as the run went on: a single letter turns `wholeWord` on
+    /// Characters of the query as it was typed: what a summary marks where `options.together`.
+    qsizetype typedLength = 0;
     /// What is searched: the words, their I variants and, unless all words are asked for, the table variants.
     QStringList AramaKelimeleri;
     text::Comparison KarsilastirmaKipi = text::Comparison::CaseInsensitive;

@@ -28,6 +28,10 @@ class SearchView {
     /// The pointer "no drop" over the result tree and Frame1.
     virtual void setNoDropPointer(bool set) = 0;
 
+    virtual void focusSearchBox() = 0;
+
+    /// Shows a run's root in the result tree, or moves the tree so that it is the first row.
+    virtual void bringIntoView(ResultNode& root, bool toTheTop) = 0;
     /// Selects a book's node in the result tree, so that it follows the listing.
     virtual void follow(ResultNode& book) = 0;
     /// Shows what was added to the result tree and lets events run.

@@ -4,7 +4,6 @@
 
 #include "browse/browse_window.h"
 #include "browse/page_file.h"
-#include "browse/page_toolbar.h"
 #include "search/hit_positions.h"
 #include "search/result_page.h"
 #include "search/search_query.h"
@@ -49,7 +48,7 @@ class SearchWindow::Busy {
         window_.parts_.frame.setCommandsLocked(true);
         window_.parts_.view.setOptionsEnabled(false);
         window_.closing_ = false;
-        window_.followed_ = nullptr;
+        window_.root_ = window_.followed_ = nullptr;
         window_.sinceEvents_.start();
     }
     ~Busy() {
@@ -70,21 +69,27 @@ SearchWindow::SearchWindow(Parts parts) : parts_(std::move(parts)), engine_(part
 
 void SearchWindow::cmd_Bul_Click() {
     if (isRunning()) return;
-    browse::hidePageButtons(parts_.frame);
-    parts_.view.showStopButton(true);
-    AramaDurdur_ = false;
     const QString typed = parts_.view.searchText();
     if (typed.isEmpty()) {
-        parts_.dialogs.show(platform::errorMessage(u"Aranacak kelime girmediniz!"_s, u"Arama Hatası"_s));
-        parts_.view.showStopButton(false);
+        tell(platform::errorMessage(u"Aranacak kelime girmediniz!"_s, u"Arama Hatası"_s));
         return;
     }
+    parts_.page.setWithheld(true);
+    parts_.view.showStopButton(true);
+    AramaDurdur_ = false;
     parts_.state.showPanel2 = true;
     parts_.state.showPanel3 = false;
     parts_.frame.setPanelVisible(2, false);
     parts_.frame.setPanelVisible(3, false);
     SonSorgu_ = text::trimBlanks(typed).toString();
     if (!listele(SonSorgu_, ListOrder::Kitap)) parts_.state.showPanel2 = false;
+    parts_.page.setWithheld(false);
+}
+
+Answer SearchWindow::tell(const platform::Message& message) {
+    const Answer answer = parts_.dialogs.show(message);
+    parts_.view.focusSearchBox();
+    return answer;
 }
 
 void SearchWindow::cmdDur_Click() {
@@ -138,12 +143,16 @@ bool SearchWindow::listele(QString query, ListOrder order) {
         if (closed || !result) {
             followNewestBook();
             parts_.view.letEventsRun();
+            // Without a topic the run is gone again.
+            const ResultTree& tree = parts_.tree;
+            if (root_ && tree.runCount() > 0 && &tree.run(tree.runCount() - 1) == root_)
+                parts_.view.bringIntoView(*root_, true);
         }
         if (!result) {
             // Its text is about an earlier run.
             parts_.state.showPanel2 = false;
             parts_.frame.setPanelVisible(2, false);
-            if (!closing_) parts_.dialogs.show(failure(result.error()));
+            if (!closing_) tell(failure(result.error()));
         } else if (closed) {
             closeRun(*result);
         } else if (result->end == RunResult::End::Cancelled) {
@@ -174,7 +183,7 @@ void SearchWindow::closeRun(const RunResult& result) {
     parts_.frame.setPanelText(3, nothing);
     parts_.frame.setPanelVisible(3, true);
     // A program that is closing does not wait for an answer.
-    if (!closing_) parts_.dialogs.show(platform::noticeMessage(nothing, u"Aranan Kelime Bulunamadı"_s));
+    if (!closing_) tell(platform::noticeMessage(nothing, u"Aranan Kelime Bulunamadı"_s));
 }
 
 bool SearchWindow::acceptSingleLetter() {
@@ -187,9 +196,15 @@ bool SearchWindow::acceptSingleLetter() {
     message.title = u"Tek Harf Arama"_s;
     message.icon = platform::Icon::Information;
     message.buttons = platform::Buttons::OkCancel;
-    if (parts_.dialogs.show(message) != Answer::Ok) return false;
+    if (tell(message) != Answer::Ok) return false;
     parts_.view.setWholeWord(true);
+    parts_.view.showStopButton(true);  // with the focus again
     return true;
+}
+
+void SearchWindow::runStarted(ResultNode& root) {
+    root_ = &root;
+    parts_.view.bringIntoView(root, false);
 }
 
 void SearchWindow::authorStarted(qsizetype topics) {
@@ -228,15 +243,21 @@ void SearchWindow::cmd_KelimeKontOlustur_Click() {
     progress_ = 0;
     const Result<qint64> rows = rebuildVariantTable(parts_.library, [this] { return goOn(); });
     parts_.frame.setBusyPointer(false);
-    if (!rows && !closing_) parts_.dialogs.show(failure(rows.error()));
+    if (closing_) return;
+    if (rows)
+        parts_.frame.showPassingText(formatCount(*rows) + u" özel kelime belirlendi."_s);
+    else
+        tell(failure(rows.error()));
 }
 
 void SearchWindow::resultTreePressed(bool rightButton) {
     if (isRunning()) return;
-    if (rightButton)
+    if (rightButton) {
         parts_.frame.popUpMenu(u"mnu_listele");
-    else
-        parts_.frame.setPanelVisible(3, false);
+        return;
+    }
+    parts_.state.showPanel3 = false;
+    parts_.frame.setPanelVisible(3, false);
 }
 
 void SearchWindow::NodeClick(ResultNode& node) {
@@ -251,13 +272,11 @@ void SearchWindow::NodeClick(ResultNode& node) {
             if (run) showTopic(node, *run);
             break;
         default:
-            browse::hidePageButtons(parts_.frame);
-            browse::showStartPage(parts_.content);
+            browse::showStartPage(parts_.content, parts_.page);
     }
 }
 
 void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
-    const SearchOptions options = parts_.view.options();
     platform::MainFrame& frame = parts_.frame;
     frame.FontSize(browse::TopicFontSize);
     frame.setProgressValue(1);
@@ -272,8 +291,8 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
         const int value = thousands(position) + 1;
         if (value != std::exchange(shown, value)) frame.setProgressValue(value);
     };
-    const auto page = highlightedPage(parts_.library, parts_.folder, {node.tagNumber()}, node.headingRow, run,
-                                      options.allWords, options.wholeWord, progress);
+    const auto page =
+        highlightedPage(parts_.library, parts_.folder, {node.tagNumber()}, node.headingRow, run, progress);
     frame.setToolText(ProgressText.toString());
 
     const qint32 hits = page ? page->marks.hits : 0;
@@ -282,7 +301,8 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     // The topic may be gone since the search; then the page stays as it is.
     if (!page) return;
 
-    browse::showTopicButtons(frame);
+    parts_.state.showPanel3 = true;
+    parts_.page.showPageCommands(browse::ShownPage::Topic);
     parts_.content.show();
     browse::showGeneratedPage(parts_.content);
     const Result<void> written = browse::writePage(parts_.folder, page->page);
@@ -291,13 +311,12 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     // The hits can be found once the page is there.
     showing_ = true;
     parts_.content.wb_Icerik().waitUntilComplete();
-    browse::showPageButtons(frame);
-    frame.setButtonEnabled(button::Up, false);
-    frame.setButtonEnabled(button::Down, true);
+    parts_.page.showPageCommands(browse::ShownPage::MarkedPage);
     frame.SetPosZero();
     // Without a file, what stands there is the page before.
-    if (!written || !parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false))
-        frame.setButtonEnabled(button::Down, false);
+    parts_.page.setHitButton(
+        button::Down,
+        written && parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false));
     showing_ = false;
 }
 
@@ -310,12 +329,8 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
     const Busy busy(*this);
     OzetDurdur_ = false;
     beginSummary();
-    // One phrase is marked over its length as the search box holds it now.
-    const auto phraseLength = parts_.view.options().together
-                                  ? std::optional(text::trimBlanks(parts_.view.searchText()).size())
-                                  : std::nullopt;
     const Result<QString> page = summaryPage(
-        parts_.library, run, group, phraseLength,
+        parts_.library, run, group,
         [this](qsizetype hits) { parts_.frame.setProgressMaximum(static_cast<int>(hits) + 5); },
         [this] {
             ++progress_;
@@ -326,9 +341,7 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
     if (written) {
         parts_.content.show();
         parts_.view.showSummaryStop(false);
-        // A summary has no hit anchors to step through.
-        parts_.frame.setButtonEnabled(button::Up, false);
-        parts_.frame.setButtonEnabled(button::Down, false);
+        parts_.page.showPageCommands(browse::ShownPage::Summary);
         // The passages' type grows and shrinks from this size only.
         parts_.frame.FontSize(browse::TopicFontSize);
         showPage(written, browse::contentCaption(u"ÖZET"_s));
@@ -345,11 +358,7 @@ void SearchWindow::beginSummary() {
     parts_.view.letEventsRun();
     parts_.view.showSummaryStop(true);
     frame.setBusyPointer(true);
-    frame.setButtonEnabled(button::New, true);
-    for (const QStringView key : {button::New, button::Buyult, button::Kucult, button::Sep1, button::Sep2,
-                                  button::Sep3, button::Sep4, button::Bosluk})
-        frame.setButtonVisible(key, false);
-    frame.setSpacerWidth(frame.width() - 3800_tw);
+    parts_.page.setWithheld(true);
     frame.setToolText(u"Özetleniyor..."_s);
     frame.setProgressVisible(true);
     frame.setToolTextWidth(2050_tw);
@@ -367,14 +376,7 @@ void SearchWindow::endSummary() {
     frame.setToolTextVisible(false);
     frame.setToolTextWidth(1125_tw);
     frame.setToolText(ProgressText.toString());
-    // Where it failed, there may be no page that they could serve.
-    if (parts_.content.isLoaded() && parts_.content.wb_Icerik().isShown()) {
-        for (const QStringView key : {button::Buyult, button::Kucult, button::Sep1, button::Sep2,
-                                      button::Sep3, button::Sep4, button::Bosluk, button::New})
-            frame.setButtonVisible(key, true);
-    } else {
-        browse::hidePageButtons(frame);
-    }
+    parts_.page.setWithheld(false);
     frame.setBusyPointer(false);
 }
 

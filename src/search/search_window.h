@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QString>
 
+#include "browse/page_toolbar.h"
 #include "browse/search_tab_state.h"
 #include "browse/window_ports.h"
 #include "data/library.h"
@@ -26,6 +27,7 @@ class SearchWindow : private RunHost {
         browse::ContentView& content;  ///< frm_Icerik
         const data::Library& library;
         platform::AppFolder folder;
+        browse::PageCommands& page;     ///< of frm_Icerik
         browse::SearchTabState& state;  ///< shared with the window that hosts the tab
         ResultTree& tree;               ///< what tvw_Kitaplar_Bul shows
     };
@@ -49,7 +51,7 @@ class SearchWindow : private RunHost {
 
     /// A click on a node of the result tree: the highlighted page of a topic, a summary, or the start page.
     void NodeClick(ResultNode& node);
-    /// A mouse button went down on the result tree.
+    /// A mouse button went down on the result tree, or a key opened a node of it.
     void resultTreePressed(bool rightButton);
 
     /// A search, a summary or a rebuild is under way, or a page is being loaded.
@@ -64,10 +66,13 @@ class SearchWindow : private RunHost {
     class Busy;  // what holds while something runs
 
     bool acceptSingleLetter() override;
+    void runStarted(ResultNode& root) override;
     void authorStarted(qsizetype topics) override;
     void topicDone(qsizetype done, ResultNode* book) override;
     bool goOn() override;
 
+    /// Shows a message of the search; then the focus is in the search box, where the next step is taken.
+    platform::Answer tell(const platform::Message& message);
     /// Whether the run came to its end, found something or not, or was stopped.
     bool listele(QString query, ListOrder order);
     void closeRun(const RunResult& result);
@@ -89,6 +94,7 @@ class SearchWindow : private RunHost {
 
     QElapsedTimer sinceEvents_;
     int progress_ = 0;
+    ResultNode* root_ = nullptr;      // of the run under way
     ResultNode* followed_ = nullptr;  // the newest book, where the tree does not show it yet
 };
 

@@ -101,25 +101,21 @@ void Commands::toggleBrowse() {
     if (frame_.isMenuChecked(item_name::Arama)) {
         windows_.hideBrowse();
         setStatus(status::Idle);
-        frame_.setMenuChecked(item_name::Arama, false);
         return;
     }
     windows_.showBrowse();
     windows_.showTab(browse::Tab::Books);
     setStatus(status::Arama);
-    frame_.setMenuChecked(item_name::Arama, true);
 }
 
 void Commands::toggleContent() {
     if (frame_.isMenuChecked(item_name::Icerik)) {
         windows_.unloadContent();
         setStatus(status::Idle);
-        frame_.setMenuChecked(item_name::Icerik, false);
         return;
     }
     windows_.showContent();
     setStatus(status::Icerik);
-    frame_.setMenuChecked(item_name::Icerik, true);
 }
 
 void Commands::showBrowseTab(browse::Tab tab, QStringView status) {
@@ -148,7 +144,7 @@ void Commands::printWith(bool dialog) {
     if (dialog)
         printWithDialog(*page, printing_, dialogs_);
     else
-        printDirectly(*page, printing_);
+        printDirectly(*page, printing_, dialogs_);
 }
 
 void Commands::setPointSize(int points) {

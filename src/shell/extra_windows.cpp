@@ -1,6 +1,9 @@
 #include "shell/extra_windows.h"
 
+#include <QRegularExpression>
+
 #include "browse/font_size.h"
+#include "browse/window_ports.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,8 +15,15 @@ QString copiedPage(QString html, const platform::AppFolder& folder) {
     return browse::withAbsoluteImages(std::move(html), folder);
 }
 
-QString copiedCaption(QString caption) {
-    return caption.remove(u"İçerik Penceresi - "_s);
+QString copiedCaption(QString caption, const QString& html) {
+    if (caption != browse::ContentCaption) return caption.remove(u"İçerik Penceresi - "_s);
+    static const QRegularExpression title(u"<TITLE>(.*?)</TITLE>"_s,
+                                          QRegularExpression::DotMatchesEverythingOption);
+    QString text = title.match(html).captured(1).simplified();
+    if (text.isEmpty()) return caption;
+    // What the old form writes as entities; "&" last, for it stands in the others.
+    text.replace(u"&lt;"_s, u"<"_s).replace(u"&gt;"_s, u">"_s).replace(u"&nbsp;"_s, u" "_s);
+    return text.replace(u"&amp;"_s, u"&"_s);
 }
 
 }  // namespace lirovan::shell

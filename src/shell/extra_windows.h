@@ -45,7 +45,8 @@ class ExtraWindows {
 /// the home-page entry of the right-click menu is gone.
 QString copiedPage(QString html, const platform::AppFolder& folder);
 
-/// The caption of an extra window from that of the shared one: "İçerik Penceresi - Sabır" gives "Sabır".
-QString copiedCaption(QString caption);
+/// The caption of an extra window from that of the shared one: "İçerik Penceresi - Sabır" gives "Sabır". A
+/// page that gave the shared window no name has its own title, from `html` as innerHtml() gives it.
+QString copiedCaption(QString caption, const QString& html);
 
 }  // namespace lirovan::shell

@@ -12,9 +12,9 @@ void printWithDialog(platform::PageView& page, platform::Printing& printing, pla
     });
 }
 
-void printDirectly(platform::PageView& page, platform::Printing& printing) {
+void printDirectly(platform::PageView& page, platform::Printing& printing, platform::Dialogs& dialogs) {
     std::optional<platform::PrintTarget> target = printing.defaultPrinter();
-    if (!target) return;
+    if (!target) return printWithDialog(page, printing, dialogs);
     if (page.hasSelection()) target->range = platform::PrintRange::Selection;
     page.print(*target, [](bool) {});
 }

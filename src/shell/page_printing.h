@@ -11,7 +11,8 @@ namespace lirovan::shell {
 /// then fails is reported; a cancelled dialog ends silently. `dialogs` outlives the printing.
 void printWithDialog(platform::PageView& page, platform::Printing& printing, platform::Dialogs& dialogs);
 
-/// To the system's printer, the selection where there is one. Without a printer nothing happens.
-void printDirectly(platform::PageView& page, platform::Printing& printing);
+/// To the system's printer, the selection where there is one. Without a printer, through the print dialog: it
+/// can print to a file.
+void printDirectly(platform::PageView& page, platform::Printing& printing, platform::Dialogs& dialogs);
 
 }  // namespace lirovan::shell

@@ -38,8 +38,9 @@ class WindowsTest : public testing::Test {
     test::FakeBrowseView view_;
     test::FakeContentView shown_;
     SearchTabState search_;
-    BrowseWindow browse_{{frame_, view_, shown_, library_, file_.appFolder(), search_, {}}};
-    ContentWindow content_{frame_, shown_, platform::AppFolder(u"/l"_s)};
+    PageCommands page_{frame_};
+    BrowseWindow browse_{{frame_, view_, shown_, library_, file_.appFolder(), search_, page_, {}}};
+    ContentWindow content_{frame_, shown_, page_, platform::AppFolder(u"/l"_s)};
 };
 
 }  // namespace
@@ -75,6 +76,74 @@ TEST_F(WindowsTest, StandSideBySide) {
     EXPECT_EQ(view_.rect, rect(1, 2, 3, 4));
 }
 
+TEST_F(WindowsTest, ABrowseWindowThatIsOpenedAgainLeavesTheMainWindowAlone) {
+    EXPECT_TRUE(view_.mainMaximized);
+    view_.mainMaximized = false;
+    browse_.load({}, Twips{5555});
+    EXPECT_EQ(view_.rect, rect(0, 0, 5555, 10470));
+    EXPECT_FALSE(view_.mainMaximized);
+}
+
+TEST_F(WindowsTest, ThePagesButtonsFollowWhatIsShownWhateverKeepsThemBack) {
+    using platform::button::Down, platform::button::New, platform::button::Up, platform::button::Buyult;
+    const auto expect = [this](bool visible, bool up, bool down) {
+        for (const QStringView key : {New, Up, Down, Buyult})
+            EXPECT_EQ(frame_.button(key).visible, visible) << key.toString().toStdString();
+        EXPECT_EQ(frame_.button(Up).enabled, up);
+        EXPECT_EQ(frame_.button(Down).enabled, down);
+    };
+    page_.setBooksInFront(false);
+    for (const ShownPage plain : {ShownPage::Topic, ShownPage::Summary}) {
+        page_.showPageCommands(plain);
+        page_.setHitButton(Down, true);
+        expect(true, false, false);
+    }
+    page_.showPageCommands(ShownPage::MarkedPage);
+    page_.setHitButton(Down, true);
+    expect(true, false, true);
+    page_.setWithheld(true);
+    EXPECT_FALSE(frame_.button(New).visible || frame_.button(Down).visible);
+    browse_.selectTab(Tab::Books);
+    page_.setWithheld(false);
+    expect(true, false, false);
+    browse_.selectTab(Tab::Search);
+    expect(true, false, true);
+
+    // Panel 3 comes back with the marked page only.
+    search_.showPanel3 = true;
+    for (const ShownPage page : {ShownPage::MarkedPage, ShownPage::Topic}) {
+        page_.showPageCommands(page);
+        browse_.selectTab(Tab::Books);
+        browse_.selectTab(Tab::Search);
+        EXPECT_EQ(frame_.panelVisible[3], page == ShownPage::MarkedPage);
+    }
+    content_.unload();
+    expect(false, false, false);
+    EXPECT_FALSE(frame_.button(New).enabled);
+}
+
+TEST_F(WindowsTest, TheStartPageHasNoTopicsNameWhicheverWayItWasReached) {
+    clickTopic(101);
+    content_.pageLoaded();
+    EXPECT_EQ(shown_.title, u"İçerik Penceresi - Giriş ");
+    test::writeFile(file_.filePath(u"OKU/VQ.htm"_s), "start");
+    shown_.page.navigated += file_.filePath(u"OKU/VQ.htm"_s);  // by the page's own menu
+    ContentWindow(frame_, shown_, page_, file_.appFolder()).pageLoaded();
+    EXPECT_EQ(shown_.title, u"İçerik Penceresi");
+    EXPECT_EQ(page_.shown(), ShownPage::Topic) << "it can be opened in a new window";
+}
+
+TEST_F(WindowsTest, TypeStopsShrinkingAtFourPixels) {
+    shown_.page.html = u"<HEAD><TITLE>t</TITLE></HEAD>"_s;
+    for (int press = 0; press < 20; ++press) content_.ChangeFontSize(-1);
+    EXPECT_EQ(frame_.pixels, 4);
+    content_.ChangeFontSize(1);
+    EXPECT_EQ(frame_.pixels, 5);
+    frame_.pixels = 2;  // whoever set it: not larger by making it smaller
+    content_.ChangeFontSize(-1);
+    EXPECT_EQ(frame_.pixels, 2);
+}
+
 TEST_F(WindowsTest, AnotherTypeSizeKeepsThePagesImagesAndAsksForTheHitsAgain) {
     shown_.page.html = u"<HEAD><TITLE>t</TITLE></HEAD><IMG src=\"print.gif\">"_s;
     content_.ChangeFontSize(1);
@@ -92,10 +161,6 @@ TEST(TypeSize, OfAPageThatDoesNotAnswerStays) {
 }
 
 TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
-    browse_.NodeClick(10);  // the second author has no page of its own
-    EXPECT_EQ(pageFile(), "(missing)");
-    EXPECT_TRUE(shown_.page.navigated.isEmpty());
-
     clickTopic(101);
     const QByteArray page = pageFile();
     EXPECT_EQ(shown_.page.navigated, QStringList{file_.folder() + u"\\OKU\\oku.html"_s});
@@ -124,6 +189,13 @@ TEST_F(WindowsTest, TopicsOpenWhateverTheirBooksTitle) {
         clickTopic(topic);
         EXPECT_TRUE(pageFile().contains("<span>" + author + "</span>")) << topic;
     }
-    browse_.NodeClick(static_cast<qsizetype>(browse_.nodes().size()) - 1);
-    EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << "a book without topics is a book";
+    const auto expectStartPage = [this](qsizetype node) {
+        clickTopic(610);
+        EXPECT_FALSE(shown_.startPage.shown);
+        browse_.NodeClick(node);
+        EXPECT_TRUE(shown_.startPage.shown && !shown_.page.shown) << node;
+        EXPECT_EQ(page_.shown(), ShownPage::None);
+    };
+    for (const TreeNode& node : browse_.nodes())
+        if (node.kind != TreeNode::Kind::Topic) expectStartPage(&node - browse_.nodes().data());
 }

@@ -24,6 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     SearchRun run;
     run.AramaKelimeleri = queryWords(cleanQuery(text(input.substr(0, lineEnd))), options.together);
     if (run.AramaKelimeleri.isEmpty()) return 0;
+    run.options = options;
     if (options.caseSensitive) run.KarsilastirmaKipi = text::Comparison::Exact;
     const TopicScanner scanner(run, options);
     const bool matches = scanner.matches(stored);
@@ -35,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     if (run.IsabetKaydi.count(u';') != count) std::abort();
 
     const HighlightedText page =
-        markHits(text(stored), wordsToMark(run, options.allWords), run.KarsilastirmaKipi, options.wholeWord);
+        markHits(text(stored), wordsToMark(run), run.KarsilastirmaKipi, options.wholeWord);
     if (page.text.count(QStringLiteral("<input type='submit' name='ggggittt")) < page.hits) std::abort();
 
     QString summary;

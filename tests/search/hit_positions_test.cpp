@@ -50,17 +50,30 @@ TEST(HitPositions, StepsToBothEndsWithoutWrapping) {
     page.expect(&HitPositions::DownerPos, 200, true, true);
 
     page.view.positions = {150, 350, 500};  // after a new layout it goes on from the same hit
-    page.expect(&HitPositions::ReOrderPos, -1, true, true);
     page.expect(&HitPositions::DownerPos, 533, true, false);
+    page.view.positions = {160, 360, 600};
+    page.expect(&HitPositions::UpperPos, 360, true, true);
+    page.view.outcome = platform::Outcome::TimedOut;  // a page that does not answer keeps its stops
+    page.expect(&HitPositions::DownerPos, 633, true, false);
+    page.view.outcome = platform::Outcome::Answered;
+
+    page.view.firstIsInView = true;  // without a scroll that would cut the header off
+    page.expect(&HitPositions::SetPosZero, 0, true, false);
+    page.expect(&HitPositions::DownerPos, 360, true, false);
+    page.expect(&HitPositions::UpperPos, 0, false, true);
+    page.view.positions = {};
+    page.expect(&HitPositions::SetPosZero, 0, false, true);
+    page.view.firstIsInView = false;
+    page.expect(&HitPositions::SetPosZero, 0, false, true);
 
     page.view.positions = {40};  // one stop stays within reach
-    page.expect(&HitPositions::SetPosZero, 73, true, false);
+    page.expect(&HitPositions::SetPosZero, 73, false, true);
     for (int press = 0; press < 3; ++press) page.expect(&HitPositions::DownerPos, 73, false, true);
 }
 
 TEST(HitPositions, StartsAnExtraWindowOnce) {
     Page page, two;
-    page.expect(&HitPositions::firstActivation, 33, false, false);
+    page.expect(&HitPositions::firstActivation, 0, false, false);
     page.view.positions = {5, 6};
     page.expect(&HitPositions::firstActivation, -1, false, false);
     two.view.positions = {5, 60};

@@ -62,6 +62,7 @@ struct Case {
 
     explicit Case(Random& random) : text(randomText(random)) {
         options = {random.oneIn(2), random.oneIn(2), random.oneIn(2), random.oneIn(5), false};
+        run.options = options;
         run.KarsilastirmaKipi = options.caseSensitive ? Comparison::Exact : Comparison::CaseInsensitive;
         // Sometimes so many that words are sieved.
         QStringList& list = run.AramaKelimeleri;
@@ -101,7 +102,7 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
         ASSERT_EQ(count, plain.count(topic, book, expectedRecord));
         ASSERT_EQ(record.toStdString(), expectedRecord.toStdString());
 
-        const QStringList words = search::wordsToMark(c.run, c.options.allWords);
+        const QStringList words = search::wordsToMark(c.run);
         const auto page = search::markHits(c.text, words, c.run.KarsilastirmaKipi, c.options.wholeWord);
         const auto expected =
             reference::highlight(c.text, words, c.run.KarsilastirmaKipi, c.options.wholeWord);

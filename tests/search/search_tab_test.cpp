@@ -35,7 +35,7 @@ class SearchTabTest : public testing::Test {
         library = file.execute(u"COMMIT").open();
         content.page.elements = {u"ggggittt0"_s};  // a page has the buttons that were written to its file
         tab = std::make_unique<SearchTab>(
-            SearchTab::Parts{frame, dialogs, content, library, file.appFolder(), state});
+            SearchTab::Parts{frame, dialogs, content, library, file.appFolder(), commands, state});
         tree = child<QTreeView>("tvw_Kitaplar_Bul");
         tab->show();
     }
@@ -109,6 +109,7 @@ class SearchTabTest : public testing::Test {
     test::FakeMainFrame frame;
     test::ScriptedDialogs dialogs;
     test::FakeContentView content;
+    browse::PageCommands commands{frame};
     browse::SearchTabState state;
     std::unique_ptr<SearchTab> tab;
     QTreeView* tree;
@@ -158,6 +159,38 @@ TEST_F(SearchTabTest, SaysThatNothingWasFoundOrAsked) {
     find(u"?!"_s);
     EXPECT_EQ(said(), QString());
     EXPECT_EQ(rows(1), QStringList{u"Aranan :\"irfan\""_s});
+}
+
+// Whichever way it ended; the focus was elsewhere before.
+TEST_F(SearchTabTest, ReturnsToTheSearchBoxAfterAMessage) {
+    file.damage(2);
+    dialogs.whileShown = [this](const platform::Message&) { tree->setFocus(); };
+    for (const QString& query : {QString(), u"bulunmaz"_s, u"x"_s, u"ilim"_s}) {
+        tree->setFocus();
+        type(query);
+        tab->decisions().cmd_Bul_Click();
+        EXPECT_FALSE(said().isEmpty()) << query.toStdString();
+        EXPECT_EQ(tab->focusWidget(), child<QLineEdit>("txt_Bul")) << query.toStdString();
+    }
+}
+
+TEST_F(SearchTabTest, ClearsOlderResultsOnlyForARunThatGoesOn) {
+    find(u"irfan"_s);
+    press("chk_ClearResult");
+    dialogs.answer(Answer::Cancel);
+    for (const QString& query : {u"   "_s, u"?!"_s, u"a"_s}) find(query);
+    EXPECT_EQ(rows(1), QStringList{u"Aranan :\"irfan\""_s});
+    find(u"ilim"_s);
+    EXPECT_EQ(rows(1), QStringList{u"Aranan :\"ilim\""_s});
+}
+
+TEST_F(SearchTabTest, BringsANewRunToTheTopOfTheTree) {
+    tab->resize(300, 500);
+    find(u"söz irfan"_s);
+    for (int run = 1; run < 3; ++run) {
+        sort(u"Konu");  // more rows than fit
+        EXPECT_EQ(tree->visualRect(below({}, run)).top(), 0) << run;
+    }
 }
 
 TEST_F(SearchTabTest, LeavesNoLetterBehindWhenTheWarningIsCancelled) {
@@ -276,6 +309,45 @@ TEST_F(SearchTabTest, ShowsATopicWithItsHits) {
     EXPECT_TRUE(page().contains("<font face=Arial></font>"));
 }
 
+TEST_F(SearchTabTest, ShowsOlderRunsByTheirOwnOptions) {
+    file.topic(3, 20, u"BAĞ", u"<P>ilimler, ilim ve irfan</P><br>");
+    press("chk_TMK");
+    find(u"ilim"_s);
+    press("chk_FindWith");
+    find(u"ilim ve irfan"_s);
+    for (const char* box : {"chk_TMK", "chk_FindWith", "chk_BKD", "chk_HPI"}) press(box);
+    type(u"x"_s);
+    click(u"konu13"_s);
+    EXPECT_EQ(frame.panels[3], u"Seçili başlıkta bulunan kelime sayısı: 1");
+    click(u"ozet20"_s);
+    EXPECT_TRUE(page().contains(">ilim ve irfan</font></span>"));
+}
+
+TEST_F(SearchTabTest, CommandsOfThePageComeBackAfterASearchForThePageThatIsStillShown) {
+    find(u"irfan"_s);
+    click(u"konu11"_s);
+    commands.setBooksInFront(false);
+    EXPECT_TRUE(state.showPanel3);
+    dialogs.whileShown = [this](const platform::Message&) {  // nothing but the message
+        expectRunning(false);
+        EXPECT_TRUE(frame.button(button::Down).visible && frame.panelVisible[3]);
+    };
+    find(QString());
+    EXPECT_EQ(said(), u"Aranacak kelime girmediniz!");
+    whenEventsRun([this] { EXPECT_FALSE(frame.button(button::Down).visible); });
+    find(u"söz"_s);
+    EXPECT_TRUE(frame.button(button::Down).visible && frame.button(button::Down).enabled);
+    EXPECT_TRUE(frame.button(button::New).visible && frame.button(button::Buyult).visible);
+    events.stop();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {  // as a mouse press does
+        frame.panelVisible[3] = state.showPanel3 = true;
+        tree->setCurrentIndex(found(u"bul1"_s).value(0));
+        QTest::keyClick(tree, key);
+        EXPECT_FALSE(frame.panelVisible[3] || state.showPanel3);
+    }
+    EXPECT_FALSE(frame.button(button::Down).visible) << "the start page";
+}
+
 TEST_F(SearchTabTest, ShowsASummary) {
     find(u"ilim irfan"_s);
     tree->setCurrentIndex(found(u"ozet10"_s).value(0));
@@ -307,7 +379,7 @@ TEST_F(SearchTabTest, ShowsASummary) {
     EXPECT_EQ(page().count("<hr>"), 1);
     EXPECT_TRUE(frame.button(button::New).visible);  // of the page that is still there
     summary.tag = u"OZET0"_s;
-    browse::showStartPage(content);
+    browse::showStartPage(content, commands);
     const QString pageFile = file.filePath(u"OKU/oku.html"_s);
     ASSERT_TRUE(QFile::remove(pageFile) && QDir().mkpath(pageFile));  // nothing can be written over it
     click(u"ozet10"_s);
@@ -329,6 +401,7 @@ TEST_F(SearchTabTest, TheFrameOfOptionsWorks) {
     find(u"hakikat"_s);
     EXPECT_EQ(frame.panels[3], u"Gösterilecek başlık bulunamadı.");
     press("cmd_KelimeKontOlustur");
+    EXPECT_EQ(frame.passingText, u"1 özel kelime belirlendi.");
     find(u"hakikat"_s);
     EXPECT_EQ(frame.panels[2], u"Arama Sonucu: 1 başlık bulundu.");
 }

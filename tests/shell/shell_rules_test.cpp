@@ -93,6 +93,17 @@ TEST(ExtraWindowsTest, ACopiedPageHasAbsoluteImagesAndNoHomeEntry) {
               "<IMG src=\"x/print.gif\"><DIV>Giriş Sayfası</DIV>"_s);
 }
 
+TEST(ExtraWindowsTest, ACopyIsCalledAsItsPageIs) {
+    const std::pair<QString, QString> cases[] = {
+        {u"İçerik Penceresi - Sabır"_s, u"Sabır"_s},
+        {u"İçerik Penceresi"_s, u"Giriş & <son>"_s},
+    };
+    for (const auto& [caption, copied] : cases)
+        EXPECT_EQ(copiedCaption(caption, u"<HEAD><TITLE>\r\n Giriş &amp; &lt;son&gt;</TITLE></HEAD>"_s),
+                  copied);
+    EXPECT_EQ(copiedCaption(u"İçerik Penceresi"_s, u"<TITLE></TITLE>"_s), u"İçerik Penceresi"_s);
+}
+
 namespace {
 
 class PrintedPage : public test::FakePageView {
@@ -111,13 +122,16 @@ TEST(PagePrinting, PrintsThePageOrItsSelectionAndReportsOnlyAFailureBehindTheDia
     PrintedPage page;
     test::FakePrinting printing;
     test::ScriptedDialogs dialogs;
-    printDirectly(page, printing);
-    EXPECT_FALSE(page.printed) << "no printer";
+    page.selection = u"seçim"_s;
+    printDirectly(page, printing, dialogs);
+    EXPECT_TRUE(printing.offeredSelection) << "no printer: the dialog can print to a file";
+    EXPECT_FALSE(page.printed) << "cancelled";
+    page.selection.clear();
     printing.printer = platform::PrintTarget{};
-    printDirectly(page, printing);
+    printDirectly(page, printing, dialogs);
     EXPECT_EQ(page.printed, platform::PrintRange::Page);
     page.selection = u"seçim"_s;
-    printDirectly(page, printing);
+    printDirectly(page, printing, dialogs);
     EXPECT_EQ(page.printed, platform::PrintRange::Selection);
 
     page.printed.reset();
@@ -128,7 +142,7 @@ TEST(PagePrinting, PrintsThePageOrItsSelectionAndReportsOnlyAFailureBehindTheDia
     printWithDialog(page, printing, dialogs);
     EXPECT_TRUE(page.printed);
     page.printerWorks = false;
-    printDirectly(page, printing);
+    printDirectly(page, printing, dialogs);
     EXPECT_TRUE(dialogs.messages.empty());
     printWithDialog(page, printing, dialogs);
     ASSERT_EQ(dialogs.messages.size(), 1U);

@@ -21,7 +21,7 @@ struct FakeMainFrame : platform::MainFrame {
     bool progressVisible = false, toolTextVisible = false, selectorVisible = true, busy = false,
          locked = false;
     int progressMaximum = 0, pixels = 12, reorders = 0, zeros = 0;
-    QString toolText, poppedUp;
+    QString toolText, poppedUp, passingText;
     platform::BookSelection selection;
 
     State button(QStringView key) const { return buttons.value(key.toString()); }
@@ -36,6 +36,7 @@ struct FakeMainFrame : platform::MainFrame {
     void setMenuVisible(QStringView item, bool on) override { menus[item.toString().toLower()].visible = on; }
     void popUpMenu(QStringView item) override { poppedUp = item.toString(); }
     void setPanelText(int panel, const QString& text) override { panels[panel] = text; }
+    void showPassingText(const QString& text) override { passingText = text; }
     void setPanelVisible(int panel, bool on) override { panelVisible[panel] = on; }
     void setProgressVisible(bool on) override { progressVisible = on; }
     void setProgressMaximum(int maximum) override { progressMaximum = maximum; }
@@ -64,6 +65,7 @@ struct FakePageView : platform::PageView {
     QString html;                                             ///< innerHtml(); rewrite() replaces it
     QStringList elements;
     std::vector<double> positions;
+    bool firstIsInView = false;
     int scrolledTo = -1;
     double zoom = 1;
     QString selection;
@@ -86,6 +88,7 @@ struct FakePageView : platform::PageView {
     platform::Reply<bool> hasElement(QStringView name) override { return reply(elements.contains(name)); }
     platform::Outcome focusElement(QStringView) override { return outcome; }
     platform::Reply<std::vector<double>> offsets(QStringView) override { return reply(positions); }
+    platform::Reply<bool> isInFirstView(QStringView) override { return reply(firstIsInView); }
     platform::Outcome setScrollTop(int pixels) override { return scrolledTo = pixels, outcome; }
     platform::Reply<double> scrollTop() override { return reply(double(scrolledTo)); }
     platform::Outcome scrollLinesDown(int) override { return outcome; }

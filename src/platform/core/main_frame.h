@@ -53,6 +53,9 @@ class MainFrame {
     virtual void setPanelText(int panel, const QString& text) = 0;
     virtual void setPanelVisible(int panel, bool visible) = 0;
 
+    /// Shows a text in place of the panels, for a while or until one of them changes.
+    virtual void showPassingText(const QString& text) = 0;
+
     // prg_gosterge and lbl_tool beside it. The main window places them; a width of lbl_tool is its least
     // width.
     virtual void setProgressVisible(bool visible) = 0;

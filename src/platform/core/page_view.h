@@ -61,6 +61,9 @@ class PageView {
     /// the document where there is none, of the elements named `prefix`0, `prefix`1, ... up to the first
     /// number that is missing.
     virtual Reply<std::vector<double>> offsets(QStringView prefix) = 0;
+    /// Whether the uppermost of these elements, with the text line that it stands in, is in view while the
+    /// page is at its top; false where there is none.
+    virtual Reply<bool> isInFirstView(QStringView prefix) = 0;
     virtual Outcome setScrollTop(int pixels) = 0;
     virtual Reply<double> scrollTop() = 0;
     /// Presses of the scroll bar's lower arrow, a text line each.

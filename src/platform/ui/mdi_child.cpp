@@ -86,6 +86,13 @@ void MdiChild::release() {
     QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
+bool MdiChild::event(QEvent* event) {
+    // Unlike those to be seen on the screen, these come only when the window itself is shown or hidden.
+    if (event->type() == QEvent::ShowToParent) Q_EMIT shownChanged(true);
+    if (event->type() == QEvent::HideToParent) Q_EMIT shownChanged(false);
+    return QMdiSubWindow::event(event);
+}
+
 void MdiChild::closeEvent(QCloseEvent* event) {
     if (isHeld()) {
         closeWanted_ = true;

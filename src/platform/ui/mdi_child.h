@@ -26,6 +26,8 @@ class MdiChild : public QMdiSubWindow {
     /// Where the window stands, its frame included; while it is maximised, where it was put before. What
     /// setPlace() was given comes back to the bit as long as the window has not moved since.
     TwipsRect place() const;
+    /// Where the window stands or, minimised or maximised, goes back to.
+    TwipsRect normalPlace() const { return (isMinimized() || isMaximized()) && given_ ? *given_ : place(); }
     /// Moves and sizes a window that is neither minimised nor maximised; another keeps its place. A width
     /// that cuts captions off, as with a large type, is made larger. A place that reaches beyond the frame is
     /// moved and then cut, so that nothing of the window is out of reach.
@@ -49,9 +51,11 @@ class MdiChild : public QMdiSubWindow {
     bool isHeld() const { return holds_ > 0; }
 
   Q_SIGNALS:
-    void unloaded();  ///< it was closed and is about to be deleted
+    void unloaded();                ///< it was closed and is about to be deleted
+    void shownChanged(bool shown);  ///< it was shown or hidden inside the frame, whoever did it
 
   protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 

@@ -143,21 +143,30 @@
     return cell;
   }
 
-  function offsets(prefix) {
+  // The elements named prefix0, prefix1, ... up to the first number that is missing.
+  function numbered(prefix) {
     const found = new Map();
     for (const element of querySelectorAll('[name^="' + CSS.escape(prefix) + '"]')) {
       const name = element.getAttribute('name');
       if (!found.has(name)) found.set(name, element);
     }
+    const result = [];
+    for (let i = 0, element; (element = found.get(prefix + i)); ++i) result.push(element);
+    return result;
+  }
+
+  function offsets(prefix) {
     const tops = new Map();
     const topOf = element => {
       if (!tops.has(element)) tops.set(element, element ? element.getBoundingClientRect().top : -scroller().scrollTop);
       return tops.get(element);
     };
-    const result = [];
-    for (let i = 0, element; (element = found.get(prefix + i)); ++i)
-      result.push(element.getBoundingClientRect().top - topOf(contentCell(element)));
-    return result.join(' ');
+    return numbered(prefix).map(element => element.getBoundingClientRect().top - topOf(contentCell(element))).join(' ');
+  }
+
+  function isInFirstView(prefix, line) {
+    const uppermost = numbered(prefix).reduce((top, each) => Math.min(top, each.getBoundingClientRect().top), Infinity);
+    return uppermost + scroller().scrollTop + line <= innerHeight;
   }
 
   function focusElement(name) {
@@ -221,7 +230,7 @@
     state,
     leave: () => { window.lirovan.left = true; },
     hasElement: name => !!byName(name),
-    focusElement, offsets, selectionHtml,
+    focusElement, offsets, isInFirstView, selectionHtml,
     setScrollTop: pixels => { scroller().scrollTop = pixels; },
     scrollTop: () => scroller().scrollTop,
     scrollBy: pixels => { scroller().scrollTop += pixels; },

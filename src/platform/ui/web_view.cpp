@@ -278,6 +278,11 @@ Reply<std::vector<double>> WebView::offsets(QStringView prefix) {
     return {reply.outcome, std::move(result)};
 }
 
+Reply<bool> WebView::isInFirstView(QStringView prefix) {
+    return as<bool>(
+        ask(QStringLiteral("lirovan.isInFirstView(%1,%2)").arg(scriptText(prefix)).arg(2 * LineStep)));
+}
+
 Outcome WebView::setScrollTop(int pixels) {
     return tell(QStringLiteral("lirovan.setScrollTop(%1)").arg(pixels));
 }

@@ -55,6 +55,7 @@ class WebView : public QWidget, public PageView {
     Reply<bool> hasElement(QStringView name) override;
     Outcome focusElement(QStringView name) override;
     Reply<std::vector<double>> offsets(QStringView prefix) override;
+    Reply<bool> isInFirstView(QStringView prefix) override;
     Outcome setScrollTop(int pixels) override;
     Reply<double> scrollTop() override;
     Outcome scrollLinesDown(int lines) override;

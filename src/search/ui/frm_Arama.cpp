@@ -39,7 +39,7 @@ class frm_Arama::View : public browse::BrowseView {
 frm_Arama::frm_Arama(Parts parts)
     : MdiChild(u"frm_Arama"_s),
       view_(std::make_unique<View>(*this, std::move(parts.maximizeMainWindow))),
-      decisions_({parts.frame, *view_, parts.content, parts.library, parts.folder, parts.search,
+      decisions_({parts.frame, *view_, parts.content, parts.library, parts.folder, parts.search, parts.page,
                   std::move(parts.isHelpShown)}),
       tb_Arama(new QTabWidget) {
     setWindowTitle(u"Arama Penceresi"_s);
@@ -90,8 +90,9 @@ void frm_Arama::buildTree() {
             [this](const QModelIndex& index) { decisions_.collapsed(books_.node(index)); });
 }
 
-const browse::BookTree& frm_Arama::load(const browse::TreeProgress& progress) {
-    const browse::BookTree& tree = decisions_.load(progress);
+const browse::BookTree& frm_Arama::load(const browse::TreeProgress& progress,
+                                        std::optional<platform::Twips> widthBefore) {
+    const browse::BookTree& tree = decisions_.load(progress, widthBefore);
     books_.setNodes(decisions_.nodes());
     return tree;
 }

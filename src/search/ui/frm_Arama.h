@@ -22,6 +22,7 @@ class frm_Arama : public platform::MdiChild {
         const data::Library& library;
         platform::AppFolder folder;
         browse::SearchTabState& search;
+        browse::PageCommands& page;
         std::function<bool()> isHelpShown;
         std::function<void()> maximizeMainWindow;
     };
@@ -30,8 +31,9 @@ class frm_Arama : public platform::MdiChild {
 
     /// The second tab's content; it holds a text box named txt_Bul, which the tab gives the focus to.
     void setSearchTab(QWidget* tab);
-    /// Fills the tree; the window is in its frame already.
-    const browse::BookTree& load(const browse::TreeProgress& progress);
+    /// Fills the tree; the window is in its frame already. `widthBefore`: see BrowseWindow::load().
+    const browse::BookTree& load(const browse::TreeProgress& progress,
+                                 std::optional<platform::Twips> widthBefore);
 
     browse::BrowseWindow& decisions() { return decisions_; }
     QTreeView& bookTree() { return *tvw_Kitaplar; }

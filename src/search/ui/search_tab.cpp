@@ -47,8 +47,8 @@ class ResultView : public QTreeView {
 
 SearchTab::SearchTab(const Parts& parts, QWidget* parent)
     : QWidget(parent),
-      decisions_({parts.frame, parts.dialogs, *this, parts.content, parts.library, parts.folder, parts.state,
-                  tree_}),
+      decisions_({parts.frame, parts.dialogs, *this, parts.content, parts.library, parts.folder, parts.page,
+                  parts.state, tree_}),
       results_(tree_),
       Label1(named(new QLabel(u"Aranacak &Kelime(ler):"_s), u"Label1"_s)),
       txt_Bul(named(new QLineEdit, u"txt_Bul"_s)),
@@ -147,8 +147,10 @@ bool SearchTab::eventFilter(QObject* watched, QEvent* event) {
     } else if (watched == tvw_Kitaplar_Bul && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
-            if (ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex()))
+            if (ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex())) {
+                decisions_.resultTreePressed(false);
                 decisions_.NodeClick(*node);
+            }
             return true;
         }
     }
@@ -188,7 +190,8 @@ void SearchTab::setOptionsEnabled(bool enabled) {
 }
 
 void SearchTab::showStopButton(bool shown) {
-    const bool hadFocus = cmdDur->hasFocus();
+    // Also behind a message box that is just closing.
+    const bool hadFocus = focusWidget() == cmdDur;
     // Never both at once: the row would jump.
     (shown ? cmd_Bul : cmdDur)->hide();
     (shown ? cmdDur : cmd_Bul)->show();
@@ -209,6 +212,16 @@ void SearchTab::setNoDropPointer(bool set) {
         else
             widget->unsetCursor();
     }
+}
+
+void SearchTab::focusSearchBox() {
+    txt_Bul->setFocus();
+}
+
+void SearchTab::bringIntoView(ResultNode& root, bool toTheTop) {
+    results_.showChanges();
+    tvw_Kitaplar_Bul->scrollTo(
+        results_.index(root), toTheTop ? QAbstractItemView::PositionAtTop : QAbstractItemView::EnsureVisible);
 }
 
 void SearchTab::follow(ResultNode& book) {

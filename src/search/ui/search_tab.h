@@ -25,6 +25,7 @@ class SearchTab : public QWidget, private SearchView {
         browse::ContentView& content;
         const data::Library& library;
         platform::AppFolder folder;
+        browse::PageCommands& page;
         browse::SearchTabState& state;
     };
     /// What `parts` refers to outlives the tab.
@@ -53,6 +54,8 @@ class SearchTab : public QWidget, private SearchView {
     void showStopButton(bool shown) override;
     void showSummaryStop(bool shown) override;
     void setNoDropPointer(bool set) override;
+    void focusSearchBox() override;
+    void bringIntoView(ResultNode& root, bool toTheTop) override;
     void follow(ResultNode& book) override;
     void letEventsRun() override;
 

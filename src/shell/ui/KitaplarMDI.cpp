@@ -157,7 +157,7 @@ bool KitaplarMDI::load() {
     windows_->showContent();
     windows_->showBrowse();
     windows_->loadedBrowseWindow()->bookTree().setFocus();
-    frame_->hidePageButtonsAtStart();
+    windows_->pageCommands().showPageCommands(browse::ShownPage::None);
     loaded_ = true;
     return true;
 }

@@ -31,7 +31,7 @@ class ChildWindows::ContentPort : public browse::ContentView {
     bool isMinimized() const override { return window().isMinimized(); }
     bool isMaximized() const override { return window().isMaximized(); }
     bool isLoaded() const override { return windows_.content_; }
-    void show() override { window().show(); }
+    void show() override { window().isMinimized() ? window().showNormal() : window().show(); }
     QString caption() const override { return window().windowTitle(); }
     void setCaption(const QString& caption) override { window().setWindowTitle(caption); }
     platform::PageView& wb_Icerik() override { return *window().wb_Icerik; }
@@ -49,7 +49,8 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
       library_(library),
       services_(services),
       contentPort_(std::make_unique<ContentPort>(*this)),
-      contentDecisions_(frame, *contentPort_, services.folder),
+      pageCommands_(frame),
+      contentDecisions_(frame, *contentPort_, pageCommands_, services.folder),
       notebook_(area, services.folder, frame, services.dialogs, services.printing,
                 [&area](const QString& path) -> platform::Result<void> {
                     const auto ensured = ensureLayout(path, platform::LayoutKind::Notes, area.window());
@@ -73,21 +74,28 @@ frm_Arama& ChildWindows::browseWindow() {
 }
 
 void ChildWindows::loadBrowse() {
-    browse_ = new frm_Arama({frame_, *contentPort_, library_, services_.folder, search_,
+    browse_ = new frm_Arama({frame_, *contentPort_, library_, services_.folder, search_, pageCommands_,
                              [this] { return help_ && help_->helpShown; }, maximizeMainWindow});
     area_.addSubWindow(browse_);
     searchTab_ = new search::SearchTab(
-        {frame_, services_.dialogs, *contentPort_, library_, services_.folder, search_});
+        {frame_, services_.dialogs, *contentPort_, library_, services_.folder, pageCommands_, search_});
     browse_->setSearchTab(searchTab_);
     connect(browse_, &platform::MdiChild::unloaded, this, [this] {
         lastBrowsePlace();
+        closedBrowseWidth_ = browse_->normalPlace().width;
         browse_.clear();
         searchTab_.clear();
     });
-    const browse::BookTree& tree = browse_->load(treeProgress);
+    mark(*browse_, platform::menu::Arama);
+    const browse::BookTree& tree = browse_->load(treeProgress, closedBrowseWidth_);
     if (tree.failure)
         services_.dialogs.show(
             platform::errorMessage(browse::incompleteListMessage(*tree.failure), u"Okuma Hatası"_s));
+}
+
+void ChildWindows::mark(const platform::MdiChild& window, QStringView item) {
+    connect(&window, &platform::MdiChild::shownChanged, this,
+            [this, item](bool shown) { frame_.setMenuChecked(item, shown); });
 }
 
 frm_Icerik& ChildWindows::contentWindow() {
@@ -100,7 +108,7 @@ void ChildWindows::loadContent() {
     frm_Icerik* window = content_;
     area_.addSubWindow(window);
     hits_.emplace(*window->wb_Icerik,
-                  [this](QStringView key, bool enabled) { frame_.setButtonEnabled(key, enabled); });
+                  [this](QStringView key, bool enabled) { pageCommands_.setHitButton(key, enabled); });
     window->onActivate = [this] { contentDecisions_.activate(); };
     window->onResize = [this] {
         contentDecisions_.resize();
@@ -115,6 +123,8 @@ void ChildWindows::loadContent() {
         hits_.reset();
         content_.clear();
     });
+    mark(*window, platform::menu::Icerik);
+    connect(window->wb_Icerik, &WebView::loaded, this, [this] { contentDecisions_.pageLoaded(); });
     connect(window, &frm_Icerik::printRequested, this, &ChildWindows::printDialogWanted);
     connect(window->wb_Icerik2, &WebView::installerRequested, this, [this](const QUrl& installer) {
         downloadInstaller(installer, services_.dialogs, area_.window());
@@ -303,7 +313,7 @@ void ChildWindows::openInNewWindow() {
     const auto html = content_->wb_Icerik->innerHtml();
     if (!html) return;
     loadExtra({content_->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
-               copiedCaption(content_->windowTitle()), frame_.fontSize()});
+               copiedCaption(content_->windowTitle(), *html.value), frame_.fontSize()});
 }
 
 void ChildWindows::loadExtra(const CopiedPage& page) {
@@ -343,11 +353,17 @@ void ChildWindows::pasteIntoNotebook() {
 
 void ChildWindows::showHelp() {
     frm_yardim help(
-        frame_, [this](browse::Tab tab) { showTab(tab); }, area_.window());
+        frame_, [this](browse::Tab tab) { showHelpTab(tab); }, area_.window());
     help_ = &help;
     help.exec();
     help_.clear();
     QApplication::processEvents();
+}
+
+// A click on one of its buttons is about what the window shows.
+void ChildWindows::showHelpTab(browse::Tab tab) {
+    if (!browse_ || browse_->isHidden() || browse_->isMinimized()) showBrowse();
+    showTab(tab);
 }
 
 void ChildWindows::showAbout() {

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "browse/content_window.h"
+#include "browse/page_toolbar.h"
 #include "browse/search_tab_state.h"
 #include "browse/ui/frm_Icerik.h"
 #include "data/library.h"
@@ -52,6 +53,7 @@ class ChildWindows : public QObject, public Windows {
     /// Closes the notebook; false when it has to stay.
     bool closeNotebook() { return notebook_.confirmClose(); }
     void closeExtraWindows();
+    browse::PageCommands& pageCommands() { return pageCommands_; }
     const ExtraWindows<frm_IcerikN>& extraWindows() const { return extra_; }
 
     // Hit navigation of the shared content window
@@ -91,6 +93,9 @@ class ChildWindows : public QObject, public Windows {
 
     void loadBrowse();
     void loadContent();
+    /// The item's check mark says whether the window is visible.
+    void mark(const platform::MdiChild& window, QStringView item);
+    void showHelpTab(browse::Tab tab);
     void followDraggedBorder();
     void addToMenu(platform::WebView& page);
     /// Where the browse window stands, or stood when it was last loaded.
@@ -104,6 +109,7 @@ class ChildWindows : public QObject, public Windows {
     const data::Library& library_;
     Services& services_;
     std::unique_ptr<ContentPort> contentPort_;
+    browse::PageCommands pageCommands_;
     browse::ContentWindow contentDecisions_;
     browse::SearchTabState search_;
     QPointer<search::frm_Arama> browse_;
@@ -115,6 +121,7 @@ class ChildWindows : public QObject, public Windows {
     double zoom_ = 1;  // of the shared content window
     QPointer<frm_yardim> help_;
     platform::TwipsRect lastBrowsePlace_;
+    std::optional<platform::Twips> closedBrowseWidth_;
 };
 
 }  // namespace lirovan::shell

@@ -9,7 +9,6 @@
 #include <QProgressBar>
 #include <QStatusBar>
 
-#include "browse/page_toolbar.h"
 #include "browse/window_places.h"
 #include "platform/ui/twips_pixels.h"
 #include "shell/command_table.h"
@@ -22,6 +21,10 @@ using namespace Qt::StringLiterals;
 namespace lirovan::shell {
 
 using platform::Twips;
+
+namespace {
+constexpr int PassingTextMs = 10'000;
+}
 
 FrameWidgets::FrameWidgets(QMainWindow& window, QMdiArea& area)
     : window_(window), area_(area), menu_(new MainMenu(window.menuBar())), toolBar_(new MainToolBar) {
@@ -65,11 +68,22 @@ QList<QAction*> FrameWidgets::typeSizeItems() const {
 }
 
 void FrameWidgets::setPanelText(int number, const QString& text) {
-    if (QLabel* label = panel(number)) label->setText(text);
+    QLabel* label = panel(number);
+    if (!label || label->text() == text) return;
+    window_.statusBar()->clearMessage();
+    label->setText(text);
 }
 
 void FrameWidgets::setPanelVisible(int number, bool visible) {
-    if (QLabel* label = panel(number)) label->setVisible(visible);
+    QLabel* label = panel(number);
+    if (!label) return;
+    // The panels come back before one of them is hidden or shown for good.
+    window_.statusBar()->clearMessage();
+    label->setVisible(visible);
+}
+
+void FrameWidgets::showPassingText(const QString& text) {
+    window_.statusBar()->showMessage(text, PassingTextMs);
 }
 
 void FrameWidgets::setProgressVisible(bool visible) {
@@ -115,10 +129,6 @@ void FrameWidgets::fillSelector(std::vector<browse::SelectorRow> rows) {
     for (const browse::SelectorRow& row : rows_)
         selector->addItem(row.text, row.data ? QVariant(*row.data) : QVariant());
     selector->setCurrentIndex(0);
-}
-
-void FrameWidgets::hidePageButtonsAtStart() {
-    browse::hidePageButtons(*this);
 }
 
 Twips FrameWidgets::width() const {

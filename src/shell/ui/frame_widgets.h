@@ -39,6 +39,7 @@ class FrameWidgets : public QObject, public platform::MainFrame {
 
     void setPanelText(int panel, const QString& text) override;
     void setPanelVisible(int panel, bool visible) override;
+    void showPassingText(const QString& text) override;
 
     void setProgressVisible(bool visible) override;
     void setProgressMaximum(int maximum) override;
@@ -51,8 +52,6 @@ class FrameWidgets : public QObject, public platform::MainFrame {
     platform::BookSelection selectedBooks() const override;
     /// The selector's rows; the first is chosen.
     void fillSelector(std::vector<browse::SelectorRow> rows);
-    /// The toolbar as it stands after start-up: no page command is visible.
-    void hidePageButtonsAtStart();
 
     /// The work area's size and the room that the constants of the layout leave for the frame around it.
     platform::Twips width() const override;

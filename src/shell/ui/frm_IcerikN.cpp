@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "browse/content_window.h"
 #include "browse/page_file.h"
@@ -117,7 +118,7 @@ void frm_IcerikN::pressed(QStringView key) {
     } else if (key == button::Not) {
         Q_EMIT notebookWanted(false);
     } else if (key == button::Print) {
-        printDirectly(*wb_Icerik, parts_.printing);
+        printDirectly(*wb_Icerik, parts_.printing, parts_.dialogs);
     } else if (key == button::Buyult) {
         ChangeFontSizeN(+1);
     } else if (key == button::Kucult) {
@@ -144,14 +145,15 @@ void frm_IcerikN::focusPage() {
     wb_Icerik->setFocus();
     if (!wb_Icerik->hasElement(hit(0)).valueOr(false)) return;
     wb_Icerik->focusElement(hit(0));
+    if (wb_Icerik->isInFirstView(search::HitAnchor).valueOr(false)) return;
     // The stop of a single hit lies lower already; more lines would move it out of sight.
     if (wb_Icerik->hasElement(hit(1)).valueOr(false)) wb_Icerik->scrollLinesDown(LinesPastHit);
 }
 
 void frm_IcerikN::ChangeFontSizeN(int step) {
     const Hold hold(*this);
-    const int oldSize = fontSize_;
-    fontSize_ += step;
+    const int oldSize = std::exchange(fontSize_, browse::steppedFontSize(fontSize_, step));
+    if (fontSize_ == oldSize) return;
     // Its images are absolute already.
     browse::rewriteWithFontSize(*wb_Icerik, oldSize, fontSize_, nullptr);
     hits_.ReOrderPos();
