@@ -144,7 +144,7 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
 
     choose(u"mnu_Icerik"_s);
     EXPECT_FALSE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
-    window->commands().menu(u"mnu_yazdir");
+    window->windows().printPageWithDialog();
     EXPECT_EQ(printing.asked, 0) << "no page";
     clickNode(u"C1"_s);
     EXPECT_TRUE(shows(page(), u"<TITLE>"_s));
@@ -321,13 +321,13 @@ TEST_F(MainWindowTest, CutsCopiesAndPastesBetweenItsWindows) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return clipboard->text().contains(u"ardı ışıktır"_s); }));
     EXPECT_FALSE(button(u"cut"_s)->isEnabled());
 
-    window->commands().menu(u"mnu_yapistir");
+    choose(u"mnu_Yapistir"_s);
     auto* note = find<QTextEdit>(u"txt_Icerik"_s);
     EXPECT_TRUE(note->toPlainText().contains(u"ardı ışıktır"_s));
     clipboard->clear();
     note->selectAll();
     note->setFocus();
-    window->commands().menu(u"mnu_Kes");
+    window->windows().cut();
     EXPECT_TRUE(clipboard->text().contains(u"ardı ışıktır"_s));
     EXPECT_TRUE(note->toPlainText().isEmpty());
 }

@@ -5,7 +5,6 @@
 
 #include "notes/fake_printing.h"
 #include "shell/application_folder.h"
-#include "shell/command_states.h"
 #include "shell/extra_windows.h"
 #include "shell/page_printing.h"
 #include "shell/reg_api.h"
@@ -74,14 +73,6 @@ TEST(UpdateCheckTest, OnlyANewerVersionIsToldAndOnlyAManifestThatWasReadIsDone) 
         for (const platform::Message& each : dialogs.messages)
             EXPECT_TRUE(each.text.contains(u"http://site.example adresinden"));
     }
-}
-
-TEST(CommandStates, FindsMenuItemsInAnySpellingAndButtonsByTheirKeyOnly) {
-    CommandStates states;
-    states.setMenuEnabled(u"mnu_KES", false);
-    EXPECT_FALSE(states.menu(u"mnu_kes").enabled);
-    states.setButtonVisible(u"sep1", true);
-    EXPECT_FALSE(states.button(u"Sep1").visible);
 }
 
 TEST(ExtraWindowsTest, ACopiedPageHasAbsoluteImagesAndNoHomeEntry) {

@@ -18,7 +18,7 @@ inline constexpr QStringView Kitap = u"tlbtn_Kitap", Arama = u"tlbtn_Arama", Ice
                              Down = u"Down";
 }  // namespace button
 
-/// Menu items that other windows check, enable or show, by item name without regard to case.
+/// Menu items that other windows check, enable or show.
 namespace menu {
 inline constexpr QStringView Arama = u"mnu_Arama", Icerik = u"mnu_Icerik", Kes = u"mnu_kes",
                              Kopyala = u"mnu_Kopyala", Yapistir = u"mnu_Yapistir", Yazdir = u"mnu_yazdir",

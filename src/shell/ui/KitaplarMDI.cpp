@@ -11,8 +11,8 @@
 #include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
-#include "shell/command_table.h"
 #include "shell/ui/child_windows.h"
+#include "shell/ui/command_table.h"
 #include "shell/ui/frame_widgets.h"
 #include "shell/ui/frmGiris.h"
 #include "shell/ui/import_progress.h"
@@ -104,14 +104,9 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     frame_ = std::make_unique<Frame>(*this, area_);
     windows_ = std::make_unique<ChildWindows>(area_, *frame_, library_, services_);
     windows_->pageMenuItems = frame_->typeSizeItems();
-    commands_ = std::make_unique<Commands>(*frame_, *windows_, services_.dialogs, services_.printing);
-    connect(frame_.get(), &FrameWidgets::buttonPressed, this,
-            [this](const QString& key) { commands_->button(key); });
-    connect(frame_.get(), &FrameWidgets::menuChosen, this,
-            [this](const QString& item) { commands_->menu(item); });
+    connect(frame_.get(), &FrameWidgets::commandChosen, this,
+            [this](const CommandRow& row) { row.run(*windows_); });
     connect(windows_.get(), &ChildWindows::quitWanted, this, &QWidget::close);
-    connect(windows_.get(), &ChildWindows::printDialogWanted, this,
-            [this] { commands_->menu(platform::menu::Yazdir); });
     new PaneKeys(*this, area_, frame_->toolBar());
 }
 

@@ -7,7 +7,7 @@
 #include <QTimer>
 
 #include "data/library.h"
-#include "shell/commands.h"
+#include "platform/core/main_frame.h"
 #include "shell/main_layout.h"
 #include "shell/ui/services.h"
 #include "shell/update_check.h"
@@ -30,7 +30,6 @@ class KitaplarMDI : public QMainWindow {
 
     const data::Library& library() const { return library_; }
     platform::MainFrame& frame();
-    Commands& commands() { return *commands_; }
     ChildWindows& windows() { return *windows_; }
 
   protected:
@@ -55,7 +54,6 @@ class KitaplarMDI : public QMainWindow {
     QMdiArea area_;
     std::unique_ptr<Frame> frame_;
     std::unique_ptr<ChildWindows> windows_;
-    std::unique_ptr<Commands> commands_;
     std::unique_ptr<ManifestSource> manifest_;
     std::unique_ptr<UpdateCheck> updateCheck_;
     QTimer tmrVersion;

@@ -5,9 +5,7 @@
 #include <algorithm>
 
 #include "browse/window_places.h"
-#include "platform/ui/clipboard.h"
-#include "shell/command_table.h"
-#include "shell/ui/frmHakkinda.h"
+#include "shell/ui/command_table.h"
 #include "shell/ui/import_progress.h"
 #include "shell/ui/update_download.h"
 #include "shell/update_check.h"
@@ -125,7 +123,7 @@ void ChildWindows::loadContent() {
     });
     mark(*window, platform::menu::Icerik);
     connect(window->wb_Icerik, &WebView::loaded, this, [this] { contentDecisions_.pageLoaded(); });
-    connect(window, &frm_Icerik::printRequested, this, &ChildWindows::printDialogWanted);
+    connect(window, &frm_Icerik::printRequested, this, &ChildWindows::printPageWithDialog);
     connect(window->wb_Icerik2, &WebView::installerRequested, this, [this](const QUrl& installer) {
         downloadInstaller(installer, services_.dialogs, area_.window());
     });
@@ -204,117 +202,7 @@ void ChildWindows::stopRun() {
     if (searchTab_) searchTab_->decisions().stop();
 }
 
-// ---- The browse window ----
-
-void ChildWindows::showBrowse() {
-    browseWindow().bringForward();
-}
-
-void ChildWindows::hideBrowse() {
-    if (!browse_) return;
-    browse_->hide();
-    // It would stay the active window and take the keys.
-    const QList<QMdiSubWindow*> windows = area_.subWindowList(QMdiArea::ActivationHistoryOrder);
-    const auto next = std::find_if(windows.crbegin(), windows.crend(), [](const QMdiSubWindow* window) {
-        return window->isVisible() && !window->isMinimized();
-    });
-    area_.setActiveSubWindow(next == windows.crend() ? nullptr : *next);
-    if (next == windows.crend())
-        area_.setFocus();
-    else if (*next == content_)
-        focusContentView();
-}
-
-void ChildWindows::showTab(browse::Tab tab) {
-    browseWindow().decisions().selectTab(tab);
-    if (tab == browse::Tab::Books && !help_) browseWindow().bookTree().setFocus();
-}
-
-void ChildWindows::sortResults(QStringView key) {
-    if (searchTab_) searchTab_->decisions().mnu_Sirala_Click(key);
-}
-
-// ---- The shared content window ----
-
-void ChildWindows::showContent() {
-    contentWindow().bringForward();
-}
-
-void ChildWindows::unloadContent() {
-    if (content_) content_->close();
-}
-
-void ChildWindows::focusContentView() {
-    if (!content_ || content_->isHidden()) return;
-    area_.setActiveSubWindow(content_);
-    content_->shownPage().setFocus();
-}
-
-void ChildWindows::changeContentFontSize(int step) {
-    if (!content_) return;
-    const platform::MdiChild::Hold hold(*content_);
-    // A page that is still loading could not be rewritten.
-    content_->wb_Icerik->waitUntilComplete();
-    contentDecisions_.ChangeFontSize(step);
-}
-
-platform::PageView* ChildWindows::shownPage() {
-    return content_ ? &content_->shownPage() : nullptr;
-}
-
-void ChildWindows::ReOrderPos() {
-    if (!content_) return;
-    const platform::MdiChild::Hold hold(*content_);
-    hits_->ReOrderPos();
-}
-
-void ChildWindows::SetPosZero() {
-    if (!content_) return;
-    const platform::MdiChild::Hold hold(*content_);
-    hits_->SetPosZero();
-}
-
-void ChildWindows::previousHit() {
-    if (!content_) return;
-    const platform::MdiChild::Hold hold(*content_);
-    hits_->UpperPos();
-}
-
-void ChildWindows::nextHit() {
-    if (!content_) return;
-    const platform::MdiChild::Hold hold(*content_);
-    hits_->DownerPos();
-}
-
-void ChildWindows::setActiveZoom(double factor) {
-    const auto zoom = [factor](auto& window) {
-        for (WebView* page : {window.wb_Icerik, window.wb_Icerik2}) page->setZoom(factor);
-    };
-    if (auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow())) return zoom(*extra);
-    zoom_ = factor;
-    if (content_) zoom(*content_);
-}
-
-void ChildWindows::sendCut() {
-    platform::cutInFocus();
-}
-
-void ChildWindows::sendCopy() {
-    if (content_) content_->shownPage().copy();
-}
-
 // ---- Extra content windows ----
-
-void ChildWindows::openInNewWindow() {
-    if (!content_ || !content_->wb_Icerik->isShown()) return;
-    const platform::MdiChild::Hold hold(*content_);
-    // A page that is still loading has no text to copy yet.
-    content_->wb_Icerik->waitUntilComplete();
-    const auto html = content_->wb_Icerik->innerHtml();
-    if (!html) return;
-    loadExtra({content_->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
-               copiedCaption(content_->windowTitle(), *html.value), frame_.fontSize()});
-}
 
 void ChildWindows::loadExtra(const CopiedPage& page) {
     const int number = extra_.highest() + 1;
@@ -324,10 +212,8 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     area_.addSubWindow(window);
     connect(window, &platform::MdiChild::unloaded, this, [this, number] { extra_.release(number); });
     connect(window, &QObject::destroyed, this, [this, number] { extra_.release(number); });
-    connect(window, &frm_IcerikN::notebookWanted, this, [this](bool paste) {
-        showNotebook();
-        if (paste) pasteIntoNotebook();
-    });
+    connect(window, &frm_IcerikN::notebookWanted, this,
+            [this](bool paste) { paste ? this->paste() : showNotebook(); });
     window->setPlace(
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
     window->wb_Icerik->setZoom(zoom_);
@@ -341,37 +227,18 @@ void ChildWindows::closeExtraWindows() {
     for (frm_IcerikN* window : extra_.open()) delete window;
 }
 
-// ---- Notebook, help, the end ----
+// ---- Hits of the shared content window ----
 
-void ChildWindows::showNotebook() {
-    notebook_.show();
+void ChildWindows::ReOrderPos() {
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    hits_->ReOrderPos();
 }
 
-void ChildWindows::pasteIntoNotebook() {
-    notebook_.pasteFromClipboard();
-}
-
-void ChildWindows::showHelp() {
-    frm_yardim help(
-        frame_, [this](browse::Tab tab) { showHelpTab(tab); }, area_.window());
-    help_ = &help;
-    help.exec();
-    help_.clear();
-    QApplication::processEvents();
-}
-
-// A click on one of its buttons is about what the window shows.
-void ChildWindows::showHelpTab(browse::Tab tab) {
-    if (!browse_ || browse_->isHidden() || browse_->isMinimized()) showBrowse();
-    showTab(tab);
-}
-
-void ChildWindows::showAbout() {
-    frmHakkinda(area_.window()).exec();
-}
-
-void ChildWindows::quit() {
-    Q_EMIT quitWanted();
+void ChildWindows::SetPosZero() {
+    if (!content_) return;
+    const platform::MdiChild::Hold hold(*content_);
+    hits_->SetPosZero();
 }
 
 }  // namespace lirovan::shell

@@ -16,7 +16,6 @@
 #include "search/hit_positions.h"
 #include "search/ui/frm_Arama.h"
 #include "search/ui/search_tab.h"
-#include "shell/commands.h"
 #include "shell/extra_windows.h"
 #include "shell/ui/frm_IcerikN.h"
 #include "shell/ui/frm_yardim.h"
@@ -24,7 +23,7 @@
 
 namespace lirovan::shell {
 
-class ChildWindows : public QObject, public Windows {
+class ChildWindows : public QObject {
     Q_OBJECT
 
   public:
@@ -60,30 +59,33 @@ class ChildWindows : public QObject, public Windows {
     void ReOrderPos();
     void SetPosZero();
 
-    void showBrowse() override;
-    void hideBrowse() override;
-    void showTab(browse::Tab tab) override;
-    void sortResults(QStringView key) override;
-    void showContent() override;
-    void unloadContent() override;
-    void focusContentView() override;
-    void changeContentFontSize(int step) override;
-    platform::PageView* shownPage() override;
-    void openInNewWindow() override;
-    void previousHit() override;
-    void nextHit() override;
-    void setActiveZoom(double factor) override;
-    void sendCut() override;
-    void sendCopy() override;
-    void showNotebook() override;
-    void pasteIntoNotebook() override;
-    void showHelp() override;
-    void showAbout() override;
-    void quit() override;
+    // What the commands do. "Show" loads a window that is not loaded, and restores one that is minimised.
+    platform::MainFrame& frame() { return frame_; }
+    void showBrowse();
+    void showBrowseTab(browse::Tab tab);
+    void toggleBrowse();
+    void showContent();
+    void bringContentForward();
+    void toggleContent();
+    void changeContentFontSize(int step);
+    /// Zoom of the active content window, shared or extra: a step up or down, 0 for the page as written.
+    void stepZoom(int step);
+    void openInNewWindow();
+    void previousHit();
+    void nextHit();
+    void printPageDirectly();
+    void printPageWithDialog();
+    void sortResults(QStringView key);  ///< "Kitap", "Konu" or "Oran"
+    void cut();                         ///< Ctrl+X in whatever has the focus
+    void copy();                        ///< the selection of the shared content window
+    void paste();                       ///< the clipboard into the notebook
+    void showNotebook();
+    void showHelp();
+    void showAbout();
+    void quit();
 
   Q_SIGNALS:
     void quitWanted();
-    void printDialogWanted();  ///< a page's own print link
 
   private:
     class ContentPort;
@@ -97,6 +99,10 @@ class ChildWindows : public QObject, public Windows {
     void mark(const platform::MdiChild& window, QStringView item);
     void showHelpTab(browse::Tab tab);
     void followDraggedBorder();
+    void hideBrowse();
+    void showTab(browse::Tab tab);
+    void focusContentView();
+    platform::PageView* shownPage();  ///< null when the content window is not loaded
     void addToMenu(platform::WebView& page);
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
@@ -119,6 +125,7 @@ class ChildWindows : public QObject, public Windows {
     ExtraWindows<frm_IcerikN> extra_;
     notes::Notebook notebook_;
     double zoom_ = 1;  // of the shared content window
+    int points_ = 10;  // of mnu_yazi
     QPointer<frm_yardim> help_;
     platform::TwipsRect lastBrowsePlace_;
     std::optional<platform::Twips> closedBrowseWidth_;

@@ -11,7 +11,6 @@
 
 #include "browse/window_places.h"
 #include "platform/ui/twips_pixels.h"
-#include "shell/command_table.h"
 #include "shell/main_layout.h"
 #include "shell/ui/main_menu.h"
 #include "shell/ui/main_toolbar.h"
@@ -32,8 +31,8 @@ FrameWidgets::FrameWidgets(QMainWindow& window, QMdiArea& area)
     addStatusBar();
     states_.buttonChanged = [this](const CommandState& state) { toolBar_->show(state); };
     states_.menuChanged = [this](const CommandState& state) { menu_->show(state); };
-    connect(toolBar_, &MainToolBar::pressed, this, &FrameWidgets::buttonPressed);
-    connect(menu_, &MainMenu::chosen, this, &FrameWidgets::menuChosen);
+    connect(toolBar_, &MainToolBar::pressed, this, &FrameWidgets::commandChosen);
+    connect(menu_, &MainMenu::chosen, this, &FrameWidgets::commandChosen);
 }
 
 void FrameWidgets::addStatusBar() {

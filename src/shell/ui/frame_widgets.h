@@ -9,7 +9,8 @@
 
 #include "browse/book_selector.h"
 #include "platform/core/main_frame.h"
-#include "shell/command_states.h"
+#include "shell/ui/command_states.h"
+#include "shell/ui/command_table.h"
 
 class QAction;
 class QMainWindow;
@@ -65,8 +66,7 @@ class FrameWidgets : public QObject, public platform::MainFrame {
     MainToolBar& toolBar() const { return *toolBar_; }
 
   Q_SIGNALS:
-    void buttonPressed(const QString& key);
-    void menuChosen(const QString& item);
+    void commandChosen(const CommandRow& row);
 
   private:
     void addStatusBar();

@@ -3,34 +3,33 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "shell/command_table.h"
-#include "text/comparison.h"
+#include "shell/ui/command_table.h"
 
 namespace lirovan::shell {
 
 MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
-    for (const Menu& entry : menuTable()) {
+    for (const CommandBar& entry : menuBars()) {
         auto* menu = new QMenu(entry.caption.toString(), bar);
         menu->setObjectName(entry.name.toString());
         menus_.append(menu);
-        for (const MenuItem& item : entry.items) {
-            const QString name = item.name.toString();
-            QAction* action =
-                item.isSeparator() ? menu->addSeparator() : menu->addAction(item.caption.toString());
-            action->setObjectName(name);
-            action->setCheckable(item.checkable);
-            action->setChecked(item.checkable);
-            action->setVisible(item.visible);
-            if (!item.shortcut.empty()) action->setShortcut(QKeySequence(item.shortcut.toString()));
-            connect(action, &QAction::triggered, this, [this, name, action] {
-                // The command itself decides about its check mark.
-                if (action->isCheckable()) action->setChecked(!action->isChecked());
-                Q_EMIT chosen(name);
-            });
-            actions_.insert(name, action);
-        }
+        for (const CommandRow& row : entry.rows) addRow(*menu, row);
         if (!entry.caption.empty()) bar->addMenu(menu);
     }
+}
+
+void MainMenu::addRow(QMenu& menu, const CommandRow& row) {
+    QAction* action = row.isSeparator() ? menu.addSeparator() : menu.addAction(row.caption.toString());
+    action->setObjectName(row.name.toString());
+    action->setCheckable(has(row.state, RowState::Checked));
+    action->setChecked(action->isCheckable());
+    action->setVisible(!has(row.state, RowState::Hidden));
+    if (!row.key.empty()) action->setShortcut(QKeySequence(row.key.toString()));
+    connect(action, &QAction::triggered, this, [this, &row, action] {
+        // The command itself decides about its check mark.
+        if (action->isCheckable()) action->setChecked(!action->isChecked());
+        Q_EMIT chosen(row);
+    });
+    actions_.insert(row.name.toString(), action);
 }
 
 void MainMenu::show(const CommandState& state) {
@@ -43,7 +42,7 @@ void MainMenu::show(const CommandState& state) {
 
 QMenu* MainMenu::popUp(QStringView name) const {
     for (QMenu* menu : menus_) {
-        if (text::equal(menu->objectName(), name, text::Comparison::CaseInsensitive)) return menu;
+        if (menu->objectName() == name) return menu;
     }
     return nullptr;
 }

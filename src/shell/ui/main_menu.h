@@ -5,7 +5,8 @@
 #include <QObject>
 #include <QStringView>
 
-#include "shell/command_states.h"
+#include "shell/ui/command_states.h"
+#include "shell/ui/command_table.h"
 
 class QAction;
 class QMenu;
@@ -20,13 +21,15 @@ class MainMenu : public QObject {
     explicit MainMenu(QMenuBar* bar);
 
     void show(const CommandState& state);
-    /// A pop-up menu by name, without regard to case; null for an unknown name.
+    /// A pop-up menu by name; null for an unknown name.
     QMenu* popUp(QStringView name) const;
 
   Q_SIGNALS:
-    void chosen(const QString& item);
+    void chosen(const CommandRow& row);
 
   private:
+    void addRow(QMenu& menu, const CommandRow& row);
+
     QHash<QString, QAction*> actions_;  // by item name as the table has it
     QList<QMenu*> menus_;
 };

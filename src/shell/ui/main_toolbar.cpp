@@ -7,7 +7,7 @@
 
 #include "platform/core/main_frame.h"
 #include "platform/ui/icons.h"
-#include "shell/command_table.h"
+#include "shell/ui/command_table.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,34 +34,34 @@ MainToolBar::MainToolBar(QWidget* parent) : QToolBar(parent) {
 }
 
 void MainToolBar::addButtons() {
-    for (const ToolButton& entry : toolbarTable()) {
-        const QString key = entry.key.toString();
-        QAction* action = nullptr;
-        if (entry.style == ButtonStyle::Spacer) {
-            addSelector();
-            spacer_ = new QWidget;
-            action = addStretch(spacer_);
-            stretch_ = addStretch(new QWidget);
-            addProgress();
-        } else if (entry.style == ButtonStyle::Separator) {
-            action = addSeparator();
-        } else {
-            action = addAction(platform::icon(entry.key), entry.name.toString());
-            connect(action, &QAction::triggered, this, [this, key] { Q_EMIT pressed(key); });
-            QWidget* button = widgetForAction(action);
-            button->setObjectName(key);
-            button->setAccessibleName(entry.name.toString());
-            button->setToolTip(entry.tooltip.toString());
-            // The tool button takes its tooltip from the action again whenever that changes.
-            connect(action, &QAction::changed, button,
-                    [button, tip = entry.tooltip.toString()] { button->setToolTip(tip); });
-            button->setFocusPolicy(Qt::TabFocus);
-        }
-        if (key.isEmpty()) continue;
-        action->setObjectName(key);
-        actions_.insert(key, action);
-        show({key, entry.visible, entry.enabled});
+    for (const CommandRow& row : toolbarRows()) {
+        QAction* action = row.name == platform::button::Bosluk ? addSpacer()
+                          : row.isSeparator()                  ? addSeparator()
+                                                               : addButton(row);
+        if (row.name.isEmpty()) continue;
+        action->setObjectName(row.name.toString());
+        actions_.insert(row.name.toString(), action);
+        show({row.name.toString(), !has(row.state, RowState::Hidden), !has(row.state, RowState::Disabled)});
     }
+}
+
+QAction* MainToolBar::addButton(const CommandRow& row) {
+    QAction* action = addAction(platform::icon(row.name), row.caption.toString());
+    connect(action, &QAction::triggered, this, [this, &row] { Q_EMIT pressed(row); });
+    QWidget* button = widgetForAction(action);
+    button->setObjectName(row.name.toString());
+    button->setAccessibleName(row.caption.toString());
+    button->setFocusPolicy(Qt::TabFocus);
+    return action;
+}
+
+QAction* MainToolBar::addSpacer() {
+    addSelector();
+    spacer_ = new QWidget;
+    QAction* action = addStretch(spacer_);
+    stretch_ = addStretch(new QWidget);
+    addProgress();
+    return action;
 }
 
 QAction* MainToolBar::addStretch(QWidget* widget) {

@@ -4,7 +4,8 @@
 #include <QHash>
 #include <QToolBar>
 
-#include "shell/command_states.h"
+#include "shell/ui/command_states.h"
+#include "shell/ui/command_table.h"
 
 class QComboBox;
 class QLabel;
@@ -32,10 +33,12 @@ class MainToolBar : public QToolBar {
     QLabel* toolText() const { return lbl_tool; }
 
   Q_SIGNALS:
-    void pressed(const QString& key);
+    void pressed(const CommandRow& row);
 
   private:
     void addButtons();
+    QAction* addButton(const CommandRow& row);
+    QAction* addSpacer();
     void addSelector();
     void addProgress();
     QAction* addStretch(QWidget* widget);

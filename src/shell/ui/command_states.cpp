@@ -1,65 +1,38 @@
-#include "shell/command_states.h"
+#include "shell/ui/command_states.h"
 
 #include <algorithm>
-#include <array>
 
-#include "platform/core/main_frame.h"
-#include "shell/command_table.h"
-#include "text/comparison.h"
+#include "shell/ui/command_table.h"
 
 namespace lirovan::shell {
 
 namespace {
 
-namespace button = platform::button;
-
-// What would change the page that a running search or summary is about to replace, or would start another
-// run.
-constexpr std::array LockedButtons = {button::Buyult, button::Kucult, button::New,
-                                      button::Up,     button::Down,   button::Icerik};
-constexpr std::array<QStringView, 7> LockedItems = {u"mnu_Icerik", u"mnu_NewWindow", u"mnu_Konu",
-                                                    u"mnu_Kitap",  u"mnu_yBuyult",   u"mnu_yNormal",
-                                                    u"mnu_YKucult"};
-
 /// The state of this name, or null.
-template <class States, class Same>
-auto* findIn(States& states, QStringView name, Same same) {
+template <class States>
+auto* findIn(States& states, QStringView name) {
     const auto found = std::find_if(states.begin(), states.end(),
-                                    [&](const CommandState& state) { return same(state.name, name); });
+                                    [&](const CommandState& state) { return state.name == name; });
     return found == states.end() ? nullptr : &*found;
 }
 
-bool sameKey(QStringView a, QStringView b) {
-    return a == b;
-}
-
-bool sameItem(QStringView a, QStringView b) {
-    return text::equal(a, b, text::Comparison::CaseInsensitive);
-}
-
-template <class Names>
-bool contains(const Names& names, QStringView name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+CommandState stateAtStart(const CommandRow& row) {
+    return {row.name.toString(), !has(row.state, RowState::Hidden), !has(row.state, RowState::Disabled),
+            has(row.state, RowState::Checked), has(row.state, RowState::Lockable)};
 }
 
 }  // namespace
 
 CommandStates::CommandStates() {
-    for (const ToolButton& entry : toolbarTable()) {
-        if (!entry.key.empty())
-            buttons_.push_back({entry.key.toString(), entry.visible, entry.enabled, false,
-                                contains(LockedButtons, entry.key)});
-    }
-    for (const Menu& bar : menuTable()) {
-        for (const MenuItem& item : bar.items)
-            menus_.push_back(
-                {item.name.toString(), item.visible, true, item.checkable, contains(LockedItems, item.name)});
-    }
+    for (const CommandRow& row : toolbarRows())
+        if (!row.name.empty()) buttons_.push_back(stateAtStart(row));
+    for (const CommandBar& bar : menuBars())
+        for (const CommandRow& row : bar.rows) menus_.push_back(stateAtStart(row));
 }
 
 template <class Change>
 void CommandStates::changeButton(QStringView key, Change change) {
-    CommandState* state = findIn(buttons_, key, sameKey);
+    CommandState* state = findIn(buttons_, key);
     if (!state) return;
     change(*state);
     if (buttonChanged) buttonChanged(shown(*state));
@@ -67,7 +40,7 @@ void CommandStates::changeButton(QStringView key, Change change) {
 
 template <class Change>
 void CommandStates::changeMenu(QStringView item, Change change) {
-    CommandState* state = findIn(menus_, item, sameItem);
+    CommandState* state = findIn(menus_, item);
     if (!state) return;
     change(*state);
     if (menuChanged) menuChanged(shown(*state));
@@ -105,12 +78,12 @@ void CommandStates::setLocked(bool locked) {
 }
 
 CommandState CommandStates::button(QStringView key) const {
-    const CommandState* state = findIn(buttons_, key, sameKey);
+    const CommandState* state = findIn(buttons_, key);
     return state ? shown(*state) : CommandState{{}, false, false};
 }
 
 CommandState CommandStates::menu(QStringView item) const {
-    const CommandState* state = findIn(menus_, item, sameItem);
+    const CommandState* state = findIn(menus_, item);
     return state ? shown(*state) : CommandState{{}, false, false};
 }
 

@@ -1,8 +1,7 @@
 // What is visible, enabled and checked among the toolbar buttons and menu items. Windows change it through
 // the main window; the widgets only show it.
 //
-// Toolbar keys are matched exactly, menu items without regard to case ("mnu_Kes" and "mnu_kes" are one item).
-// Unknown names are ignored, as other windows may address what a table does not have.
+// Unknown names are ignored.
 #pragma once
 
 #include <QString>

@@ -1,0 +1,144 @@
+#include "shell/ui/command_table.h"
+
+#include "platform/core/main_frame.h"
+#include "shell/ui/child_windows.h"
+
+namespace lirovan::shell {
+
+namespace button = platform::button;
+namespace menu = platform::menu;
+
+namespace {
+
+void cutAndDisable(ChildWindows& windows) {
+    windows.cut();
+    windows.frame().setButtonEnabled(button::Cut, false);
+}
+
+// Whoever copied has left the place where the selection could be cut.
+void copyAndDisableCut(ChildWindows& windows) {
+    windows.copy();
+    windows.frame().setButtonEnabled(button::Cut, false);
+}
+
+using enum Command;
+using enum RowState;
+using W = ChildWindows;
+
+constexpr CommandRow Toolbar[] = {
+    {button::Kitap, ShowBooks, u"Kitaplar", {}, Plain, [](W& w) { w.showBrowseTab(browse::Tab::Books); }},
+    {button::Arama, ShowSearch, u"Arama", {}, Plain, [](W& w) { w.showBrowseTab(browse::Tab::Search); }},
+    {button::Icerik, ShowContent, u"İçerik", {}, Lockable, [](W& w) { w.bringContentForward(); }},
+    {{}},
+    {button::Cut, Cut, u"Kes", {}, Plain, cutAndDisable},
+    {button::Copy, Copy, u"Kopyala", {}, Plain, copyAndDisableCut},
+    {button::Paste, Paste, u"Yapıştır", {}, Plain, [](W& w) { w.paste(); }},
+    {button::Sep1, None, {}, {}, Hidden},
+    {button::Not, ShowNotebook, u"Not Defteri", {}, Plain, [](W& w) { w.showNotebook(); }},
+    {button::Sep2, None, {}, {}, Hidden},
+    {button::Print, PrintDirectly, u"Yazdır", {}, Plain, [](W& w) { w.printPageDirectly(); }},
+    {button::Bosluk, None, {}, {}, Hidden},
+    {button::Buyult,
+     LargerType,
+     u"Yazı Boyutunu Büyült",
+     {},
+     Hidden | Lockable,
+     [](W& w) { w.changeContentFontSize(+1); }},
+    {button::Kucult,
+     SmallerType,
+     u"Yazı Boyutunu Küçült",
+     {},
+     Hidden | Lockable,
+     [](W& w) { w.changeContentFontSize(-1); }},
+    {button::Sep3, None, {}, {}, Hidden},
+    {button::New,
+     OpenInNewWindow,
+     u"Yeni Pencerede Aç",
+     {},
+     Hidden | Disabled | Lockable,
+     [](W& w) { w.openInNewWindow(); }},
+    {button::Sep4, None, {}, {}, Hidden},
+    {button::Up,
+     PreviousHit,
+     u"Yukarıdaki Kelime",
+     {},
+     Hidden | Disabled | Lockable,
+     [](W& w) { w.previousHit(); }},
+    {button::Down, NextHit, u"Aşağıdaki Kelime", {}, Hidden | Disabled | Lockable, [](W& w) { w.nextHit(); }},
+};
+
+constexpr CommandRow AnaMenu[] = {
+    {menu::Arama, ToggleBrowse, u"&Arama Penceresi", u"Ctrl+A", Checked, [](W& w) { w.toggleBrowse(); }},
+    {menu::Icerik, ToggleContent, u"&İçerik Penceresi", u"Ctrl+I", Checked | Lockable,
+     [](W& w) { w.toggleContent(); }},
+    {u"sep1"},
+    {u"mnu_NewWindow", OpenInNewWindow, u"Yeni P&encerede Aç", u"Ctrl+E", Lockable,
+     [](W& w) { w.openInNewWindow(); }},
+    {u"mnu_not", ShowNotebook, u"&Not Defteri", u"Ctrl+N", Plain, [](W& w) { w.showNotebook(); }},
+    {menu::Sep2, None, {}, {}, Hidden},
+    {menu::Yazdir, PrintWithDialog, u"&Yazdır...", u"Ctrl+Y", Hidden, [](W& w) { w.printPageWithDialog(); }},
+    {u"sep3"},
+    {u"mnu_cik", Quit, u"&Çıkış", {}, Plain, [](W& w) { w.quit(); }},
+};
+
+constexpr CommandRow Duzen[] = {
+    {menu::Kes, Cut, u"Ke&s", u"Ctrl+X", Hidden, [](W& w) { w.cut(); }},
+    {menu::Kopyala, Copy, u"&Kopyala", u"Ctrl+C", Plain, [](W& w) { w.copy(); }},
+    {menu::Yapistir, Paste, u"&Yapıştır", u"Ctrl+V", Plain, [](W& w) { w.paste(); }},
+};
+
+constexpr CommandRow Listele[] = {
+    {u"mnu_Konu",
+     SortByHeading,
+     u"Konu Başlığına Göre Sırala",
+     {},
+     Lockable,
+     [](W& w) { w.sortResults(u"Konu"); }},
+    {u"mnu_Kitap",
+     SortByBook,
+     u"Kitap Adına Göre Sırala",
+     {},
+     Lockable,
+     [](W& w) { w.sortResults(u"Kitap"); }},
+    {u"mnu_Oran", SortByRatio, u"Orana Göre Sırala", {}, Hidden, [](W& w) { w.sortResults(u"Oran"); }},
+};
+
+constexpr CommandRow Yazi[] = {
+    {u"mnu_yBuyult", LargerZoom, u"Yazı Boyutunu Büyült", {}, Lockable, [](W& w) { w.stepZoom(+1); }},
+    {u"mnu_yNormal", NormalZoom, u"Normal Yazı Boyutu", {}, Lockable, [](W& w) { w.stepZoom(0); }},
+    {u"mnu_YKucult", SmallerZoom, u"Yazı Boyutunu Küçült", {}, Lockable, [](W& w) { w.stepZoom(-1); }},
+};
+
+constexpr CommandRow Yardim[] = {
+    {u"mnu_Yardimm", ShowHelp, u"&Yardım", {}, Plain, [](W& w) { w.showHelp(); }},
+    {u"sep4"},
+    {u"mnu_Hakkında", ShowAbout, u"&Hakkında", {}, Plain, [](W& w) { w.showAbout(); }},
+};
+
+constexpr CommandBar Menus[] = {
+    {u"mnu_AnaMenu", u"&Ana Menü", AnaMenu}, {u"mnu_Duzen", u"&Düzen", Duzen},
+    {u"mnu_listele", {}, Listele},           {u"mnu_yazi", {}, Yazi},
+    {u"mnu_Yardim", u"&Yardım", Yardim},
+};
+
+}  // namespace
+
+std::span<const CommandRow> toolbarRows() {
+    return Toolbar;
+}
+
+std::span<const CommandBar> menuBars() {
+    return Menus;
+}
+
+const CommandRow& rowOf(Command command) {
+    for (const CommandBar& bar : Menus) {
+        for (const CommandRow& row : bar.rows)
+            if (row.command == command) return row;
+    }
+    for (const CommandRow& row : Toolbar)
+        if (row.command == command) return row;
+    Q_UNREACHABLE();
+}
+
+}  // namespace lirovan::shell

@@ -1,0 +1,93 @@
+// Every menu item and toolbar button of the main window: what it is called, how it starts and what it does.
+// Menus, toolbar, tooltips and states are made from these rows. A new command is a row in
+// ui/command_table.cpp and the function that the row names.
+#pragma once
+
+#include <QStringView>
+#include <cstdint>
+#include <span>
+
+namespace lirovan::shell {
+
+class ChildWindows;
+
+/// Of menu items and buttons alike; what stands between them has none.
+enum class Command {
+    None,
+    ShowBooks,
+    ShowSearch,
+    ShowContent,
+    ToggleBrowse,
+    ToggleContent,
+    OpenInNewWindow,
+    ShowNotebook,
+    PrintDirectly,
+    PrintWithDialog,
+    Quit,
+    Cut,
+    Copy,
+    Paste,
+    SortByHeading,
+    SortByBook,
+    SortByRatio,
+    LargerZoom,
+    NormalZoom,
+    SmallerZoom,
+    LargerType,
+    SmallerType,
+    PreviousHit,
+    NextHit,
+    ShowHelp,
+    ShowAbout,
+};
+
+/// How a row starts, and what it keeps while the program runs. Values are combined with `|`.
+enum class RowState : std::uint8_t {
+    Plain = 0,
+    Hidden = 1,
+    Disabled = 2,
+    Checked = 4,   ///< has a check mark, set after start-up
+    Lockable = 8,  ///< disabled while a search or summary runs: would change the page or start another run
+};
+constexpr RowState operator|(RowState a, RowState b) {
+    return RowState(std::uint8_t(a) | std::uint8_t(b));
+}
+constexpr bool has(RowState state, RowState part) {
+    return (std::uint8_t(state) & std::uint8_t(part)) != 0;
+}
+
+/// A separator has no command; a spacer is a separator that takes the free room of its toolbar.
+struct CommandRow {
+    QStringView name;  ///< of the menu item or the button; empty for a plain separator
+    Command command = Command::None;
+    QStringView caption = {};  ///< in a menu with its access key; of a button the tooltip
+    QStringView key = {};      ///< "Ctrl+E"
+    RowState state = RowState::Plain;
+    void (*run)(ChildWindows&) = nullptr;
+
+    bool isSeparator() const { return command == Command::None; }
+};
+
+struct CommandBar {
+    QStringView name;     ///< "mnu_AnaMenu"
+    QStringView caption;  ///< empty: a pop-up menu that is not on the menu bar
+    std::span<const CommandRow> rows;
+};
+
+/// Toolbar1, left to right.
+std::span<const CommandRow> toolbarRows();
+
+/// The menu bar, left to right, and the pop-up menus among them.
+std::span<const CommandBar> menuBars();
+
+/// The row of a command, in the menus if it stands there; every command has one.
+const CommandRow& rowOf(Command command);
+
+/// Texts that the commands put on panel 1 of the status bar.
+namespace status {
+inline constexpr QStringView Idle = u"Veskaran`nin Lirovan", Arama = u"Arama Penceresi",
+                             Kitaplar = u"Arama Penceresi - Kitaplar", Bul = u"Arama Penceresi - Arama",
+                             Icerik = u"İçerik Penceresi";
+}  // namespace status
+
+}  // namespace lirovan::shell
