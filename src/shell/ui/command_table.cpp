@@ -1,5 +1,7 @@
 #include "shell/ui/command_table.h"
 
+#include <algorithm>
+
 #include "platform/core/main_frame.h"
 #include "shell/ui/child_windows.h"
 
@@ -131,14 +133,8 @@ std::span<const CommandBar> menuBars() {
     return Menus;
 }
 
-const CommandRow& rowOf(Command command) {
-    for (const CommandBar& bar : Menus) {
-        for (const CommandRow& row : bar.rows)
-            if (row.command == command) return row;
-    }
-    for (const CommandRow& row : Toolbar)
-        if (row.command == command) return row;
-    Q_UNREACHABLE();
+const CommandRow& toolbarRow(Command command) {
+    return *std::ranges::find(Toolbar, command, &CommandRow::command);
 }
 
 }  // namespace lirovan::shell

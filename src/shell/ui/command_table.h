@@ -80,8 +80,8 @@ std::span<const CommandRow> toolbarRows();
 /// The menu bar, left to right, and the pop-up menus among them.
 std::span<const CommandBar> menuBars();
 
-/// The row of a command, in the menus if it stands there; every command has one.
-const CommandRow& rowOf(Command command);
+/// The row of a command that has a button on Toolbar1.
+const CommandRow& toolbarRow(Command command);
 
 /// Texts that the commands put on panel 1 of the status bar.
 namespace status {

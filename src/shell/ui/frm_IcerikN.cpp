@@ -25,27 +25,6 @@ constexpr int IconSize = 20;
 // The lines that a page moves on once its first hit has the focus, so that the hit does not stick to an edge.
 constexpr int LinesPastHit = 4;
 
-struct Entry {
-    QStringView key;  ///< empty: a separator; "bosluk": the spacer
-    QStringView name;
-};
-
-constexpr Entry Buttons[] = {
-    {button::Cut, u"Kes"},
-    {button::Copy, u"Kopyala"},
-    {button::Paste, u"Yapıştır"},
-    {{}, {}},
-    {button::Not, u"Not Defteri"},
-    {{}, {}},
-    {button::Print, u"Yazdır"},
-    {button::Bosluk, {}},
-    {button::Buyult, u"Yazı Boyutunu Büyült"},
-    {button::Kucult, u"Yazı Boyutunu Küçült"},
-    {{}, {}},
-    {button::Up, u"Yukarıdaki Kelime"},
-    {button::Down, u"Aşağıdaki Kelime"},
-};
-
 }  // namespace
 
 frm_IcerikN::frm_IcerikN(Parts parts, int number)
@@ -80,54 +59,63 @@ frm_IcerikN::frm_IcerikN(Parts parts, int number)
     onActivate = [this] { activated(); };
 }
 
+// Of the main toolbar's buttons those that are about a page, each about this window's.
+const frm_IcerikN::Button frm_IcerikN::Buttons[] = {
+    {Command::Cut, [](frm_IcerikN&) { platform::cutInFocus(); }},
+    {Command::Copy,
+     [](frm_IcerikN& window) {
+         window.wb_Icerik->setFocus();
+         window.wb_Icerik->copy();
+     }},
+    {Command::Paste, [](frm_IcerikN& window) { Q_EMIT window.notebookWanted(true); }},
+    {Command::None},
+    {Command::ShowNotebook, [](frm_IcerikN& window) { Q_EMIT window.notebookWanted(false); }},
+    {Command::None},
+    {Command::PrintDirectly,
+     [](frm_IcerikN& window) {
+         printDirectly(*window.wb_Icerik, window.parts_.printing, window.parts_.dialogs);
+     }},
+    {Command::None, nullptr, true},
+    {Command::LargerType, [](frm_IcerikN& window) { window.ChangeFontSizeN(+1); }},
+    {Command::SmallerType, [](frm_IcerikN& window) { window.ChangeFontSizeN(-1); }},
+    {Command::None},
+    {Command::PreviousHit, [](frm_IcerikN& window) { window.hits_.UpperPos(); }},
+    {Command::NextHit, [](frm_IcerikN& window) { window.hits_.DownerPos(); }},
+};
+
 void frm_IcerikN::buildToolbar() {
     Toolbar1->setObjectName(u"Toolbar1"_s);
     Toolbar1->setIconSize(QSize(IconSize, IconSize));
     Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);
-    for (const Entry& entry : Buttons) {
-        if (entry.key.empty()) {
+    for (const Button& button : Buttons) {
+        if (button.run)
+            addButton(button);
+        else if (button.isSpacer)
+            addSpacer();
+        else
             Toolbar1->addSeparator();
-            continue;
-        }
-        if (entry.key == button::Bosluk) {
-            auto* spacer = new QWidget;
-            spacer->setObjectName(entry.key.toString());
-            spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-            Toolbar1->addWidget(spacer);
-            continue;
-        }
-        QAction* action = Toolbar1->addAction(platform::icon(entry.key), entry.name.toString());
-        action->setObjectName(entry.key.toString());
-        connect(action, &QAction::triggered, this, [this, key = entry.key] { pressed(key); });
-        QWidget* pressedButton = Toolbar1->widgetForAction(action);
-        pressedButton->setObjectName(entry.key.toString());
-        pressedButton->setAccessibleName(entry.name.toString());
-        pressedButton->setFocusPolicy(Qt::TabFocus);
     }
 }
 
-void frm_IcerikN::pressed(QStringView key) {
-    const Hold hold(*this);
-    if (key == button::Cut) {
-        platform::cutInFocus();
-    } else if (key == button::Copy) {
-        wb_Icerik->setFocus();
-        wb_Icerik->copy();
-    } else if (key == button::Paste) {
-        Q_EMIT notebookWanted(true);
-    } else if (key == button::Not) {
-        Q_EMIT notebookWanted(false);
-    } else if (key == button::Print) {
-        printDirectly(*wb_Icerik, parts_.printing, parts_.dialogs);
-    } else if (key == button::Buyult) {
-        ChangeFontSizeN(+1);
-    } else if (key == button::Kucult) {
-        ChangeFontSizeN(-1);
-    } else if (key == button::Up) {
-        hits_.UpperPos();
-    } else if (key == button::Down) {
-        hits_.DownerPos();
-    }
+void frm_IcerikN::addButton(const Button& button) {
+    const CommandRow& row = toolbarRow(button.command);
+    QAction* action = Toolbar1->addAction(platform::icon(row.name), row.caption.toString());
+    action->setObjectName(row.name.toString());
+    connect(action, &QAction::triggered, this, [this, &button] {
+        const Hold hold(*this);
+        button.run(*this);
+    });
+    QWidget* widget = Toolbar1->widgetForAction(action);
+    widget->setObjectName(row.name.toString());
+    widget->setAccessibleName(row.caption.toString());
+    widget->setFocusPolicy(Qt::TabFocus);
+}
+
+void frm_IcerikN::addSpacer() {
+    auto* spacer = new QWidget;
+    spacer->setObjectName(button::Bosluk.toString());
+    spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    Toolbar1->addWidget(spacer);
 }
 
 void frm_IcerikN::fill(const CopiedPage& page) {

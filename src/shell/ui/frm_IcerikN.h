@@ -10,6 +10,7 @@
 #include "platform/ui/mdi_child.h"
 #include "platform/ui/web_view.h"
 #include "search/hit_positions.h"
+#include "shell/ui/command_table.h"
 
 namespace lirovan::shell {
 
@@ -55,8 +56,17 @@ class frm_IcerikN : public platform::MdiChild {
     void mousePressEvent(QMouseEvent* event) override;
 
   private:
+    /// What a button does; without that it is a separator or the spacer.
+    struct Button {
+        Command command;
+        void (*run)(frm_IcerikN&) = nullptr;
+        bool isSpacer = false;
+    };
+    static const Button Buttons[];
+
     void buildToolbar();
-    void pressed(QStringView key);
+    void addButton(const Button& button);
+    void addSpacer();
     void activated();
 
     Parts parts_;
