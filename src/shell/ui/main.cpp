@@ -5,11 +5,13 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <algorithm>
+#include <cstdio>
 
 #include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/memory_bounds.h"
 #include "platform/ui/message_boxes.h"
+#include "platform/ui/start_notices.h"
 #include "platform/ui/system_printing.h"
 #include "shell/application_folder.h"
 #include "shell/ui/KitaplarMDI.h"
@@ -51,6 +53,15 @@ void answerInText(int argc, char** argv) {
     if (arguments.parser.isSet(arguments.help)) arguments.parser.showHelp();
 }
 
+/// Is there a screen to show windows on? Where the platform is named, the toolkit tells what is wrong with
+/// it.
+bool hasScreen(int argc, char** argv) {
+    const bool named = std::any_of(
+        argv, argv + argc, [](const char* word) { return "-platform"_L1 == QLatin1StringView(word); });
+    return named || qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
 shell::FolderCandidates folderCandidates(const Arguments& arguments) {
     const QString program = QCoreApplication::applicationDirPath();
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
@@ -74,7 +85,14 @@ void setAccent() {
 int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(u"lirovan"_s);
     QCoreApplication::setApplicationVersion(platform::version());
+    platform::hideStartNotices();
     answerInText(argc, argv);
+#ifdef Q_OS_LINUX
+    if (!hasScreen(argc, argv)) {
+        std::fputs("lirovan: Ekran yok; program bir masaüstü oturumunda başlatılır.\n", stderr);
+        return 1;
+    }
+#endif
     platform::WebEngine::prepare();
     QApplication application(argc, argv);
     platform::boundMemory();
