@@ -21,7 +21,8 @@
 // - "resim": numbered from 0 without gaps, each used picture once.
 // - In texts, links between topics are href="konu:NO" or href="konu:NO#PLACE", where NO may come later, and
 //   links inside a topic href="#PLACE"; pictures are src="resim:NO"; places are ID attributes made of ASCII
-//   letters, digits, "-" and "_". Foreign addresses are text.
+//   letters, digits, "-" and "_". Foreign addresses are text. Paragraphs are "<P>" without attributes.
+// - "baslik" is plain text, not markup. With --resimsiz pictures are counted and numbered, but have no lines.
 //
 // Exit status 2: wrong call; nothing is printed on standard output.
 #pragma once
