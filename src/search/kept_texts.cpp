@@ -2,27 +2,17 @@
 
 namespace lirovan::search {
 
-namespace catalogue = data::catalogue;
-
 namespace {
 
 // Rows are numbered without gaps in a file of ours; in one that somebody else has worked on, they need not.
 constexpr qint64 MostRows = 4'000'000;
 
-std::optional<qint64> number(const data::Library& library, const QString& statement) {
-    const auto value = library.database().integer(statement);
-    return value ? *value : std::nullopt;
-}
-
 }  // namespace
 
 void KeptTexts::refresh() {
-    const auto fileVersion = number(library_, catalogue::fileVersion());
-    const auto ownChanges = number(library_, catalogue::ownChanges());
-    if (fileVersion && ownChanges && fileVersion == fileVersion_ && ownChanges == ownChanges_) return;
-    fileVersion_ = fileVersion;
-    ownChanges_ = ownChanges;
-    const qint64 last = number(library_, catalogue::lastTopicRow()).value_or(-1);
+    if (!changes_.any()) return;
+    const auto row = library_.database().integer(data::catalogue::lastTopicRow());
+    const qint64 last = row ? row->value_or(-1) : -1;
     const qint64 blocks = last >= 0 && last < MostRows ? last / BlockRows + 1 : 0;
     slots_ = std::vector<Slot>(static_cast<size_t>(blocks));
     bytes_ = 0;

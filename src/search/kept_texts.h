@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "data/library.h"
+#include "search/library_changes.h"
 
 namespace lirovan::search {
 
@@ -21,7 +22,7 @@ class KeptTexts {
     static constexpr size_t MostBytes = 256'000'000;
 
     /// `library` outlives this object.
-    explicit KeptTexts(const data::Library& library) : library_(library) {}
+    explicit KeptTexts(const data::Library& library) : library_(library), changes_(library) {}
 
     /// Forgets what a change of the file since the last call may have made untrue. Not while others read.
     void refresh();
@@ -45,9 +46,9 @@ class KeptTexts {
     };
 
     const data::Library& library_;
+    LibraryChanges changes_;
     std::vector<Slot> slots_;
     std::atomic<size_t> bytes_ = 0;
-    std::optional<qint64> fileVersion_, ownChanges_;  // as of the last refresh()
 };
 
 }  // namespace lirovan::search

@@ -160,6 +160,7 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
     Result<Statement> rows =
         library_.query(wanted.value == 0 ? catalogue::authors() : catalogue::authorInOrder(wanted));
     if (!rows) return rows.error();
+    outline_.refresh();
     if (kept_) kept_->refresh();
     // Begun before the outline is read: which topics match does not depend on their order.
     if (wanted.value == 0 && listing.order != ListOrder::None)

@@ -10,6 +10,12 @@ using platform::Step;
 
 namespace catalogue = data::catalogue;
 
+void TopicOutline::refresh() {
+    if (!changes_.any()) return;
+    topics_.clear();
+    bookTitles_.clear();
+}
+
 Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement) {
     if (const auto known = topics_.constFind(statement); known != topics_.cend()) return *known;
     Result<Statement> rows = library_.query(catalogue::topicRows(statement));

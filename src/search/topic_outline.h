@@ -10,6 +10,7 @@
 
 #include "data/library.h"
 #include "platform/core/result.h"
+#include "search/library_changes.h"
 
 namespace lirovan::search {
 
@@ -21,12 +22,16 @@ struct TopicRow {
     data::BookId book;
 };
 
-/// Reads outlines and keeps them: a search is often followed by another one over the same books, and neither
-/// books nor headings change while the program runs.
+/// Reads outlines and keeps them as long as the file does not change: a search is often followed by another
+/// one over the same books.
 class TopicOutline {
   public:
     /// `library` outlives this object.
-    explicit TopicOutline(const data::Library& library) : library_(library) {}
+    explicit TopicOutline(const data::Library& library) : library_(library), changes_(library) {}
+
+    /// Forgets what a change of the file since the last call may have made untrue. Rows that were given out
+    /// stay as they are.
+    void refresh();
 
     using Rows = std::shared_ptr<const std::vector<TopicRow>>;
     /// The topics of a statement of catalogue::topicsOfAuthor() or topicsOfBook(), in its order.
@@ -41,6 +46,7 @@ class TopicOutline {
 
   private:
     const data::Library& library_;
+    LibraryChanges changes_;
     QHash<QString, Rows> topics_;
     QHash<qint64, std::optional<QString>> bookTitles_;
     std::optional<platform::Statement> headings_;

@@ -119,7 +119,7 @@ TEST_F(SearchEngineTest, KeepsWhatWasListedWhenStopped) {
     EXPECT_EQ(engine_.stores().find(1)->IsabetKaydi, u"$#3;18#1;4");
 }
 
-TEST_F(SearchEngineTest, SeesChangesInTextsThatItKeepsAndEndsAtARowThatCannotBeRead) {
+TEST_F(SearchEngineTest, SeesChangesInWhatItKeepsAndEndsAtARowThatCannotBeRead) {
     SearchEngine keeping(library_, tree_);
     keeping.keepTexts();
     auto expect = [&, run = 0](QStringView record, QStringView message = u"") mutable {
@@ -138,8 +138,10 @@ TEST_F(SearchEngineTest, SeesChangesInTextsThatItKeepsAndEndsAtARowThatCannotBeR
     expect(u"$#3;18#1;4;19#2;8$#40000;4");
     ASSERT_TRUE(library_.execute(u"DELETE FROM tbl_Konu WHERE KonuID=2"_s));  // over the same connection
     expect(u"$#3;18#1;4;19$#40000;4");
+    file_.topic(6, 10, u"Yeni", u"<p>ilim</p>");  // another program again
+    expect(u"$#3;18#1;4;19#6;4$#40000;4");
     file_.damage(5);  // in the book that no search lists
-    expect(u"$#3;18#1;4;19$#40000;4");
+    expect(u"$#3;18#1;4;19#6;4$#40000;4");
     file_.damage(1);
     expect(u"$#3;18", u"Veritabanı dosyası bozuk.");
     file_.execute(u"ALTER TABLE tbl_KonuBaslik RENAME TO tbl_Baska");
