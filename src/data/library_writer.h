@@ -12,6 +12,10 @@ namespace lirovan::data {
 /// One transaction: a file whose writing was not finished holds no rows.
 class LibraryWriter {
   public:
+    /// A longer text, with the rest of its row, is more than SQLite takes (1,000,000,000 bytes unless it was
+    /// built otherwise).
+    static constexpr qint64 MostTextBytes = 999'000'000;
+
     /// Makes the new file `path`; fails when it exists.
     static platform::Result<LibraryWriter> create(const QString& path);
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QDateTime>
+#include <QLockFile>
 #include <QTemporaryDir>
 
 #include "platform/core/import/replace_file.h"
@@ -90,7 +92,7 @@ struct ImportTest : testing::Test {
 TEST_F(ImportTest, ReplacesAPlainLibraryAndKeepsTheOriginal) {
     const QByteArray original = readFile(sqlite(library, PlainLibrary));
     writeFile(path(u"kitaplar.vq.sqlite"_s), "mine");
-    writeFile(path(u"kitaplar.vq.aktarma"_s), "left by an interrupted import");
+    writeFile(path(u"kitaplar.vq.aktarma"_s), original.first(5000));  // left by an interrupted import
     EXPECT_EQ(
         content(imported(LayoutKind::Library)),
         "1|Şükrü İnan\n70000|Birinci|1|2.5/35|Saklı|1|3\n9|70000|GİRİŞ|1/9|35|-|-\n4|9|<P>ağaç</P>|7\n");
@@ -98,6 +100,39 @@ TEST_F(ImportTest, ReplacesAPlainLibraryAndKeepsTheOriginal) {
     EXPECT_EQ(readFile(path(u"kitaplar.vq.sqlite"_s)), "mine");
     EXPECT_EQ(names().size(), 3);
     EXPECT_FALSE(importer.ensureLayout(library, LayoutKind::Library)->imported) << "once only";
+}
+
+TEST_F(ImportTest, WaitsForNoLockWhoseHolderIsGone) {
+    const QByteArray original = readFile(sqlite(library, PlainLibrary));
+    const QString lock = library + u".kilit"_s;
+    const Importer hasty({Program, 1000ms});
+    const QByteArray elsewhere = "1234\nlirovan\nbaska-bilgisayar\n\n\n";
+    for (const bool old : {false, true}) {
+        writeFile(library, original);
+        QFile file(writeFile(lock, elsewhere));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const QDateTime hour = QDateTime::currentDateTime().addSecs(-3600);
+        EXPECT_TRUE(!old || file.setFileTime(hour, QFile::FileModificationTime));
+        // One that is old is not waited for at all.
+        const auto ensured =
+            (old ? importer : hasty)
+                .ensureLayout(library, LayoutKind::Library, [&, waited = 0](qint64, qint64 total) mutable {
+                    return total > 0 || !old || ++waited < 20;
+                });
+        EXPECT_TRUE(ensured && ensured->imported) << old;
+        EXPECT_FALSE(QFile::exists(lock));
+    }
+    writeFile(library, original);
+    QLockFile held(lock);
+    ASSERT_TRUE(held.tryLock());
+    const auto refused = hasty.ensureLayout(library, LayoutKind::Library);
+    EXPECT_TRUE(!refused && refused.error().message.contains(lock));
+    held.unlock();
+    writeFile(library + u".aktarma"_s, "mine");
+    const auto inTheWay = hasty.ensureLayout(library, LayoutKind::Library);
+    EXPECT_TRUE(!inTheWay && inTheWay.error().message.contains(u"kitaplar.vq.aktarma"));
+    EXPECT_EQ(readFile(library + u".aktarma"_s), "mine");
+    EXPECT_EQ(readFile(library), original);
 }
 
 TEST_F(ImportTest, LosesNoNoteToADoubledOrMissingKey) {

@@ -5,6 +5,8 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
+
+#include <csignal>
 #endif
 
 #include "support/files.h"
@@ -57,7 +59,7 @@ TEST(Companion, MakesALibraryThatItCanRead) {
     const QTemporaryDir folder;
     const QString library = folder.filePath(u"kitaplar.vq"_s);
     ASSERT_EQ(call({u"olustur"_s, source.folder.path(), library}).status, 0);
-    writeFile(library + u".yapim"_s, "a killed run's");
+    writeFile(library + u".yapim"_s, readFile(library).first(5000));  // a killed run's
     writeFile(library + u".yapim-journal"_s, "and its journal");
     interruptWrite(library);
     const auto own = QFile::ReadOwner | QFile::WriteOwner;
@@ -116,6 +118,11 @@ TEST(Companion, LeavesTheTargetAloneWhenItCannotMakeTheLibrary) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(source.last).constData(), 0600), 0);
     refused(source, "8.html bir dosya değil");
     QFile::remove(source.last);
+    writeFile(source.last, "");
+    ASSERT_TRUE(
+        QFile::resize(writeFile(source.last, {}), qint64(1) << 40));  // it would not fit the memory either
+    refused(source, "8.html bir kitaplık için çok büyük");
+    QFile::remove(source.last);
 #endif
     ASSERT_TRUE(QFile::link(target, source.last));
     refused(source, "8.html klasörün dışında");
@@ -152,6 +159,56 @@ TEST(Companion, ReadsAndRebuildsForeignFilesWithoutChangingThem) {
         EXPECT_TRUE(data::Library::openFile(made, platform::OpenMode::ReadOnly)) << made.toStdString();
     EXPECT_EQ(call({u"kelimeler"_s, file.filePath(u"yok.vq"_s)}).status, 1);
 }
+
+#ifdef Q_OS_UNIX
+TEST(Companion, LeavesNothingWhenItIsEndedFromOutside) {
+    LibraryFile large = smallLibrary();
+    large.execute(
+        u"INSERT INTO tbl_Konu (KonuID, Konu) WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE "
+        u"i<300000) SELECT i, 'metin' FROM n; PRAGMA application_id=0");
+    LibraryFile small = smallLibrary();
+    small.execute(u"PRAGMA application_id=0");
+    const QTemporaryDir place;
+    const QDir folder(place.path());
+    const auto entries = [&] { return folder.entryList(QDir::AllEntries | QDir::NoDotAndDotDot); };
+    const QString target = place.filePath(u"yeni.vq"_s);
+    const struct {
+        QStringList words, next;
+        QString prefix;
+    } cases[] = {
+        {{u"aktar"_s, large.path(), target}, {u"aktar"_s, small.path(), target}, u"yeni.vq.aktarma-"_s},
+        {{u"agac"_s, large.path()}, {u"agac"_s, small.path()}, u"lirovan-okuma-"_s},
+    };
+    for (const auto& c : cases) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"TMPDIR"_s, place.path());
+        process.setProcessEnvironment(environment);
+        const auto endedBy = [&](int number, const QStringList& words) {
+            const qsizetype there = entries().size();
+            process.start(QStringLiteral(LIROVAN_BIN_DIR "/lirovan-kitaplik"), words);
+            while (number != 0 && process.state() != QProcess::NotRunning && entries().size() == there)
+                process.waitForFinished(5);
+            if (number != 0) ::kill(static_cast<pid_t>(process.processId()), number);
+            process.waitForFinished(60000);
+            return process.exitStatus() == QProcess::CrashExit;
+        };
+        const QStringList before = entries();
+        for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+            EXPECT_TRUE(endedBy(number, c.words));
+            EXPECT_EQ(entries(), before) << number;
+        }
+        // A folder that is not ours, however much it looks like one.
+        writeFile(folder.filePath(c.prefix + u"benimm/kilit"_s), "");
+        writeFile(folder.filePath(c.prefix + u"benimm/metin"_s), "mine");
+        EXPECT_TRUE(endedBy(SIGKILL, c.words));
+        EXPECT_EQ(folder.entryList({c.prefix + u'*'}, QDir::Dirs).size(), 2);
+        EXPECT_FALSE(endedBy(0, c.next));
+        EXPECT_EQ(folder.entryList({c.prefix + u'*'}, QDir::Dirs), QStringList{c.prefix + u"benimm"_s});
+        EXPECT_EQ(readFile(folder.filePath(c.prefix + u"benimm/metin"_s)), "mine");
+    }
+}
+#endif
 
 TEST(Companion, TellsFaultsAndFailuresByItsExitStatus) {
     LibraryFile file = smallLibrary();

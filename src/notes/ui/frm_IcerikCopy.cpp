@@ -181,10 +181,10 @@ void frm_IcerikCopy::showDraftState() {
     if (!failure) return;
     if (!failure->isEmpty() && !draftTimer_.isActive()) draftTimer_.start(latestDraftMs);  // tried again
     statusBar()->setVisible(!failure->isEmpty());
-    statusBar()->showMessage(
-        failure->isEmpty()
-            ? QString()
-            : QStringLiteral("Taslak saklanamıyor, metin yalnız bu pencerede duruyor. ") + *failure);
+    statusBar()->setToolTip(*failure);
+    statusBar()->showMessage(failure->isEmpty()
+                                 ? QString()
+                                 : QStringLiteral("Taslak saklanamıyor; metin yalnız bu pencerede duruyor."));
 }
 
 QAction* frm_IcerikCopy::itemFor(const QKeyEvent& event) const {

@@ -44,6 +44,7 @@ extern "C" void cleanUp(int number) {
 }  // namespace
 
 void cleanUpAtSignals() {
+    std::signal(SIGXFSZ, SIG_IGN);
     for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGPIPE}) {
         struct sigaction old {};
         if (::sigaction(number, nullptr, &old) != 0 || old.sa_handler == SIG_IGN) continue;

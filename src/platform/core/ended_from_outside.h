@@ -7,8 +7,8 @@
 namespace lirovan::platform {
 
 /// Has those signals remove whatever RemovedAtSignal names at that moment, and then end the program as they
-/// always do. One that is ignored (nohup) stays so. Called once, by programs that fork no others of their
-/// own code.
+/// always do. One that is ignored (nohup) stays so. A limit on the size of files becomes an error of the
+/// write. Called once, by programs that fork no others of their own code.
 void cleanUpAtSignals();
 
 /// A file, or a folder that will be empty, which goes if the program is ended in this object's lifetime.

@@ -18,6 +18,7 @@
 #include <csignal>
 #endif
 
+#include "platform/core/ended_from_outside.h"
 #include "platform/core/import/import_protocol.h"
 #include "platform/core/version.h"
 #include "tools/jet_import/copy_tables.h"
@@ -114,6 +115,7 @@ Result<void> run(const Call& call) {
     const jet_import::LineSink sink = [](const platform::ImportLine& line) {
         print(output, platform::writeImportLine(line));
     };
+    const platform::RemovedAtSignal removedAtSignal(call.target);
     const Result<void> copied = jet_import::copyTables(**source, *kind, call.target, sink);
     if (!copied) {
         QFile::remove(call.target);
@@ -143,6 +145,7 @@ int main(int argc, char** argv) {
     }
     keepChannels();
     limitResources();
+    platform::cleanUpAtSignals();
     const Result<void> done = run(*call);
     if (done) return 0;
     print(errors, done.error().message.toUtf8() + '\n');

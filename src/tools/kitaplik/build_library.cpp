@@ -24,6 +24,10 @@ Result<QByteArray> bytesOf(const QString& path, QStringView name) {
     if (!info.exists()) return Error{u"%1 bulunamadı."_s.arg(name)};
     // A folder cannot be read, and a pipe never ends.
     if (!info.isFile()) return Error{u"%1 bir dosya değil."_s.arg(name)};
+    if (info.size() > LibraryWriter::MostTextBytes)
+        return Error{u"%1 bir kitaplık için çok büyük (%2 bayt; en çok %3)."_s.arg(name)
+                         .arg(info.size())
+                         .arg(LibraryWriter::MostTextBytes)};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return Error{u"%1 okunamıyor."_s.arg(name)};
     QByteArray bytes = file.readAll();

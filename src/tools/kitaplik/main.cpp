@@ -1,6 +1,7 @@
 // lirovan-kitaplik, the command-line companion: makes, imports, checks and reads libraries without a window.
 #include <QCoreApplication>
 
+#include "platform/core/ended_from_outside.h"
 #include "tools/kitaplik/commands.h"
 
 namespace {
@@ -17,6 +18,7 @@ std::vector<lirovan::tools::Command> allCommands() {
 }  // namespace
 
 int main(int count, char* words[]) {
+    lirovan::platform::cleanUpAtSignals();
     const QCoreApplication application(count, words);
     return static_cast<int>(lirovan::tools::runCommandLine(allCommands(), application.arguments().mid(1)));
 }

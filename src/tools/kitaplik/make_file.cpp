@@ -2,9 +2,12 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <filesystem>
+#include <memory>
+#include <vector>
 
+#include "platform/core/ended_from_outside.h"
+#include "platform/core/file_lock.h"
 #include "platform/core/file_writer.h"
 #include "platform/core/import/file_format.h"
 #include "platform/core/import/replace_file.h"
@@ -13,6 +16,7 @@
 namespace lirovan::tools {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using platform::Error;
 using platform::Result;
 
@@ -38,16 +42,15 @@ Result<void> makeFile(const QString& target, const std::function<Result<void>(co
         return Error{u"%1 bir kitaplık dosyası değil; üzerine yazılmadı."_s.arg(target)};
     // Behind a link lies the file to replace.
     const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-    QLockFile lock(path + u".kilit"_s);
-    lock.setStaleLockTime(0);  // only the death of its holder makes a lock stale
-    if (!lock.tryLock()) {
-        return lock.error() == QLockFile::LockFailedError
-                   ? Error{u"%1 şu anda başka bir program tarafından yazılıyor."_s.arg(target)}
-                   : Error{u"Hedefin klasörüne yazılamıyor: %1."_s.arg(info.absolutePath())};
-    }
     // Beside the target, so that the last step is a rename within one file system.
     const QString unfinished = path + u".yapim"_s;
-    removeDatabase(unfinished);
+    platform::FileLock lock(path, unfinished);
+    if (const Result<void> locked = lock.take(0ms, [] { return true; }); !locked) return locked;
+    if (const Result<void> removed = platform::removeUnfinished(unfinished); !removed) return removed;
+    std::vector<std::unique_ptr<platform::RemovedAtSignal>> removedAtSignal;
+    removedAtSignal.push_back(std::make_unique<platform::RemovedAtSignal>(unfinished));
+    for (const QStringView side : platform::SideFiles)
+        removedAtSignal.push_back(std::make_unique<platform::RemovedAtSignal>(unfinished + side.toString()));
     // An interrupted write of the old file is undone, so that nothing is left to be played into the new one.
     if (info.exists()) (void)platform::Database::open(path, platform::OpenMode::ReadWrite);
     if (const Result<void> free = platform::checkNoJournal(path); !free) return free;
@@ -59,7 +62,8 @@ Result<void> makeFile(const QString& target, const std::function<Result<void>(co
     }
     removeDatabase(unfinished);
     if (!written) return written;
-    if (failure) return Error{u"%1 yerine konamadı."_s.arg(target)};
+    if (failure || !platform::forceToDisk(info.absolutePath()))
+        return Error{u"%1 yerine konamadı."_s.arg(target)};
     return {};
 }
 

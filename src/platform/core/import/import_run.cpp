@@ -7,6 +7,8 @@
 #include <QMap>
 #include <QProcess>
 
+#include "platform/core/ended_from_outside.h"
+
 namespace lirovan::platform {
 namespace {
 
@@ -112,6 +114,7 @@ Result<LayoutKind> runAndCheck(const ImporterOptions& options, const ImportRun& 
     process.start(importProgram(options), arguments(run));
     if (!process.waitForStarted())
         return Error{QStringLiteral("Aktarma programı başlatılamadı (%1).").arg(importProgram(options))};
+    const EndedAtSignal endedAtSignal(process.processId());
     Report report;
     if (const Result<void> watched = watch(process, report, options, progress); !watched) {
         process.kill();

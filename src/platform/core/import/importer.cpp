@@ -3,22 +3,21 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
-#include <QTemporaryDir>
+#include <algorithm>
 
+#include "platform/core/file_lock.h"
+#include "platform/core/file_writer.h"
 #include "platform/core/import/file_format.h"
 #include "platform/core/import/import_run.h"
 #include "platform/core/import/replace_file.h"
+#include "platform/core/work_folder.h"
 
 namespace lirovan::platform {
 namespace {
 
-// While an import runs, the file that is being written, and the lock that only one program holds.
+// While an import runs, the file that is being written.
 QString unfinishedName(const QString& path) {
     return path + QStringLiteral(".aktarma");
-}
-QString lockName(const QString& path) {
-    return path + QStringLiteral(".kilit");
 }
 
 Error named(const QString& path, const Error& error) {
@@ -44,32 +43,28 @@ FileHeader probe(const QString& path) {
     return header;
 }
 
-Result<void> waitForLock(QLockFile& lock, const ImportProgress& progress) {
-    constexpr int pollMilliseconds = 100;
-    lock.setStaleLockTime(
-        0);  // only the death of its holder makes a lock stale, however long an import takes
-    while (!lock.tryLock(pollMilliseconds)) {
-        if (lock.error() != QLockFile::LockFailedError)
-            return Error{QStringLiteral("Dosyanın aktarılması gerekiyor, ama klasöre yazılamıyor.")};
-        if (progress && !progress(0, 0)) return Error{QStringLiteral("Aktarma iptal edildi.")};
-    }
-    return {};
-}
+// A holder that works shows it every few seconds.
+constexpr auto WithoutWork = std::chrono::seconds(20);
 
 Result<EnsuredLayout> importInPlace(const ImporterOptions& options, const QString& path, LayoutKind kind,
                                     const ImportProgress& progress) {
-    QLockFile lock(lockName(path));
-    if (const Result<void> locked = waitForLock(lock, progress); !locked) return locked.error();
+    const QString unfinished = unfinishedName(path);
+    FileLock lock(path, unfinished);
+    const auto waiting = [&] { return !progress || progress(0, 0); };
+    const auto patience = std::min<std::chrono::milliseconds>(options.silence, WithoutWork);
+    if (const Result<void> locked = lock.take(patience, waiting); !locked) return locked.error();
     // Another program may have done it while this one waited.
     const FileHeader header = probe(path);
     if (isOurs(header)) return EnsuredLayout{};
     if (const Result<void> readable = checkReadable(header); !readable) return readable.error();
 
-    const QString unfinished = unfinishedName(path);
-    if (QFileInfo::exists(unfinished) && !QFile::remove(unfinished))
-        return Error{QStringLiteral("Eski bir aktarmanın artığı silinemiyor: %1.")
-                         .arg(QFileInfo(unfinished).fileName())};
-    const Result<LayoutKind> written = runImport(options, {path, unfinished, kind}, progress);
+    if (const Result<void> removed = removeUnfinished(unfinished); !removed) return removed.error();
+    const RemovedAtSignal removedAtSignal(unfinished);
+    const auto working = [&](qint64 done, qint64 total) {
+        lock.showWork();
+        return !progress || progress(done, total);
+    };
+    const Result<LayoutKind> written = runImport(options, {path, unfinished, kind}, working);
     if (!written) return written.error();
     const Result<QString> kept =
         replaceFile(path, unfinished, header.isJet() ? QStringLiteral(".jet") : QStringLiteral(".sqlite"));
@@ -93,12 +88,12 @@ Result<LayoutKind> Importer::import(const QString& source, const QString& target
     if (!QFileInfo(target).absoluteDir().exists())
         return named(target, {QStringLiteral("Hedef klasör yok.")});
     // Beside the target, so that the last step is a rename within one file system.
-    const QTemporaryDir folder(unfinishedName(target) + QStringLiteral("-XXXXXX"));
-    if (!folder.isValid()) return named(target, {QStringLiteral("Hedefin klasörüne yazılamıyor.")});
-    const QString unfinished = folder.filePath(QFileInfo(target).fileName());
+    const auto folder = WorkFolder::make(unfinishedName(target) + u'-');
+    if (!folder) return named(target, folder.error());
+    const QString unfinished = (*folder)->file();
     const Result<LayoutKind> written = runImport(options_, {source, unfinished, kind}, progress);
     if (!written) return named(source, written.error());
-    if (!QFile::rename(unfinished, target))
+    if (!QFile::rename(unfinished, target) || !forceToDisk(QFileInfo(target).absolutePath()))
         return named(target, {QStringLiteral("Hedef dosya oluşturulamadı.")});
     return written;
 }
@@ -128,9 +123,10 @@ Result<ReadableDatabase> Importer::openForReading(const QString& path, LayoutKin
     ReadableDatabase result;
     QString readablePath = path;
     if (!isOurs(header)) {
-        result.folder = std::make_shared<QTemporaryDir>();
-        if (!result.folder->isValid()) return named(path, {QStringLiteral("Geçici klasör oluşturulamadı.")});
-        readablePath = result.folder->filePath(QFileInfo(path).fileName());
+        auto folder = WorkFolder::make(QDir::tempPath() + QStringLiteral("/lirovan-okuma-"));
+        if (!folder) return named(path, folder.error());
+        result.folder = std::move(*folder);
+        readablePath = result.folder->file();
         const Result<LayoutKind> written = runImport(options_, {path, readablePath, kind}, progress);
         if (!written) return named(path, written.error());
         result.imported = true;

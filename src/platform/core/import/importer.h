@@ -13,9 +13,9 @@
 #include "platform/core/library_layout.h"
 #include "platform/core/result.h"
 
-class QTemporaryDir;
-
 namespace lirovan::platform {
+
+class WorkFolder;
 
 /// Called at least ten times a second while an import runs, so a window can repaint itself from here. `total`
 /// 0: not known yet. Answers false to cancel.
@@ -36,7 +36,7 @@ struct EnsuredLayout {
 
 /// A database that is open for reading; the temporary file behind it, if there is one, lives as long.
 struct ReadableDatabase {
-    std::shared_ptr<QTemporaryDir> folder;  // before the database, so that it goes after it
+    std::shared_ptr<WorkFolder> folder;  // before the database, so that it goes after it
     Database database;
     bool imported = false;
 };
@@ -51,7 +51,8 @@ class Importer {
 
     /// Makes sure that `path` is a file of ours before the program opens it. A Jet or plain SQLite file is
     /// imported and replaced in one rename; the original stays beside it as "kitaplar.vq.jet" or
-    /// "kitaplar.vq.sqlite". Messages name the file. Two programs that do this at once take turns.
+    /// "kitaplar.vq.sqlite". Messages name the file. Two programs that do this at once take
+    /// turns; a lock that nobody holds any more is not waited for (file_lock.h).
     Result<EnsuredLayout> ensureLayout(const QString& path, LayoutKind kind,
                                        const ImportProgress& progress = {}) const;
 
