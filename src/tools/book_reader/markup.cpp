@@ -79,7 +79,7 @@ class MarkupBuilder {
     }
 
     void finish() {
-        while (!open_.empty()) end();
+        while (!stopped && !open_.empty()) end();
     }
 
   private:
