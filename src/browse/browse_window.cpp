@@ -126,7 +126,7 @@ void BrowseWindow::showTopic(const TreeNode& node) {
     const std::optional<QString> page =
         topicPage(parts_.library, parts_.folder, request(parts_.library, node, at(node.parent)));
     if (!page) return;
-    const platform::Result<void> written = writePage(parts_.folder, *page);
+    const platform::Result<QByteArray> written = writePage(parts_.folder, *page);
     parts_.content.setCaption(contentCaption(node.text));
     showPageFile(parts_.content, parts_.folder.pageText(PageFile), written);
 }

@@ -30,12 +30,12 @@ bool replaceInPlace(const QString& path, const QByteArray& bytes) {
 
 }  // namespace
 
-Result<void> writePage(const platform::AppFolder& folder, QStringView page) {
+Result<QByteArray> writePage(const platform::AppFolder& folder, QStringView page) {
     const QString path = folder.path(PageFile);
     const QByteArray bytes = pageBytes(page);
     // The page is made anew at the next click, and a reader should not wait for the disk.
     if (platform::writeWholeFile(path, bytes, platform::Durability::Fast) || replaceInPlace(path, bytes))
-        return {};
+        return bytes;
     return Error{u"Sayfa dosyası yazılamadı:\n%1"_s.arg(path)};
 }
 

@@ -1,6 +1,7 @@
 // The page file that the content window shows: one file, overwritten by every page.
 #pragma once
 
+#include <QByteArray>
 #include <QStringView>
 
 #include "platform/core/paths.h"
@@ -15,6 +16,7 @@ inline constexpr QStringView StartPageOfWindow = u"\\OKU\\VQ.HTM";  ///< the sam
 
 /// Writes `page` (without the final line end) to PageFile in windows-1254. When that fails (folder missing or
 /// not writable, disk full) the old page stays as it was.
-platform::Result<void> writePage(const platform::AppFolder& folder, QStringView page);
+/// Answers the bytes.
+platform::Result<QByteArray> writePage(const platform::AppFolder& folder, QStringView page);
 
 }  // namespace lirovan::browse

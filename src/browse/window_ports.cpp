@@ -17,9 +17,10 @@ void showStartPage(ContentView& window, PageCommands& page) {
     window.setCaption(ContentCaption.toString());
 }
 
-void showPageFile(ContentView& window, const QString& pathText, const platform::Result<void>& written) {
+void showPageFile(ContentView& window, const QString& pathText, const platform::Result<QByteArray>& written) {
+    if (written) return window.wb_Icerik().navigate(pathText, *written);
     window.wb_Icerik().navigate(pathText);
-    if (!written) window.wb_Icerik().showNotice(written.error().message);
+    window.wb_Icerik().showNotice(written.error().message);
 }
 
 QString contentCaption(const QString& pageName) {

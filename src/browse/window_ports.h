@@ -60,7 +60,7 @@ void showStartPage(ContentView& window, PageCommands& page);
 
 /// Shows the page file at `pathText`. Where writing it failed, that file holds an earlier page: the reason
 /// stands over it.
-void showPageFile(ContentView& window, const QString& pathText, const platform::Result<void>& written);
+void showPageFile(ContentView& window, const QString& pathText, const platform::Result<QByteArray>& written);
 
 /// Caption of a content window that shows nothing yet, and what a shown page's name is put behind.
 inline constexpr QStringView ContentCaption = u"İçerik Penceresi";

@@ -305,7 +305,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     parts_.page.showPageCommands(browse::ShownPage::Topic);
     parts_.content.show();
     browse::showGeneratedPage(parts_.content);
-    const Result<void> written = browse::writePage(parts_.folder, page->page);
+    const Result<QByteArray> written = browse::writePage(parts_.folder, page->page);
     showPage(written, page->heading.isEmpty() ? browse::ContentCaption.toString()
                                               : browse::contentCaption(page->heading));
     // The hits can be found once the page is there.
@@ -320,7 +320,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     showing_ = false;
 }
 
-void SearchWindow::showPage(const Result<void>& written, const QString& caption) {
+void SearchWindow::showPage(const Result<QByteArray>& written, const QString& caption) {
     parts_.content.setCaption(caption);
     browse::showPageFile(parts_.content, u"file:\\"_s + parts_.folder.pageText(browse::PageFile), written);
 }
@@ -337,7 +337,8 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
             letEventsRun();
             return !OzetDurdur_;
         });
-    const Result<void> written = page ? browse::writePage(parts_.folder, *page) : Result<void>(page.error());
+    const Result<QByteArray> written =
+        page ? browse::writePage(parts_.folder, *page) : Result<QByteArray>(page.error());
     if (written) {
         parts_.content.show();
         parts_.view.showSummaryStop(false);

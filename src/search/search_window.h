@@ -77,7 +77,7 @@ class SearchWindow : private RunHost {
     bool listele(QString query, ListOrder order);
     void closeRun(const RunResult& result);
     void showTopic(const ResultNode& node, const SearchRun& run);
-    void showPage(const platform::Result<void>& written, const QString& caption);
+    void showPage(const platform::Result<QByteArray>& written, const QString& caption);
     void OzetAl(int group, const SearchRun* run);
     void beginSummary();
     void endSummary();

@@ -59,6 +59,7 @@ struct FakeMainFrame : platform::MainFrame {
 /// A page that answers with what the test put there.
 struct FakePageView : platform::PageView {
     QStringList navigated;
+    QByteArray given;
     QString notice;  ///< since the last navigate()
     bool shown = true, focused = false;
     platform::Outcome outcome = platform::Outcome::Answered;  ///< of every question
@@ -73,6 +74,10 @@ struct FakePageView : platform::PageView {
     void navigate(const QString& path) override {
         navigated += path;
         notice.clear();
+    }
+    void navigate(const QString& path, const QByteArray& page) override {
+        navigate(path);
+        given = page;
     }
     void showNotice(const QString& text) override { notice = text; }
     platform::Outcome waitUntilComplete() override { return outcome; }

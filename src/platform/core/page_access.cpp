@@ -107,6 +107,10 @@ QUrl PageAccess::address(const QString& file) const {
     return url;
 }
 
+bool PageAccess::isPageFile(const QString& file) const {
+    return file == folder_.path(PageFile);
+}
+
 QByteArray PageAccess::contentType(const QString& file) const {
     const QString suffix = QFileInfo(file).suffix();
     const auto* found = std::find_if(std::begin(Types), std::end(Types), [&](const Type& type) {
@@ -114,7 +118,7 @@ QByteArray PageAccess::contentType(const QString& file) const {
     });
     if (found == std::end(Types)) return "application/octet-stream";
     const QByteArray type = found->type;
-    if (type != "text/html" || (file != folder_.path(PageFile) && tellsItsEncoding(file))) return type;
+    if (type != "text/html" || (!isPageFile(file) && tellsItsEncoding(file))) return type;
     return type + "; charset=windows-1254";
 }
 

@@ -36,6 +36,9 @@ class PageAccess {
     /// "text/html; charset=windows-1254". The page file always has that one, whatever a topic's text says.
     QByteArray contentType(const QString& file) const;
 
+    /// The page that the program writes.
+    bool isPageFile(const QString& file) const;
+
     const AppFolder& folder() const { return folder_; }
 
   private:

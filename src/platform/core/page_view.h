@@ -37,6 +37,9 @@ class PageView {
     /// Shows the file at a path text ("<folder>\OKU\oku.html", also behind "file:\"), even if it is shown
     /// already: it may have changed.
     virtual void navigate(const QString& pathText) = 0;
+    /// Shows a page, as bytes in windows-1254, in the place of the file at a path text. It is this page that
+    /// is loaded again, whatever the file holds by then.
+    virtual void navigate(const QString& pathText, const QByteArray& page) = 0;
     /// Waits, letting events run, until the page has loaded (ready state "complete").
     virtual Outcome waitUntilComplete() = 0;
     /// The path text last navigated to.

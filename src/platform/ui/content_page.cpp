@@ -1,11 +1,13 @@
 #include "platform/ui/content_page.h"
 
+#include <QApplication>
 #include <QAuthenticator>
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QTimer>
 #include <QWebEngineCertificateError>
 #include <QWebEngineFileSystemAccessRequest>
+#include <QWebEngineHistory>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineRegisterProtocolHandlerRequest>
@@ -19,12 +21,15 @@ Q_LOGGING_CATEGORY(logPage, "lirovan.page", QtWarningMsg)
 // A page that asks on and on is no longer listened to.
 constexpr int MostDialogs = 20;
 
+// After so many requests in a row to be printed the user is asked about the page.
+constexpr int PrintsInARow = 3;
+
 }  // namespace
 
-ContentPage::ContentPage(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QObject* parent)
-    : QWebEnginePage(&engine->profile(), parent), engine_(std::move(engine)), dialogs_(dialogs) {
+ContentPage::ContentPage(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, int view, QObject* parent)
+    : QWebEnginePage(&engine->profile(), parent), engine_(std::move(engine)), dialogs_(dialogs), view_(view) {
     denyFeatures();
-    connect(this, &QWebEnginePage::loadStarted, this, [this] { dialogsOfThisPage_ = 0; });
+    connect(this, &QWebEnginePage::printRequested, this, &ContentPage::wantsToBePrinted);
     connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
         // There is one view: a link that wants a window of its own is followed in it, a script's is not.
         if (request.isUserInitiated() && engine_->access().fileAt(request.requestedUrl()))
@@ -53,9 +58,20 @@ void ContentPage::denyFeatures() {
             });
 }
 
+// A page that goes to its file by name means itself, not what the file holds by now.
+bool ContentPage::isOwnPageElsewhere(const QUrl& url) const {
+    const GivenPage* given = engine_->pages().of(view_);
+    return given && engine_->fileAt(url) == given->file && engine_->pages().at(url) != given;
+}
+
 bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool isMainFrame) {
     const PageAccess& access = engine_->access();
-    if (const auto file = access.fileAt(url)) {
+    if (isMainFrame && isOwnPageElsewhere(url)) {
+        const QUrl own = GivenPages::addressOf(view_, access.address(engine_->pages().of(view_)->file));
+        QTimer::singleShot(0, this, [this, own] { setUrl(own); });
+        return false;
+    }
+    if (const auto file = engine_->fileAt(url)) {
         if (isMainFrame) Q_EMIT leaving(*file);
         return true;
     }
@@ -71,7 +87,8 @@ QStringList ContentPage::chooseFiles(FileSelectionMode, const QStringList&, cons
 }
 
 bool ContentPage::mayAsk() {
-    return ++dialogsOfThisPage_ <= MostDialogs;
+    meetNext();
+    return ++dialogsInARow_ <= MostDialogs;
 }
 
 template <class Ask>
@@ -86,6 +103,50 @@ auto ContentPage::whileAsking(Ask ask) {
 Answer ContentPage::show(const QString& text, Buttons buttons) {
     const Icon icon = buttons == Buttons::Ok ? Icon::Information : Icon::Question;
     return whileAsking([&] { return dialogs_.show({text, QStringLiteral("Lirovan"), icon, buttons}); });
+}
+
+QDateTime ContentPage::lastArrival() const {
+    return history()->currentItem().lastVisited();
+}
+
+void ContentPage::expectNext() {
+    expectsNext_ = true;
+    before_ = lastArrival();
+}
+
+bool ContentPage::hasArrived() const {
+    return lastArrival() != before_;
+}
+
+// What was said about a page holds until the next one of the program's choice is here.
+void ContentPage::meetNext() {
+    if (!expectsNext_ || !hasArrived()) return;
+    expectsNext_ = false;
+    userActed();
+    hearsPrints_.reset();
+}
+
+void ContentPage::userActed() {
+    dialogsInARow_ = printsInARow_ = 0;
+}
+
+// A page can ask again while the print dialog is open, and as soon as it is closed.
+void ContentPage::wantsToBePrinted() {
+    meetNext();
+    if (isAsking() || QApplication::activeModalWidget() || hearsPrints_ == false) return;
+    if (++printsInARow_ > PrintsInARow && !hearsPrints_) {
+        const QPointer self(this);
+        const Answer answer = show(QStringLiteral("Bu sayfa art arda yazdırılmak istiyor. Sayfanın yazdırma "
+                                                  "istekleri bundan sonra da dikkate alınsın mı?"),
+                                   Buttons::YesNo);
+        if (!self) return;
+        hearsPrints_ = answer == Answer::Yes;
+        if (!*hearsPrints_) return;
+    }
+    whileAsking([this] {
+        Q_EMIT printWanted();
+        return true;
+    });
 }
 
 void ContentPage::javaScriptAlert(const QUrl&, const QString& text) {

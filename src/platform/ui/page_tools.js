@@ -11,6 +11,22 @@
   const [createElement, getElementById, getElementsByName, querySelectorAll] =
     ['createElement', 'getElementById', 'getElementsByName', 'querySelectorAll'].map(own);
 
+  // So they do with its properties, and the controls of a form with the form's (<input name="childNodes">).
+  const reader = (type, name) => Object.getOwnPropertyDescriptor(type.prototype, name).get;
+  const reads = (type, name) => Function.prototype.call.bind(reader(type, name));
+  const [nodeType, firstChild, lastChild, previousSibling, nextSibling, parentNode, textContent] =
+    ['nodeType', 'firstChild', 'lastChild', 'previousSibling', 'nextSibling', 'parentNode', 'textContent']
+      .map(name => reads(Node, name));
+  const [namespaceURI, tagName, attributesOf] =
+    ['namespaceURI', 'tagName', 'attributes'].map(name => reads(Element, name));
+  const [root, body, scrollingElement, images, readyState] =
+    ['documentElement', 'body', 'scrollingElement', 'images', 'readyState']
+      .map(name => reader(Document, name).bind(document));
+  const does = (type, name) => Function.prototype.call.bind(type.prototype[name]);
+  const [rect, attribute, cloneNode, focus, intoView] = [[Element, 'getBoundingClientRect'],
+    [Element, 'getAttribute'], [Node, 'cloneNode'], [HTMLElement, 'focus'], [Element, 'scrollIntoView']]
+    .map(([type, name]) => does(type, name));
+
   // ---- Hit buttons take no room, but keep their place in the tab order. ----
 
   const style = new CSSStyleSheet();
@@ -36,7 +52,7 @@
   const escapeText = text => text.replace(/[&<>\u00a0\r\n]/g, c => CHARACTERS[c]);
   const escapeValue = value => value.replace(/[&"\u00a0\r\n]/g, c => CHARACTERS[c]);
   const rawText = text => text.replace(/\r\n?|\n/g, '\r\n');
-  const isBlank = node => !!node && node.nodeType === Node.TEXT_NODE && /^[ \t\n\f\r]*$/.test(node.data);
+  const isBlank = node => !!node && nodeType(node) === Node.TEXT_NODE && /^[ \t\n\f\r]*$/.test(node.data);
 
   // An address stays as it is written where the parser reads its "&" as such: paths are looked for in the text.
   const probe = createElement('template');
@@ -48,10 +64,9 @@
 
   function attributes(element) {
     let text = '';
-    for (const attribute of element.attributes) {
-      const value = attribute.value;
-      text += ' ' + attribute.name;
-      if (ALWAYS_QUOTED.has(attribute.name)) text += '="' + addressValue(value) + '"';
+    for (const {name, value} of attributesOf(element)) {
+      text += ' ' + name;
+      if (ALWAYS_QUOTED.has(name)) text += '="' + addressValue(value) + '"';
       else if (PLAIN_VALUE.test(value)) text += '=' + value;
       else text += '="' + escapeValue(value) + '"';
     }
@@ -59,72 +74,76 @@
   }
 
   const isHtml = (node, name) =>
-    !!node && node.nodeType === Node.ELEMENT_NODE && node.namespaceURI === HTML && (!name || node.tagName === name);
+    !!node && nodeType(node) === Node.ELEMENT_NODE && namespaceURI(node) === HTML && (!name || tagName(node) === name);
 
   // A blank text that the form replaces by its own line breaks or by nothing: beside the elements of the head, and
   // between a block's end and a rule.
   function isReplaced(blank) {
     if (!isBlank(blank)) return false;
-    if (isHtml(blank.parentNode, 'HEAD')) return true;
-    return isHtml(blank.nextSibling, 'HR') && isHtml(blank.previousSibling, 'DIV') && collapsesBlanks(blank.parentNode);
+    if (isHtml(parentNode(blank), 'HEAD')) return true;
+    return isHtml(nextSibling(blank), 'HR') && isHtml(previousSibling(blank), 'DIV') &&
+      collapsesBlanks(parentNode(blank));
   }
 
   const collapsesBlanks = element =>
-    element.nodeType === Node.ELEMENT_NODE && !getComputedStyle(element).whiteSpace.startsWith('pre');
+    nodeType(element) === Node.ELEMENT_NODE && !getComputedStyle(element).whiteSpace.startsWith('pre');
 
-  function sibling(node, direction) {
-    do node = node[direction]; while (isBlank(node));
+  function before(node) {
+    do node = previousSibling(node); while (isBlank(node));
     return node;
   }
 
   function lineBreakBefore(element) {
-    const before = sibling(element, 'previousSibling');
-    if (isHtml(element.parentNode, 'HEAD')) return element.tagName === 'STYLE' && !isHtml(before, 'STYLE');
-    return element.tagName === 'HR' && isHtml(before, 'DIV') && collapsesBlanks(element.parentNode);
+    const name = tagName(element);
+    if (name === 'STYLE') return isHtml(parentNode(element), 'HEAD') && !isHtml(before(element), 'STYLE');
+    return name === 'HR' && isHtml(before(element), 'DIV') && collapsesBlanks(parentNode(element));
   }
 
-  const lineBreakAfter = element => element.tagName === 'STYLE' && isHtml(element.parentNode, 'HEAD');
+  const lineBreakAfter = element => tagName(element) === 'STYLE' && isHtml(parentNode(element), 'HEAD');
 
   const contentOf = element => isHtml(element, 'TEMPLATE') ? element.content : element;
 
-  function innerHtml(root) {
+  function innerHtml(top) {
     const out = [];
     // Pending work, innermost last: a node to write, or a text.
     const work = [];
     const pushChildren = node => {
-      for (let child = node.lastChild; child; child = child.previousSibling) work.push(child);
+      for (let child = lastChild(node); child; child = previousSibling(child)) work.push(child);
     };
 
     // Answers whether what follows can still be written: nothing ends a PLAINTEXT.
     function begin(element) {
       const html = isHtml(element);
-      const name = element.tagName;
+      const name = tagName(element);
       if (html && lineBreakBefore(element)) out.push('\r\n');
       out.push('<', name, attributes(element), '>');
       if (html && VOID.has(name)) return true;
       if (html && RAW.has(name)) {
-        out.push(rawText(element.textContent));
+        out.push(rawText(textContent(element)));
         if (name === 'PLAINTEXT') return false;
         out.push('</', name, '>');
         if (lineBreakAfter(element)) out.push('\r\n');
         return true;
       }
-      if (html && DROPS_LINE_BREAK.has(name) && element.firstChild && element.firstChild.nodeType === Node.TEXT_NODE &&
-          element.firstChild.data.startsWith('\n')) out.push('\r\n');
+      if (html && DROPS_LINE_BREAK.has(name)) {
+        const first = firstChild(element);
+        if (first && nodeType(first) === Node.TEXT_NODE && first.data.startsWith('\n')) out.push('\r\n');
+      }
       work.push('</' + name + '>');
       pushChildren(contentOf(element));
       return true;
     }
 
-    pushChildren(root);
+    pushChildren(top);
     while (work.length) {
       const node = work.pop();
-      if (typeof node === 'string') out.push(node);
-      else if (node.nodeType === Node.ELEMENT_NODE) {
+      const type = typeof node === 'string' ? 0 : nodeType(node);
+      if (!type) out.push(node);
+      else if (type === Node.ELEMENT_NODE) {
         if (!begin(node)) break;
-      } else if (node.nodeType === Node.TEXT_NODE) {
+      } else if (type === Node.TEXT_NODE) {
         if (!isReplaced(node)) out.push(escapeText(node.data));
-      } else if (node.nodeType === Node.COMMENT_NODE) {
+      } else if (type === Node.COMMENT_NODE) {
         out.push('<!--', rawText(node.data), '-->');
       }
     }
@@ -134,12 +153,12 @@
   // ---- Elements and scrolling ----
 
   const byName = name => getElementsByName(name)[0] || getElementById(name);
-  const scroller = () => document.scrollingElement || document.documentElement;
+  const scroller = () => scrollingElement() || root();
 
   function contentCell(element) {
     let cell = null;
-    for (let up = element.parentElement; up; up = up.parentElement)
-      if (up.tagName === 'TD' || up.tagName === 'TH') cell = up;
+    for (let up = parentNode(element); up; up = parentNode(up))
+      if (isHtml(up, 'TD') || isHtml(up, 'TH')) cell = up;
     return cell;
   }
 
@@ -147,7 +166,7 @@
   function numbered(prefix) {
     const found = new Map();
     for (const element of querySelectorAll('[name^="' + CSS.escape(prefix) + '"]')) {
-      const name = element.getAttribute('name');
+      const name = attribute(element, 'name');
       if (!found.has(name)) found.set(name, element);
     }
     const result = [];
@@ -158,31 +177,31 @@
   function offsets(prefix) {
     const tops = new Map();
     const topOf = element => {
-      if (!tops.has(element)) tops.set(element, element ? element.getBoundingClientRect().top : -scroller().scrollTop);
+      if (!tops.has(element)) tops.set(element, element ? rect(element).top : -scroller().scrollTop);
       return tops.get(element);
     };
-    return numbered(prefix).map(element => element.getBoundingClientRect().top - topOf(contentCell(element))).join(' ');
+    return numbered(prefix).map(element => rect(element).top - topOf(contentCell(element))).join(' ');
   }
 
   function isInFirstView(prefix, line) {
-    const uppermost = numbered(prefix).reduce((top, each) => Math.min(top, each.getBoundingClientRect().top), Infinity);
+    const uppermost = numbered(prefix).reduce((top, each) => Math.min(top, rect(each).top), Infinity);
     return uppermost + scroller().scrollTop + line <= innerHeight;
   }
 
   function focusElement(name) {
     const element = byName(name);
     if (!element) return false;
-    element.focus({preventScroll: true});
-    const place = element.getBoundingClientRect();
-    if (place.top < 0 || place.bottom > innerHeight) element.scrollIntoView({block: 'center'});
+    focus(element, {preventScroll: true});
+    const place = rect(element);
+    if (place.top < 0 || place.bottom > innerHeight) intoView(element, {block: 'center'});
     return true;
   }
 
   // A page that was written anew calls itself complete before its pictures have come, and they move the text.
   function state() {
     if (window.lirovan.left) return 'left';
-    const waits = Array.from(document.images).some(image => !image.complete && image.loading !== 'lazy');
-    return waits ? 'interactive' : document.readyState;
+    const waits = Array.from(images()).some(image => !image.complete && image.loading !== 'lazy');
+    return waits ? 'interactive' : readyState();
   }
 
   // ---- Selection ----
@@ -203,14 +222,14 @@
       idle.remove();
     // The frame of the page, a table in a table, is left behind; rows that are selected keep their table.
     let within = range.commonAncestorContainer;
-    let inRows = ROWS.has(within.nodeName);
-    for (; within && within !== document.body; within = within.parentNode) {
-      if (within.nodeType !== Node.ELEMENT_NODE) continue;
-      const name = within.tagName;
+    let inRows = nodeType(within) === Node.ELEMENT_NODE && ROWS.has(tagName(within));
+    for (; within && within !== body(); within = parentNode(within)) {
+      if (nodeType(within) !== Node.ELEMENT_NODE) continue;
+      const name = tagName(within);
       const keep = ROWS.has(name) ? inRows : FORMAT.has(name);
       if (!ROWS.has(name) || name === 'TABLE') inRows = false;
       if (!keep) continue;
-      const around = within.cloneNode(false);
+      const around = cloneNode(within, false);
       around.removeAttribute('id');
       around.append(...content.childNodes);
       content = createElement('div');
@@ -220,7 +239,7 @@
   }
 
   window.lirovan = {
-    innerHtml: () => innerHtml(document.documentElement),
+    innerHtml: () => innerHtml(root()),
     rewrite: html => {
       open();
       clear();

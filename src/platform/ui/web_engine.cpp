@@ -1,5 +1,6 @@
 #include "platform/ui/web_engine.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPalette>
@@ -21,7 +22,7 @@ using Info = QWebEngineUrlRequestInfo;
 /// Asked by the engine for every request of every page and frame, sockets included.
 class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
   public:
-    explicit Gate(const PageAccess& access) : access_(access) {}
+    explicit Gate(const WebEngine& engine) : engine_(engine) {}
 
     void interceptRequest(Info& info) override {
         if (!isPartOfPage(info.resourceType())) return info.block(true);
@@ -29,8 +30,8 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
         if (info.requestUrl().scheme() == u"data" && !isFrame(info.resourceType())) return;
         // A picture may also be named by its file address.
         const bool byFile = info.requestUrl().scheme() == u"file" && !isFrame(info.resourceType());
-        const bool known = byFile ? access_.file(info.requestUrl().toString()).has_value()
-                                  : access_.fileAt(info.requestUrl()).has_value();
+        const bool known = byFile ? engine_.access().file(info.requestUrl().toString()).has_value()
+                                  : engine_.fileAt(info.requestUrl()).has_value();
         if (!known) info.block(true);
     }
 
@@ -55,26 +56,35 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
         }
     }
 
-    const PageAccess& access_;
+    const WebEngine& engine_;
 };
 
-/// Hands the files of the folder to pages.
+/// Hands the files of the folder to pages, and to views the pages that they were given.
 class WebEngine::Files : public QWebEngineUrlSchemeHandler {
   public:
-    explicit Files(const PageAccess& access) : access_(access) {}
+    explicit Files(const WebEngine& engine) : engine_(engine) {}
 
     void requestStarted(QWebEngineUrlRequestJob* job) override {
-        const auto path = access_.fileAt(job->requestUrl());
+        if (const GivenPage* page = engine_.pages_.at(job->requestUrl())) {
+            auto bytes = std::make_unique<QBuffer>();
+            bytes->setData(page->bytes);
+            return answer(job, page->contentType, std::move(bytes));
+        }
+        const auto path = engine_.access().fileAt(job->requestUrl());
         if (!path) return job->fail(QWebEngineUrlRequestJob::UrlNotFound);
-        auto file = std::make_unique<QFile>(*path);
-        if (!file->open(QIODevice::ReadOnly)) return job->fail(QWebEngineUrlRequestJob::RequestDenied);
-        QFile* device = file.release();
-        QObject::connect(job, &QObject::destroyed, device, &QObject::deleteLater);
-        job->reply(access_.contentType(*path), device);
+        answer(job, engine_.access().contentType(*path), std::make_unique<QFile>(*path));
     }
 
   private:
-    const PageAccess& access_;
+    static void answer(QWebEngineUrlRequestJob* job, const QByteArray& type,
+                       std::unique_ptr<QIODevice> content) {
+        if (!content->open(QIODevice::ReadOnly)) return job->fail(QWebEngineUrlRequestJob::RequestDenied);
+        QIODevice* device = content.release();
+        QObject::connect(job, &QObject::destroyed, device, &QObject::deleteLater);
+        job->reply(type, device);
+    }
+
+    const WebEngine& engine_;
 };
 
 namespace {
@@ -152,8 +162,8 @@ std::shared_ptr<WebEngine> WebEngine::create(const AppFolder& folder, const QUrl
 WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
     : access_(folder),
       installer_(std::move(installer)),
-      gate_(std::make_unique<Gate>(access_)),
-      files_(std::make_unique<Files>(access_)),
+      gate_(std::make_unique<Gate>(*this)),
+      files_(std::make_unique<Files>(*this)),
       profile_(std::make_unique<QWebEngineProfile>()) {
     Q_ASSERT(profile_->isOffTheRecord());
     profile_->setUrlRequestInterceptor(gate_.get());
@@ -169,6 +179,11 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
 }
 
 WebEngine::~WebEngine() = default;
+
+std::optional<QString> WebEngine::fileAt(const QUrl& address) const {
+    const GivenPage* page = pages_.at(address);
+    return page ? std::optional(page->file) : access_.fileAt(address);
+}
 
 bool WebEngine::isInstaller(const QUrl& url) const {
     return !installer_.isEmpty() && (url.scheme() == u"http" || url.scheme() == u"https") &&

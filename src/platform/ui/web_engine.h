@@ -5,6 +5,7 @@
 #include <QUrl>
 #include <memory>
 
+#include "platform/core/given_pages.h"
 #include "platform/core/page_access.h"
 
 class QWebEngineProfile;
@@ -26,6 +27,9 @@ class WebEngine {
 
     QWebEngineProfile& profile() { return *profile_; }
     const PageAccess& access() const { return access_; }
+    GivenPages& pages() { return pages_; }
+    /// The file at an address, also where it is a page that a view was given. Nothing else is shown.
+    std::optional<QString> fileAt(const QUrl& address) const;
     bool isInstaller(const QUrl& url) const;
 
   private:
@@ -34,6 +38,7 @@ class WebEngine {
     WebEngine(const AppFolder& folder, QUrl installer);
 
     PageAccess access_;
+    GivenPages pages_;
     QUrl installer_;
     std::unique_ptr<Gate> gate_;
     std::unique_ptr<Files> files_;

@@ -1,10 +1,7 @@
 #include "platform/ui/web_view.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
-#include <QDir>
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -17,6 +14,7 @@
 #include <QWebEngineView>
 
 #include "platform/ui/content_page.h"
+#include "platform/ui/page_process.h"
 #include "platform/ui/script_text.h"
 
 namespace lirovan::platform {
@@ -28,13 +26,16 @@ namespace {
 // One line of the scroll bar: a line of page text.
 constexpr int LineStep = 20;
 
-// Between two looks at a page that is loading or being written; the end of loading is not waited out.
-constexpr auto LookInterval = 10ms;
+// What a page that does not answer is asked once more: it may be done with its work.
+constexpr auto SecondQuestion = 100ms;
+
+// How fast a page is worked through at the least, in bytes a millisecond.
+constexpr int LeastSpeed = 5'000;
 
 }  // namespace
 
 WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* parent)
-    : QWidget(parent), engine_(std::move(engine)), dialogs_(dialogs) {
+    : QWidget(parent), engine_(std::move(engine)), dialogs_(dialogs), number_(engine_->pages().open()) {
     stack_ = new QStackedLayout(this);
     view_ = new QWebEngineView(&engine_->profile(), this);
     stack_->addWidget(view_);
@@ -56,7 +57,9 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     rows->addWidget(reload_, 0, Qt::AlignCenter);
     rows->addStretch();
     stack_->addWidget(notice_);
-    connect(reload_, &QPushButton::clicked, this, [this] { navigate(location_); });
+    connect(reload_, &QPushButton::clicked, this, &WebView::loadAgain);
+    arrival_.setSingleShot(true);
+    connect(&arrival_, &QTimer::timeout, this, &WebView::lookForArrival);
 
     makePage();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
@@ -70,6 +73,7 @@ WebView::~WebView() {
         leaveToPrinting();
     else
         delete view_;  // with its page, before the engine's profile
+    engine_->pages().close(number_);
 }
 
 void WebView::setTimeLimits(std::chrono::milliseconds answer, std::chrono::milliseconds load) {
@@ -77,9 +81,14 @@ void WebView::setTimeLimits(std::chrono::milliseconds answer, std::chrono::milli
     loadLimit_ = load;
 }
 
+std::chrono::milliseconds WebView::patience() const {
+    const GivenPage* page = engine_->pages().of(number_);
+    return answerLimit_ + std::chrono::milliseconds(page ? page->bytes.size() / LeastSpeed : 0);
+}
+
 void WebView::makePage() {
     ContentPage* old = page_;
-    page_ = new ContentPage(engine_, dialogs_, view_);
+    page_ = new ContentPage(engine_, dialogs_, number_, view_);
     view_->setPage(page_);
     delete old;
     processEnded_ = hangs_ = false;
@@ -99,19 +108,22 @@ void WebView::makePage() {
                 if (status == QWebEnginePage::NormalTerminationStatus) return;
                 processEnded_ = true;
                 load_ = Load::Idle;
+                if (loadsAfterEnd_) {
+                    QTimer::singleShot(0, this, &WebView::load);
+                    return;
+                }
                 showNotice(QStringLiteral(
                                "Sayfa gösterilemiyor: sayfayı gösteren işlem beklenmedik biçimde sona erdi."),
                            true);
                 Q_EMIT gone();
             });
     connect(page_, &QWebEnginePage::selectionChanged, this, &WebView::selectionChanged);
-    connect(page_, &QWebEnginePage::printRequested, this, &WebView::printRequested);
-}
-
-void WebView::loadEnded(bool failed) {
-    load_ = failed ? Load::Failed : loadIsAlone_ ? Load::Complete : Load::Idle;
-    page_->setZoomFactor(zoom_);
-    Q_EMIT loaded();
+    connect(page_, &ContentPage::printWanted, this, &WebView::printRequested);
+    // The engine does not always tell that a process has started.
+    const auto bound = [page = page_.data()] { boundPageMemory(page->renderProcessPid()); };
+    connect(page_, &QWebEnginePage::renderProcessPidChanged, page_, bound);
+    connect(page_, &QWebEnginePage::loadingChanged, page_, bound);
+    connect(page_, &QWebEnginePage::loadProgress, page_, bound);
 }
 
 void WebView::showPage() {
@@ -122,45 +134,6 @@ void WebView::showNotice(const QString& text, bool offerReload) {
     noticeText_->setText(text);
     reload_->setVisible(offerReload);
     stack_->setCurrentWidget(notice_);
-}
-
-// ---- Navigation ----
-
-void WebView::navigate(const QString& pathText) {
-    if (const QUrl url(pathText); engine_->isInstaller(url)) {
-        Q_EMIT installerRequested(url);
-        return;
-    }
-    const auto file = engine_->access().file(pathText);
-    if (!file) return;
-    location_ = pathText;
-    if (!QFileInfo(*file).isFile()) {
-        load_ = Load::Failed;
-        showNotice(QStringLiteral("Sayfa bulunamadı:\n%1").arg(QDir::toNativeSeparators(*file)), true);
-        return;
-    }
-    // A page that does not answer cannot be left either; it is given up together with its process.
-    if (processEnded_ || (hangs_ && !isPrinting_)) makePage();
-    showPage();
-    // With another load under way its end cannot be told from this one's.
-    loadIsAlone_ = load_ != Load::Running && !page_->isLoading();
-    load_ = Load::Running;
-    page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
-    page_->setUrl(engine_->access().address(*file));
-}
-
-Outcome WebView::waitUntilComplete() {
-    const QDeadlineTimer deadline(loadLimit_);
-    for (;;) {
-        if (load_ == Load::Failed || load_ == Load::Complete) return Outcome::Answered;
-        const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"), loadIsAlone_);
-        if (state.outcome != Outcome::Answered) return state.outcome;
-        // No value: nothing has ever been loaded, or the answer was not waited for.
-        const bool complete = state.value ? state.value->toString() == u"complete" : load_ == Load::Idle;
-        if (complete) return Outcome::Answered;
-        if (deadline.hasExpired()) return Outcome::TimedOut;
-        if (const Outcome paused = pause(LookInterval); paused == Outcome::Gone) return paused;
-    }
 }
 
 void WebView::setFocus() {
@@ -193,10 +166,12 @@ Outcome WebView::waitFor(Question& question, std::chrono::milliseconds limit) {
     QTimer timer;
     timer.setSingleShot(true);
     connect(&timer, &QTimer::timeout, &timer, [&] {
-        if (page_->isAsking()) return timer.start(limit);  // the user is reading
+        // The user is reading, or the page is still to come.
+        if (page_->isAsking() || !hasArrived()) return timer.start(limit);
         question.close(Outcome::TimedOut);
     });
     connect(this, &WebView::gone, &question.loop, [&] { question.close(Outcome::Gone); });
+    connect(this, &WebView::givenUp, &question.loop, [&] { question.close(Outcome::TimedOut); });
     timer.start(limit);
     question.loop.exec(QEventLoop::ExcludeUserInputEvents);
     question.closed = true;  // also when the program is quitting
@@ -233,8 +208,10 @@ Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded) 
     // A page that has come is busy laying itself out; it answers after that.
     if (atMostUntilLoaded)
         connect(this, &WebView::loaded, &question->loop, [&] { question->close(Outcome::Answered); });
-    const Outcome outcome = waitFor(*question, answerLimit_);
-    if (outcome == Outcome::TimedOut) hangs_ = true;
+    // One command asks several questions, and only the first is waited for in full.
+    const QPointer page(page_);
+    const Outcome outcome = waitFor(*question, hangs_ ? std::min(patience(), SecondQuestion) : patience());
+    if (outcome == Outcome::TimedOut && page) hangs_ = true;
     return {outcome, std::move(question->value)};
 }
 
@@ -254,9 +231,11 @@ Reply<QString> WebView::innerHtml() {
 
 Outcome WebView::rewrite(const QString& html) {
     if (load_ == Load::Complete) load_ = Load::Idle;
-    const Outcome written = tell(
-        QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(readableAddresses(html, engine_->access()))));
-    return written == Outcome::Answered ? waitUntilComplete() : written;
+    const QString text = readableAddresses(html, engine_->access());
+    const Outcome written = tell(QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(text)));
+    if (written != Outcome::Answered) return written;
+    if (const auto file = engine_->access().file(location_)) keepText(*file, text);
+    return waitUntilComplete();
 }
 
 Reply<bool> WebView::hasElement(QStringView name) {
@@ -314,6 +293,7 @@ void WebView::selectAll() {
 }
 
 bool WebView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) page_->userActed();
     if (watched == view_) {
         // The widget that takes the keys comes and goes with the page's process.
         if (event->type() == QEvent::ChildPolished)

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QTimer>
 #include <QVariant>
 #include <QWidget>
 #include <chrono>
@@ -36,10 +37,16 @@ class WebView : public QWidget, public PageView {
     WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* parent = nullptr);
     ~WebView() override;
 
-    /// How long a question and how long loading may take.
+    /// How long a page may leave a question unanswered, or be incomplete once it has arrived (large pages
+    /// have more time by their size), and how long the whole way to a page may take, the start of a process
+    /// included.
     void setTimeLimits(std::chrono::milliseconds answer, std::chrono::milliseconds load);
 
     void navigate(const QString& pathText) override;
+    void navigate(const QString& pathText, const QByteArray& page) override;
+    /// Shows markup in the place of the file at a path text. Picture addresses "<folder>\OKU\..." are
+    /// followed.
+    void navigateToText(const QString& pathText, const QString& html);
     Outcome waitUntilComplete() override;
     QString location() const override { return location_; }
 
@@ -80,6 +87,8 @@ class WebView : public QWidget, public PageView {
     void installerRequested(const QUrl& url);
     /// The page's process ended, or the view is about to go: whoever waits gets no answer.
     void gone();
+    /// The page went, with its process, for one that is still to come.
+    void givenUp();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -94,6 +103,18 @@ class WebView : public QWidget, public PageView {
     };
 
     void makePage();
+    /// Loads the page at the location: the one that the view was given, where it was.
+    void load();
+    void loadAgain();
+    QUrl address() const;
+    /// What loading again shows in the place of the file.
+    void keepText(const QString& file, const QString& html);
+    /// The page before has gone.
+    bool hasArrived() const;
+    void lookForArrival();
+    /// Shows the page at the location in a new process.
+    void giveUp();
+    std::chrono::milliseconds patience() const;
     void showPage();
     void showNotice(const QString& text, bool offerReload);
     void showContextMenu(const QPoint& place);
@@ -116,6 +137,7 @@ class WebView : public QWidget, public PageView {
 
     std::shared_ptr<WebEngine> engine_;
     Dialogs& dialogs_;
+    const int number_;  ///< among the engine's views
     QStackedLayout* stack_;
     QWebEngineView* view_;
     QWidget* notice_;
@@ -127,10 +149,12 @@ class WebView : public QWidget, public PageView {
     Load load_ = Load::Idle;
     bool loadIsAlone_ = false;
     bool processEnded_ = false;
+    bool loadsAfterEnd_ = false;  ///< the process is being ended for the next page
+    QTimer arrival_;
     bool isPrinting_ = false;
     std::vector<std::function<void()>> waitingPrints_;
     bool hangs_ = false;  ///< a question is unanswered beyond its limit
-    std::chrono::milliseconds answerLimit_{10'000};
+    std::chrono::milliseconds answerLimit_{1'800};
     std::chrono::milliseconds loadLimit_{30'000};
 };
 

@@ -50,10 +50,8 @@ void WebView::printSelection(const PrintTarget& target, std::function<void(bool)
     sheet->resize(size());
     connect(this, &WebView::gone, sheet, &QObject::deleteLater);
     const QPointer sheetAlive(sheet);
-    sheet->navigate(location_);
-    bool ready = sheet->waitUntilComplete() == Outcome::Answered && sheetAlive;
-    ready = ready && sheet->rewrite(selectionPage(*html.value)) == Outcome::Answered && sheetAlive;
-    if (!ready) {
+    sheet->navigateToText(location_, selectionPage(*html.value));
+    if (sheet->waitUntilComplete() != Outcome::Answered || !sheetAlive) {
         if (sheetAlive) sheet->deleteLater();
         if (self) finished(false);
         return;

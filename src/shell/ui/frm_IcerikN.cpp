@@ -120,9 +120,8 @@ void frm_IcerikN::addSpacer() {
 
 void frm_IcerikN::fill(const CopiedPage& page) {
     const Hold hold(*this);
-    wb_Icerik->navigate(page.location);
+    wb_Icerik->navigateToText(page.location, page.html);
     wb_Icerik->waitUntilComplete();
-    wb_Icerik->rewrite(page.html);
     setWindowTitle(page.caption);
     FontSizeN(page.fontSize);
 }

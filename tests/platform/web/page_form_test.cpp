@@ -122,6 +122,27 @@ TEST_F(PageFormTest, SaysTheSameWhenWrittenBack) {
     }
 }
 
+TEST_F(PageFormTest, IsNotLedAstrayByNamesOfElements) {
+    const QString names =
+        u"body documentElement scrollingElement images readyState childNodes firstChild lastChild "
+        u"nextSibling "
+        "previousSibling parentNode nodeType tagName namespaceURI attributes textContent"_s;
+    QString images = u"<FORM id=f>"_s, inputs;
+    for (const QString& name : names.split(u' ')) {
+        images += u"<IMG name=%1>"_s.arg(name);
+        inputs += u"<INPUT name=%1>"_s.arg(name);
+    }
+    const QString form = images + inputs + u"</FORM>"_s;
+    show(topicPage(u"AD"_s, form + hit(0, u"kelime"_s) + u"<p style=height:2000px>x"_s));
+    for (const int rewritten : {0, 1}) {
+        expectInForm(form);
+        EXPECT_EQ(view->setScrollTop(100), Outcome::Answered) << rewritten;
+        EXPECT_EQ(view->scrollTop().value, 100) << rewritten;
+        EXPECT_EQ(view->offsets(u"ggggittt").valueOr({}).size(), 1U) << rewritten;
+        ASSERT_EQ(view->rewrite(html()), Outcome::Answered);
+    }
+}
+
 TEST_F(PageFormTest, HoldsTheStartPageEntryOfTheSampleThatNewWindowsTakeOut) {
     const QByteArray fragment = readFile(QStringLiteral(LIROVAN_SOURCE_DIR "/samples/kitaplik/betik.html"));
     const QString rightClick =

@@ -1,0 +1,148 @@
+// The page view's way from one page to the next.
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPointer>
+#include <QWebEngineScript>
+
+#include "platform/ui/content_page.h"
+#include "platform/ui/page_process.h"
+#include "platform/ui/script_text.h"
+#include "platform/ui/web_view.h"
+
+namespace lirovan::platform {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// The page before has to let go within this time. What is left of two seconds is for a new process.
+constexpr auto ArrivalLimit = 1000ms;
+
+// Between two looks at a page that is loading or being written; the end of loading is not waited out.
+constexpr auto LookInterval = 10ms;
+
+}  // namespace
+
+void WebView::navigate(const QString& pathText) {
+    if (const QUrl url(pathText); engine_->isInstaller(url)) {
+        Q_EMIT installerRequested(url);
+        return;
+    }
+    const auto file = engine_->access().file(pathText);
+    if (!file) return;
+    location_ = pathText;
+    QFile content(*file);
+    if (!QFileInfo(*file).isFile()) {
+        load_ = Load::Failed;
+        showNotice(QStringLiteral("Sayfa bulunamadı:\n%1").arg(QDir::toNativeSeparators(*file)), true);
+        return;
+    }
+    if (engine_->access().isPageFile(*file) && content.open(QIODevice::ReadOnly))
+        engine_->pages().give(number_, {*file, content.readAll(), engine_->access().contentType(*file)});
+    load();
+}
+
+void WebView::navigate(const QString& pathText, const QByteArray& page) {
+    const auto file = engine_->access().file(pathText);
+    if (!file) return;
+    location_ = pathText;
+    engine_->pages().give(number_, {*file, page, engine_->access().contentType(*file)});
+    load();
+}
+
+void WebView::navigateToText(const QString& pathText, const QString& html) {
+    const auto file = engine_->access().file(pathText);
+    if (!file) return;
+    location_ = pathText;
+    keepText(*file, readableAddresses(html, engine_->access()));
+    load();
+}
+
+void WebView::keepText(const QString& file, const QString& html) {
+    engine_->pages().give(number_, {file, html.toUtf8(), "text/html; charset=utf-8"});
+}
+
+QUrl WebView::address() const {
+    const QString file = engine_->access().file(location_).value_or(QString());
+    const QUrl plain = engine_->access().address(file);
+    const GivenPage* given = engine_->pages().of(number_);
+    return given && given->file == file ? GivenPages::addressOf(number_, plain) : plain;
+}
+
+void WebView::loadAgain() {
+    const GivenPage* given = engine_->pages().of(number_);
+    if (given && engine_->access().file(location_) == given->file)
+        load();
+    else
+        navigate(location_);
+}
+
+void WebView::load() {
+    loadsAfterEnd_ = false;
+    // A page that does not answer cannot be left either; it is given up together with its process.
+    if (processEnded_)
+        makePage();
+    else if (hangs_)
+        return giveUp();
+    showPage();
+    // With another load under way its end cannot be told from this one's.
+    loadIsAlone_ = load_ != Load::Running && !page_->isLoading();
+    load_ = Load::Running;
+    page_->expectNext();
+    // There is nothing to let go of in a process that is only starting.
+    if (page_->hasShown())
+        arrival_.start(ArrivalLimit);
+    else
+        arrival_.stop();
+    page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
+    page_->setUrl(address());
+}
+
+bool WebView::hasArrived() const {
+    return load_ != Load::Running || processEnded_ || page_->hasArrived();
+}
+
+void WebView::lookForArrival() {
+    if (!hasArrived() && !page_->isAsking()) giveUp();
+}
+
+void WebView::giveUp() {
+    Q_EMIT givenUp();
+    load_ = Load::Running;
+    if (isPrinting_) {
+        // The engine ends the program when a page goes in the middle of being printed, but not when its
+        // process does.
+        loadsAfterEnd_ = true;
+        return endPageProcess(page_->renderProcessPid());
+    }
+    makePage();
+    load();
+}
+
+void WebView::loadEnded(bool failed) {
+    load_ = failed ? Load::Failed : loadIsAlone_ ? Load::Complete : Load::Idle;
+    page_->setZoomFactor(zoom_);
+    Q_EMIT loaded();
+}
+
+Outcome WebView::waitUntilComplete() {
+    const QDeadlineTimer whole(loadLimit_);
+    QDeadlineTimer here(QDeadlineTimer::Forever);
+    for (;;) {
+        if (load_ == Load::Failed || load_ == Load::Complete) return Outcome::Answered;
+        if (here.isForever() && hasArrived()) here = QDeadlineTimer(patience());
+        const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"), loadIsAlone_);
+        // No answer, and yet it goes on: the page was given up for one that is still to come.
+        const bool replaced = state.outcome == Outcome::TimedOut && !hangs_;
+        if (state.outcome != Outcome::Answered && !replaced) return state.outcome;
+        // No value: nothing has ever been loaded, or the answer was not waited for.
+        const bool complete = state.value ? state.value->toString() == u"complete" : load_ == Load::Idle;
+        if (complete) return Outcome::Answered;
+        if (here.hasExpired() || whole.hasExpired()) return Outcome::TimedOut;
+        if (const Outcome paused = pause(LookInterval); paused == Outcome::Gone) return paused;
+    }
+}
+
+}  // namespace lirovan::platform
