@@ -151,6 +151,9 @@ void WebEngine::prepare() {
         " --host-resolver-rules=\"MAP * ~NOTFOUND\" --dns-prefetch-disable --disable-quic"
         " --force-webrtc-ip-handling-policy=disable_non_proxied_udp --disable-background-networking "
         "--no-pings";
+    // The engine's own log says at an end that a process is gone, and nothing that helps a reader: a page
+    // that fails is told in its window. A level that the environment asks for is kept.
+    if (!flags.contains("--log-level")) flags += " --log-level=3";
     qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags.trimmed());
 }
 
