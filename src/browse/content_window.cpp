@@ -64,6 +64,7 @@ void ContentWindow::resize() {
 
 void ContentWindow::unload() {
     frame_.setMenuChecked(menu::Icerik, false);
+    frame_.setPanelVisible(3, false);  // counts the hits of the page
     page_.showPageCommands(ShownPage::None);
 }
 

@@ -43,7 +43,8 @@ class ContentView {
     virtual bool isMaximized() const = 0;
     /// False: it was closed. What is asked of it loads it again.
     virtual bool isLoaded() const = 0;
-    /// Makes the window visible; one that was closed is loaded again.
+    /// Makes the window visible; one that was closed is loaded again, one that was minimised restored. The
+    /// active window stays.
     virtual void show() = 0;
     virtual QString caption() const = 0;
     virtual void setCaption(const QString& caption) = 0;

@@ -159,6 +159,38 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
     EXPECT_GT(child(u"frm_Arama"_s)->widget()->height(), area().height() * 3 / 4);
 }
 
+TEST_F(MainWindowTest, ThePageFollowsTheReaderWithoutTakingTheKeys) {
+    ASSERT_TRUE(start());
+    clickNode(u"C1"_s);
+    child(u"frm_Icerik"_s)->showMinimized();
+    child(u"frm_Arama"_s)->setFocus();
+    area().setActiveSubWindow(child(u"frm_Arama"_s));
+    books().setFocus();
+    clickNode(u"C2"_s);
+    EXPECT_FALSE(child(u"frm_Icerik"_s)->isMinimized());
+    EXPECT_EQ(area().activeSubWindow(), child(u"frm_Arama"_s));
+    EXPECT_EQ(window->focusWidget(), &books());
+    const auto hasKeys = [this] { return page().isAncestorOf(window->focusWidget()); };
+    ASSERT_TRUE(shows(page(), u"IRMAK BOYU"_s));
+    area().activateNextSubWindow();
+    EXPECT_TRUE(QTest::qWaitFor(hasKeys)) << "as Ctrl+Tab does";
+    button(u"buyult"_s)->setFocus();
+    ASSERT_FALSE(hasKeys());
+    press(u"buyult"_s);
+    EXPECT_TRUE(hasKeys()) << "pressed by keyboard";
+
+    child(u"frm_Icerik"_s)->close();
+    EXPECT_TRUE(appears(button(u"buyult"_s), false) && appears(button(u"New"_s), false));
+    window->showNormal();
+    child(u"frm_Arama"_s)->resize(400, child(u"frm_Arama"_s)->height());
+    child(u"frm_Arama"_s)->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    press(u"tlbtn_Kitap"_s);
+    EXPECT_EQ(child(u"frm_Arama"_s)->width(), 400);
+    EXPECT_FALSE(window->isMaximized());
+    EXPECT_TRUE(find<QAction>(u"mnu_Arama"_s)->isChecked());
+}
+
 TEST_F(MainWindowTest, SizesAreTwoThirdsOfTheScreenAtFirstAndThenTheUsers) {
     ASSERT_TRUE(start());
     const QSizeF screen = window->screen()->size();
@@ -334,6 +366,8 @@ TEST_F(MainWindowTest, CutsCopiesAndPastesBetweenItsWindows) {
 
 TEST_F(MainWindowTest, HelpShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt) {
     ASSERT_TRUE(start());
+    choose(u"mnu_Arama"_s);
+    EXPECT_FALSE(find<QAction>(u"mnu_Arama"_s)->isChecked());
     inHelp([this](QWidget* help) {
         const struct {
             QString button, text, word;
@@ -344,6 +378,7 @@ TEST_F(MainWindowTest, HelpShowsOneTextAtATimeAndSwitchesTheBrowseWindowBehindIt
         for (const auto& c : cases) {
             help->findChild<QToolButton*>(c.button)->click();
             EXPECT_EQ(find<QTabWidget>(u"tb_Arama"_s)->currentIndex(), c.tab);
+            EXPECT_TRUE(child(u"frm_Arama"_s)->isVisible() && find<QAction>(u"mnu_Arama"_s)->isChecked());
             for (const auto* text : help->findChildren<QTextBrowser*>())
                 EXPECT_EQ(text->isVisible(), text->objectName() == c.text) << qPrintable(c.button);
             EXPECT_TRUE(help->findChild<QTextBrowser*>(c.text)->toPlainText().contains(c.word));

@@ -99,6 +99,9 @@ void ChildWindows::changeContentFontSize(int step) {
     // A page that is still loading could not be rewritten.
     content_->wb_Icerik->waitUntilComplete();
     contentDecisions_.ChangeFontSize(step);
+    // Pressed by the keyboard, the toolbar has the keys that now move the page.
+    const QWidget* focused = QApplication::focusWidget();
+    if (focused && !area_.isAncestorOf(focused)) focusContentView();
 }
 
 platform::PageView* ChildWindows::shownPage() {

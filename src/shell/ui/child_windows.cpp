@@ -29,7 +29,15 @@ class ChildWindows::ContentPort : public browse::ContentView {
     bool isMinimized() const override { return window().isMinimized(); }
     bool isMaximized() const override { return window().isMaximized(); }
     bool isLoaded() const override { return windows_.content_; }
-    void show() override { window().isMinimized() ? window().showNormal() : window().show(); }
+    void show() override {
+        if (!window().isMinimized()) return window().show();
+        // Restoring activates the window; the reader goes on where the click was.
+        QMdiSubWindow* before = windows_.area_.activeSubWindow();
+        const QPointer<QWidget> focused = QApplication::focusWidget();
+        window().showNormal();
+        if (before && before != &window()) windows_.area_.setActiveSubWindow(before);
+        if (focused && before && before->isAncestorOf(focused)) focused->setFocus();
+    }
     QString caption() const override { return window().windowTitle(); }
     void setCaption(const QString& caption) override { window().setWindowTitle(caption); }
     platform::PageView& wb_Icerik() override { return *window().wb_Icerik; }
@@ -56,6 +64,7 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
                     return {};
                 }) {
     connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::nameActive);
+    connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::focusActivePage);
 }
 
 ChildWindows::~ChildWindows() {
@@ -196,6 +205,15 @@ void ChildWindows::nameActive() {
     const QList<QMdiSubWindow*> windows = area_.subWindowList();
     if (std::none_of(windows.begin(), windows.end(), [](const auto* window) { return window->isVisible(); }))
         frame_.setPanelText(1, status::Idle.toString());
+}
+
+void ChildWindows::focusActivePage() {
+    QMdiSubWindow* active = area_.activeSubWindow();
+    if (!active || active->isMinimized()) return;
+    const QWidget* focused = QApplication::focusWidget();
+    if (focused && focused != active && focused != active->widget() && active->isAncestorOf(focused)) return;
+    if (active == content_) content_->shownPage().setFocus();
+    if (auto* extra = qobject_cast<frm_IcerikN*>(active)) extra->wb_Icerik->setFocus();
 }
 
 void ChildWindows::stopRun() {

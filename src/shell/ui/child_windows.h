@@ -109,6 +109,8 @@ class ChildWindows : public QObject {
     std::shared_ptr<platform::WebEngine> engine();
     void loadExtra(const CopiedPage& page);
     void nameActive();
+    /// The keys of a content window are its page's, however the window became active.
+    void focusActivePage();
 
     QMdiArea& area_;
     platform::MainFrame& frame_;

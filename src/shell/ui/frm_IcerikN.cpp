@@ -1,5 +1,6 @@
 #include "shell/ui/frm_IcerikN.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 #include <utility>
@@ -144,6 +145,9 @@ void frm_IcerikN::ChangeFontSizeN(int step) {
     // Its images are absolute already.
     browse::rewriteWithFontSize(*wb_Icerik, oldSize, fontSize_, nullptr);
     hits_.ReOrderPos();
+    // Pressed by the keyboard, the toolbar has the keys that now move the page.
+    const QWidget* focused = QApplication::focusWidget();
+    if (focused && Toolbar1->isAncestorOf(focused)) wb_Icerik->setFocus();
 }
 
 void frm_IcerikN::activated() {
