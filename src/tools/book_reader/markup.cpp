@@ -202,6 +202,8 @@ Result<Markup> Markup::parse(const QByteArray& bytes) {
     if (!plain) return plain.error();
     if (plain->size() > 3 * MaximalDocumentBytes)
         return Error{QStringLiteral("Kitabın bir belgesi çok büyük.")};
+    if (hasEndlessElement(*plain))
+        return Error{QStringLiteral("Kitabın bir belgesinde bir öge ölçüsüz uzun; alınmadı.")};
     // The declaration speaks of the bytes, not of this text.
     const qsizetype first = plain->indexOf('<');
     if (first >= 0 && QByteArrayView(*plain).sliced(first).startsWith("<?xml ")) {

@@ -336,6 +336,32 @@ QString withPlainLineEnds(const QByteArray& utf8) {
     return text.replace(u'\r', u'\n').replace(u'\f', u'\n');
 }
 
+bool hasEndlessElement(const QByteArray& markup) {
+    constexpr int mostWords = 2'000;
+    bool inside = false;
+    char quote = 0, last = 0;
+    int words = 0;
+    for (qsizetype i = 0; i < markup.size(); ++i) {
+        const char c = markup[i];
+        if (!inside) {
+            inside = c == '<' && i + 1 < markup.size() && isNameByte(markup[i + 1]);
+            quote = last = 0;
+            words = 0;
+        } else if (quote) {
+            if (c == quote) quote = 0;
+        } else if ((c == '"' || c == '\'') && last == '=') {
+            quote = c;
+        } else if (c == '>') {
+            inside = false;
+        } else if (std::strchr(" \t\r\n/", c)) {
+            if (++words > mostWords) return true;
+            continue;  // blanks may stand around "="
+        }
+        last = c;
+    }
+    return false;
+}
+
 Result<QByteArray> withoutEntities(const QByteArray& utf8) {
     return Rewriter(utf8).run();
 }

@@ -23,6 +23,10 @@ QString withPlainLineEnds(const QByteArray& utf8);
 /// become "\uN ?".
 QByteArray plainRtf(const QByteArray& rtf);
 
+/// Whether an element of the markup has so many attributes that a parser, which compares each with all
+/// others, would take minutes.
+bool hasEndlessElement(const QByteArray& markup);
+
 /// XML or HTML without its document type, with character entities (those of XHTML, and plain ones that the
 /// document declares) resolved; an ampersand that begins none is escaped. Entities that name files or other
 /// entities are refused.
