@@ -2,15 +2,17 @@
 // those of a paragraph. A long note in the notebook's real window: how long the window is held up by opening
 // it, by keys, by the draft and by saving.
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
 
-#include "notes/fake_editor.h"
+#include "notes/fake_printing.h"
 #include "notes/note_text.h"
 #include "notes/ui/frm_IcerikCopy.h"
 #include "support/scripted_dialogs.h"
@@ -77,6 +79,27 @@ double longestPause(int forMs) {
     return static_cast<double>(longest) / 1e6;
 }
 
+/// Pastes what `fill` puts on the clipboard; the whole time and the longest between two turns of the event
+/// loop.
+void paste(const char* what, NoteBox& box, const std::function<void(QMimeData&)>& fill) {
+    auto* data = new QMimeData;
+    fill(*data);
+    QApplication::clipboard()->setMimeData(data);
+    double longest = 0;
+    QElapsedTimer since;
+    QTimer tick;
+    QObject::connect(&tick, &QTimer::timeout, [&] {
+        longest = std::max(longest, static_cast<double>(since.nsecsElapsed()) / 1e6);
+        since.start();
+    });
+    since.start();
+    tick.start(0);
+    const double all = timed([&box] { box.paste(); });
+    longest = std::max(longest, static_cast<double>(since.nsecsElapsed()) / 1e6);
+    say(what, u"%1, longest pause %2"_s.arg(ms(all), ms(longest)));
+    box.setDocument({});
+}
+
 /// How long a key takes, from its event to the repainted window.
 void typeAt(const char* where, NoteBox& box, int position) {
     QTextCursor cursor = box.textCursor();
@@ -121,6 +144,11 @@ int main(int argc, char** argv) {
     const NotesDatabase& notes = window.editor().NotBaglanti();
     longestPause(500);
 
+    paste("90,000 elements of HTML in one another", box,
+          [](QMimeData& data) { data.setHtml(u"<b>"_s.repeated(90'000) + u"son"_s); });
+    paste("400,000 paragraphs of RTF", box, [](QMimeData& data) {
+        data.setData(u"text/rtf"_s, "{\\rtf1 " + QByteArray("a\\par ").repeated(400'000) + "}");
+    });
     const auto id = notes.add(u"Uzun"_s, storedRtf(document), {});
     std::printf("%zu paragraphs\n", document.paragraphs.size());
     say("opened", ms(timed([&] {

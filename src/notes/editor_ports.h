@@ -38,6 +38,9 @@ class RichBox {
     virtual QString plainText() const = 0;
     virtual platform::rtf::Document document() const = 0;
     virtual void setDocument(const platform::rtf::Document& document) = 0;
+    /// Shows a NotRTF and gives its text as the box holds it. Nothing when that was stopped: all is as it
+    /// was.
+    virtual std::optional<platform::rtf::Document> load(const QString& notRtf) = 0;
 
     /// The cursor goes behind the last letter, and into view.
     virtual void moveToEnd() = 0;

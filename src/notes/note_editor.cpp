@@ -78,10 +78,7 @@ bool NoteEditor::offerDraft(const Unsaved& left) {
     if (left.note.value > 0) {
         // Shown as the stored note with the changes that were not saved.
         const Result<std::optional<Note>> row = NotBaglanti_.find(left.note);
-        if (row && *row)
-            put(**row);
-        else
-            txt_invisible_ = left.note, NotBasligi_ = left.title;
+        if (!row || !*row || !put(**row)) txt_invisible_ = left.note, NotBasligi_ = left.title;
         // The note may have changed since; then the text was not made from what is stored now, and saving
         // meets a conflict.
         if (NoteDraft::version(storedRtf_) != left.version) storedRtf_.clear();
@@ -298,8 +295,7 @@ void NoteEditor::show(const Note& note) {
     // A text that could not be written is not given up for another one; one that was to be saved and got no
     // title is set aside.
     if (saveFailed_ || (KayitIptal_ && !setTextAside())) return;
-    put(note);
-    draft_.clear();
+    if (put(note)) draft_.clear();
 }
 
 bool NoteEditor::setTextAside() {
@@ -315,13 +311,16 @@ bool NoteEditor::setTextAside() {
     return done;
 }
 
-void NoteEditor::put(const Note& note) {
-    parts_.box.setDocument(textOf(note.rtf));
+bool NoteEditor::put(const Note& note) {
+    std::optional<rtf::Document> text = parts_.box.load(note.rtf);
+    if (!text) return false;
+    unasked_ = false;
     txt_invisible_ = note.id;
     NotBasligi_ = note.title;
     storedRtf_ = note.rtf;
-    stored_ = parts_.box.document();
+    stored_ = std::move(*text);
     parts_.window.setCaption(captionOf(note.title));
+    return true;
 }
 
 void NoteEditor::rowDeleted() {

@@ -77,7 +77,7 @@ class NoteEditor {
   private:
     bool offerDraft(const Unsaved& left);
     bool setTextAside();
-    void put(const Note& note);
+    bool put(const Note& note);  ///< false when opening it was stopped
     void becomeNew();
     void saveNew();
     void saveExisting();

@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -205,6 +206,44 @@ TEST_F(NotebookTest, CopiesAndPastesInEveryForm) {
     control(Qt::Key_V);
     EXPECT_EQ(text(), u"şıkakşıkşık");
     EXPECT_TRUE(runs()[1].format.italic);
+}
+
+TEST_F(NotebookTest, PastesAndOpensALongTextOrLeavesTheNoteAsItWas) {
+    bool stops = true;
+    int stopped = 0;
+    QTimer watch;
+    watch.callOnTimeout([&] {
+        auto* work = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+        if (work && stops && !work->wasCanceled()) work->cancel(), ++stopped;
+    });
+    watch.start(0);
+    const QByteArray longText = "{\\rtf1 " + QByteArray("a\\par ").repeated(100'000) + "b}";
+    auto* data = new QMimeData;
+    data->setData(u"text/rtf"_s, longText);
+    QApplication::clipboard()->setMimeData(data);
+    type(u"önce"_s);
+    select(0, 2);
+    control(Qt::Key_V);
+    EXPECT_EQ(stopped, 1);
+    EXPECT_EQ(text(), u"önce");
+    EXPECT_EQ(box().textCursor().selectedText(), u"ön");
+    stops = false;
+    control(Qt::Key_V);
+    EXPECT_EQ(text(), u"a\n"_s.repeated(100'000) + u"bce"_s);
+    control(Qt::Key_Z);
+    EXPECT_EQ(text(), u"önce");
+
+    ASSERT_TRUE(window().editor().NotBaglanti().add(u"Uzun"_s, QString::fromLatin1(longText), {}));
+    stops = true;
+    openFirst();  // asks about the text before; No
+    EXPECT_EQ(stopped, 2);
+    EXPECT_EQ(text(), u"önce");
+    stops = false;
+    openFirst();
+    EXPECT_EQ(text(), u"a\n"_s.repeated(100'000) + u"b"_s);
+    dialogs_.messages.clear();
+    control(Qt::Key_S);
+    EXPECT_TRUE(dialogs_.messages.empty());  // unchanged
 }
 
 TEST_F(NotebookTest, SizesAllTextAndGoesOnInTheSizeOfTheNote) {

@@ -167,6 +167,7 @@ void frm_IcerikCopy::watchTheBox() {
 }
 
 void frm_IcerikCopy::keepDraft() {
+    if (txt_Icerik->isBusy()) return draftTimer_.start();  // half a text is none
     QElapsedTimer timer;
     timer.start();
     editor_.keepDraft();

@@ -1,11 +1,19 @@
 #include "notes/ui/note_box.h"
 
+#include <QAbstractEventDispatcher>
+#include <QAbstractTextDocumentLayout>
 #include <QContextMenuEvent>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
+#include <algorithm>
 
+#include "notes/note_text.h"
+#include "notes/ui/long_work.h"
 #include "notes/ui/system_clipboard.h"
+#include "platform/core/rtf/bounds.h"
+#include "platform/core/rtf/reader.h"
 #include "platform/ui/clipboard.h"
 #include "platform/ui/rtf_document.h"
 
@@ -13,6 +21,10 @@ namespace lirovan::notes {
 namespace {
 
 namespace rtf = platform::rtf;
+
+constexpr double Margin = 12, TabStop = 48;
+// Of rich text, HTML or a NotRTF, in units: no reader notices how long that much takes.
+constexpr qsizetype ReadAtOnce = 4096;
 
 bool has(const QTextCharFormat& format, Style style) {
     switch (style) {
@@ -55,6 +67,26 @@ std::optional<Value> common(const QTextEdit& box,
     return found ? found : property(box.currentCharFormat());
 }
 
+/// Is it the timer that goes on with a layout, and not the one that tells of it at once?
+bool lasts(QObject& layout, int timer) {
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(&layout);
+    return std::any_of(timers.begin(), timers.end(),
+                       [timer](const auto& each) { return each.timerId == timer && each.interval > 0; });
+}
+
+/// How many of the first blocks have their lines.
+int laidOutBlocks(const QTextDocument& text) {
+    int from = 0, to = text.blockCount();
+    while (from < to) {
+        const int middle = from + (to - from) / 2;
+        if (text.findBlockByNumber(middle).layout()->lineCount() > 0)
+            from = middle + 1;
+        else
+            to = middle;
+    }
+    return from;
+}
+
 }  // namespace
 
 NoteBox::NoteBox(QWidget* parent) : QTextEdit(parent) {
@@ -64,24 +96,27 @@ NoteBox::NoteBox(QWidget* parent) : QTextEdit(parent) {
     paper.setColor(QPalette::Text, Qt::black);
     setPalette(paper);
     setFont(QFont(rtf::DefaultFont.toString(), rtf::DefaultHalfPoints / 2));
-    QTextEdit::document()->setDocumentMargin(12);
-    setTabStopDistance(48);
+    QTextEdit::document()->setDocumentMargin(Margin);
+    setTabStopDistance(TabStop);
+    watchLayout();
 }
 
 rtf::Document NoteBox::document() const {
     return rtf::fromTextDocument(*QTextEdit::document());
 }
 
+// What is typed now goes on in the size that the note has.
+void NoteBox::setTypeSize(int halfPoints) {
+    if (halfPoints <= 0 || halfPoints / 2.0 == fontSize()) return;
+    QFont resized = font();
+    resized.setPointSizeF(halfPoints / 2.0);
+    setFont(resized);
+}
+
 void NoteBox::setDocument(const rtf::Document& document) {
-    // What is typed now goes on in the size that the note has. Set while the box is empty: a long text is
-    // laid out anew for it.
-    const int halfPoints = rtf::prevailingHalfPoints(document);
-    if (halfPoints > 0 && halfPoints / 2.0 != fontSize()) {
-        QTextEdit::document()->clear();
-        QFont resized = font();
-        resized.setPointSizeF(halfPoints / 2.0);
-        setFont(resized);
-    }
+    // Set while the box is empty: a long text is laid out anew for another size.
+    QTextEdit::document()->clear();
+    setTypeSize(rtf::prevailingHalfPoints(document));
     // Switched on again, the layout does at once what is seen and the rest bit by bit. An edit of that size
     // would be laid out as a whole, and so would the way from a cursor at the end.
     const bool layout = QTextEdit::document()->isLayoutEnabled();
@@ -90,6 +125,73 @@ void NoteBox::setDocument(const rtf::Document& document) {
     setTextCursor(QTextCursor(QTextEdit::document()));
     QTextEdit::document()->setLayoutEnabled(layout);
     if (document.isEmpty()) setCurrentCharFormat({});
+}
+
+std::optional<rtf::Document> NoteBox::load(const QString& notRtf) {
+    if (notRtf.size() <= ReadAtOnce) {
+        setDocument(textOf(notRtf));
+        return document();
+    }
+    struct Made {
+        rtf::Document text;
+        std::unique_ptr<QTextDocument> document = nullptr;
+    };
+    const auto made = std::make_shared<Made>();
+    LongWork work(*this, QStringLiteral("Not açılıyor..."));
+    const bool done = work.inBackground([made, notRtf, font = font(), thread = thread()] {
+        rtf::Document text = textOf(notRtf);
+        rtf::joinLinesBeyond(text);
+        made->document = std::make_unique<QTextDocument>();
+        made->document->setDefaultFont(font);
+        made->document->setLayoutEnabled(false);
+        rtf::fill(*made->document, text);
+        made->text = rtf::fromTextDocument(*made->document);
+        made->document->moveToThread(thread);
+    });
+    if (!done) return std::nullopt;
+    adopt(std::move(made->document));
+    setTypeSize(rtf::prevailingHalfPoints(made->text));
+    return std::move(made->text);
+}
+
+// A document whose layout is still off.
+void NoteBox::adopt(std::unique_ptr<QTextDocument> document) {
+    const QSignalBlocker quiet(this);  // nothing was changed by the reader
+    QTextDocument* made = document.release();
+    made->setParent(QTextEdit::document()->parent());  // so the box deletes it when another takes its place
+    made->setDocumentMargin(Margin);
+    QTextEdit::setDocument(made);
+    setTabStopDistance(TabStop);
+    made->setLayoutEnabled(true);
+    watchLayout();
+}
+
+// Left to itself the layout of a long text takes longer and longer turns, up to seconds.
+void NoteBox::watchLayout() {
+    QTextEdit::document()->documentLayout()->installEventFilter(this);
+}
+
+bool NoteBox::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Timer && watched == QTextEdit::document()->documentLayout() &&
+        lasts(*watched, static_cast<QTimerEvent*>(event)->timerId()) && layOutSome())
+        return true;
+    return QTextEdit::eventFilter(watched, event);
+}
+
+// Lays out what comes next, for a few milliseconds; false when all is laid out.
+bool NoteBox::layOutSome() {
+    constexpr int turnMs = 10, atOnce = 2000;
+    const QTextDocument& text = *QTextEdit::document();
+    QElapsedTimer turn;
+    turn.start();
+    while (turn.elapsed() < turnMs) {
+        QTextBlock next = text.findBlockByNumber(laidOutBlocks(text));
+        if (!next.isValid()) return false;
+        for (int length = next.length(); length < atOnce && next.next().isValid(); length += next.length())
+            next = next.next();
+        text.documentLayout()->blockBoundingRect(next);
+    }
+    return true;
 }
 
 void NoteBox::moveToEnd() {
@@ -105,10 +207,18 @@ rtf::Document NoteBox::selection() const {
 }
 
 void NoteBox::replaceSelection(const rtf::Document& document) {
-    QTextCursor cursor = textCursor();
+    insert(document, nullptr, nullptr);
+}
+
+void NoteBox::insert(const rtf::Document& document, const QTextCharFormat* format, LongWork* work) {
     const bool marked = currentCharFormat().hasProperty(QTextFormat::BackgroundBrush);
-    rtf::insert(cursor, document);
-    setTextCursor(cursor);
+    if (work) {
+        insertLong(document, format, *work);
+    } else {
+        QTextCursor cursor = textCursor();
+        rtf::insert(cursor, document, {}, format);
+        setTextCursor(cursor);
+    }
     // A passage may end with a marked hit; what is typed behind it is not part of the hit, and no button
     // would take the mark away.
     if (QTextCharFormat next = currentCharFormat();
@@ -117,6 +227,44 @@ void NoteBox::replaceSelection(const rtf::Document& document) {
         setCurrentCharFormat(next);
     }
     ensureCursorVisible();
+}
+
+// The layout is off meanwhile: on again, it takes one short turn after the other. The text is only seen again
+// once it has come to the cursor, which would have to wait for it otherwise.
+void NoteBox::insertLong(const rtf::Document& document, const QTextCharFormat* format, LongWork& work) {
+    QTextDocument& text = *QTextEdit::document();
+    const QTextCursor before = textCursor();
+    const int anchor = before.anchor(), position = before.position();
+    QTextCursor cursor = before;
+    {
+        const QSignalBlocker quiet(this);
+        busy_ = true;
+        viewport()->setUpdatesEnabled(false);
+        const auto layOut = [&](const QTextCursor& upTo) {
+            setTextCursor(upTo);
+            text.setLayoutEnabled(true);
+            while (upTo.block().layout()->lineCount() == 0) {
+                if (!work.goOn()) return false;
+                layOutSome();
+            }
+            return true;
+        };
+        text.setLayoutEnabled(false);
+        const auto goOn = [&work] { return work.goOn(); };
+        if (!rtf::insert(cursor, document, goOn, format) || !layOut(cursor)) {
+            text.setLayoutEnabled(false);
+            text.undo();
+            text.clearUndoRedoStacks(QTextDocument::RedoStack);
+            QTextCursor again(&text);
+            again.setPosition(anchor);
+            again.setPosition(position, QTextCursor::KeepAnchor);
+            layOut(again);
+        }
+        viewport()->setUpdatesEnabled(true);
+        busy_ = false;
+    }
+    Q_EMIT textChanged();
+    Q_EMIT selectionChanged();
 }
 
 std::optional<bool> NoteBox::style(Style style) const {
@@ -203,11 +351,23 @@ bool NoteBox::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void NoteBox::insertFromMimeData(const QMimeData* source) {
-    if (const std::optional<rtf::Document> text = richTextIn(*source))
-        replaceSelection(*text);
-    else if (const QString plain = source->text(); !plain.isEmpty())
-        textCursor().insertText(plain, currentCharFormat());
-    ensureCursorVisible();
+    ClipboardText text = textIn(*source);
+    std::optional<LongWork> work;
+    const auto passage = std::make_shared<Passage>();
+    if (text.size() <= ReadAtOnce) {
+        *passage = read(text);
+    } else {
+        work.emplace(*this, QStringLiteral("Metin yapıştırılıyor..."));
+        const qsizetype lines = std::max<qsizetype>(0, rtf::MaxLines - QTextEdit::document()->blockCount());
+        if (!work->inBackground([passage, lines, text = std::move(text)] {
+                *passage = read(text);
+                rtf::joinLinesBeyond(passage->text, lines);
+            }))
+            return;
+    }
+    if (passage->text.isEmpty()) return;
+    const QTextCharFormat here = currentCharFormat();
+    insert(passage->text, passage->isPlain ? &here : nullptr, work ? &*work : nullptr);
 }
 
 }  // namespace lirovan::notes

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <QTextEdit>
+#include <memory>
 
 #include "notes/editor_ports.h"
 
 namespace lirovan::notes {
+
+class LongWork;
 
 class NoteBox : public QTextEdit, public RichBox {
     Q_OBJECT
@@ -16,6 +19,7 @@ class NoteBox : public QTextEdit, public RichBox {
     QString plainText() const override { return toPlainText(); }
     platform::rtf::Document document() const override;
     void setDocument(const platform::rtf::Document& document) override;
+    std::optional<platform::rtf::Document> load(const QString& notRtf) override;
     void moveToEnd() override;
     bool hasSelection() const override { return textCursor().hasSelection(); }
     platform::rtf::Document selection() const override;
@@ -29,6 +33,8 @@ class NoteBox : public QTextEdit, public RichBox {
     void setFontSize(double points) override;
     void setFocus() override { QTextEdit::setFocus(); }
 
+    /// While a long text is being put in bit by bit and events are handled in between.
+    bool isBusy() const { return busy_; }
     /// On the screen, where the last rightButtonDown() asked for a menu: at the mouse, or below the caret.
     QPoint menuPlace() const { return menuPlace_; }
 
@@ -43,13 +49,22 @@ class NoteBox : public QTextEdit, public RichBox {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     QMimeData* createMimeDataFromSelection() const override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
 
   private:
+    void insert(const platform::rtf::Document& document, const QTextCharFormat* format, LongWork* work);
+    void insertLong(const platform::rtf::Document& document, const QTextCharFormat* format, LongWork& work);
+    void adopt(std::unique_ptr<QTextDocument> document);
+    void setTypeSize(int halfPoints);
+    void watchLayout();
+    bool layOutSome();
+
     QPoint menuPlace_;
+    bool busy_ = false;
 };
 
 }  // namespace lirovan::notes

@@ -16,12 +16,16 @@ platform::FormattedText formatted(const rtf::Document& document) {
     return {document.plainText(), rtf::toHtml(document), rtf::write(document, rtf::Ending::Inline)};
 }
 
-std::optional<rtf::Document> richTextIn(const QMimeData& data) {
-    rtf::Document text;
-    if (const std::optional<QByteArray> bytes = platform::rtfIn(data))
-        text = rtf::read(QByteArrayView(*bytes));
-    if (text.isEmpty() && data.hasHtml()) text = rtf::fromHtml(data.html());
-    return text.isEmpty() ? std::nullopt : std::optional(std::move(text));
+ClipboardText textIn(const QMimeData& data) {
+    return {platform::rtfIn(data), data.hasHtml() ? data.html() : QString(), data.text()};
+}
+
+Passage read(const ClipboardText& text) {
+    Passage passage;
+    if (text.rtf) passage.text = rtf::read(QByteArrayView(*text.rtf));
+    if (passage.text.isEmpty() && !text.html.isEmpty()) passage.text = rtf::fromHtml(text.html);
+    if (!passage.text.isEmpty() || text.plain.isEmpty()) return passage;
+    return {rtf::plainDocument(text.plain), true};
 }
 
 void SystemClipboard::put(const rtf::Document& document) {

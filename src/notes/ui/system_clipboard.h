@@ -12,8 +12,20 @@ namespace lirovan::notes {
 
 platform::FormattedText formatted(const platform::rtf::Document& document);
 
-/// RTF, or else HTML, as programs that know no RTF offer it; nothing where neither holds any text.
-std::optional<platform::rtf::Document> richTextIn(const QMimeData& data);
+/// What a clipboard holds of a text, taken out of it.
+struct ClipboardText {
+    std::optional<QByteArray> rtf;
+    QString html, plain;
+    qsizetype size() const { return (rtf ? rtf->size() : 0) + html.size() + plain.size(); }
+};
+ClipboardText textIn(const QMimeData& data);
+
+struct Passage {
+    platform::rtf::Document text;
+    bool isPlain = false;  ///< without formats of its own
+};
+/// Of RTF, or else HTML, as programs that know no RTF offer it, or else plain text. On any thread.
+Passage read(const ClipboardText& text);
 
 class SystemClipboard : public NoteClipboard {
   public:

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "platform/core/rtf/bounds.h"
 #include "platform/core/rtf/writer.h"
 
 namespace lirovan::platform::rtf {
@@ -188,19 +189,28 @@ class Walker {
     Builder builder_;
 };
 
-void insertRuns(QTextCursor& cursor, const Paragraph& paragraph) {
-    for (const Run& run : paragraph.runs) cursor.insertText(run.text, toCharFormat(run.format));
+void insertRuns(QTextCursor& cursor, const Paragraph& paragraph, const QTextCharFormat* format) {
+    for (const Run& run : paragraph.runs)
+        cursor.insertText(run.text, format ? *format : toCharFormat(run.format));
 }
 
 // The first paragraph goes into the block at the cursor, the others into blocks of their own.
-void insertParagraphs(QTextCursor& cursor, const Document& document) {
+bool insertParagraphs(QTextCursor& cursor, const Document& document, const std::function<bool()>& goOn = {},
+                      const QTextCharFormat* format = nullptr) {
+    constexpr qsizetype aTurn = 200;
+    qsizetype pieces = 0;
     for (const Paragraph& paragraph : document.paragraphs) {
+        if (goOn && (pieces += 1 + std::ssize(paragraph.runs)) > aTurn) {
+            if (!goOn()) return false;
+            pieces = 0;
+        }
         if (&paragraph != &document.paragraphs.front())
             cursor.insertBlock(toBlockFormat(paragraph.format), QTextCharFormat());
         else if (cursor.block().length() <= 1)
             cursor.setBlockFormat(toBlockFormat(paragraph.format));
-        insertRuns(cursor, paragraph);
+        insertRuns(cursor, paragraph, format);
     }
+    return true;
 }
 
 /// HTML comes from pages and from other programs; it loads no style sheet and no picture.
@@ -260,11 +270,20 @@ void insert(QTextCursor& cursor, const Document& document) {
     cursor.endEditBlock();
 }
 
+bool insert(QTextCursor& cursor, const Document& document, const std::function<bool()>& goOn,
+            const QTextCharFormat* format) {
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    const bool done = insertParagraphs(cursor, document, goOn, format);
+    cursor.endEditBlock();
+    return done;
+}
+
 Document fromHtml(const QString& html) {
     OfflineDocument page;
     page.setUndoRedoEnabled(false);
     page.setDefaultFont(QFont(DefaultFont.toString(), DefaultHalfPoints / 2));
-    page.setHtml(html);
+    page.setHtml(withBoundedDepth(html));
     return fromTextDocument(page);
 }
 

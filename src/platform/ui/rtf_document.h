@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 
 #include "platform/core/rtf/document.h"
 
@@ -25,6 +26,10 @@ void fill(QTextDocument& target, const Document& document);
 /// Replaces the selection, as one step to undo. The first paragraph continues the one that the cursor stands
 /// in.
 void insert(QTextCursor& cursor, const Document& document);
+/// The same in pieces of a few milliseconds, after each of which `goOn` is asked. False when that wanted an
+/// end: then a part is there. With `format` all text gets that one.
+bool insert(QTextCursor& cursor, const Document& document, const std::function<bool()>& goOn,
+            const QTextCharFormat* format = nullptr);
 
 /// The format that text typed or inserted with `format` has in a text document.
 QTextCharFormat toCharFormat(const CharFormat& format);

@@ -6,6 +6,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include "platform/core/rtf/bounds.h"
 #include "platform/core/rtf/reader.h"
 #include "platform/core/rtf/writer.h"
 
@@ -75,4 +76,25 @@ TEST(RtfDocument, ReadsPassagesOfPages) {
     };
     for (const auto& [html, text] : cases) EXPECT_EQ(fromHtml(html).plainText(), text) << html.toStdString();
     EXPECT_TRUE(htmlToRtf(u"<b>ğ</b>"_s).endsWith("\\b\\'f0}"));
+}
+
+TEST(RtfDocument, FlattensWhatLiesTooDeepAndLosesNoText) {
+    const std::pair<QString, QString> cases[] = {
+        {u"<b>"_s.repeated(90'000) + u"son"_s, u"son"_s},
+        {u"<div>a"_s.repeated(1000), u"a\n"_s.repeated(1000).chopped(1)},
+        {u"<div><i x='>'>"_s.repeated(500) + u"a"_s + u"</i></div>"_s.repeated(500) + u"<p>b"_s, u"a\nb"_s},
+        {u"<p><b>a"_s.repeated(1000), u"a\n"_s.repeated(1000).chopped(1)},  // these are side by side
+    };
+    for (const auto& [html, text] : cases) {
+        QString found = fromHtml(html).plainText();
+        EXPECT_EQ(found.replace(u"\n\n"_s, u"\n"_s).trimmed(), text) << html.first(20).toStdString();
+    }
+    const QString page =
+        u"<!-- <b> --><script>if (a<b) '<i>'</script><ul><li>a<li>b</ul><br><table><tr><td>c"_s;
+    EXPECT_EQ(withBoundedDepth(page), page);
+
+    Document longList = read(QByteArrayView("{\\rtf1 a\\line b\\par c\\par {\\b d}\\line e\\par\\par f}"));
+    joinLinesBeyond(longList, 2);
+    EXPECT_EQ(longList.plainText(), u"a\nb\nc d e  f");
+    EXPECT_TRUE(longList.paragraphs[1].runs[1].format.bold);
 }

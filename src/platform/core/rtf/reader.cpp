@@ -6,8 +6,6 @@
 #include "platform/core/rtf/parser.h"
 
 namespace lirovan::platform::rtf {
-namespace {
-
 Document plainDocument(QStringView text, ReadLimit limit) {
     Builder builder;
     qsizetype begin = 0;
@@ -21,8 +19,6 @@ Document plainDocument(QStringView text, ReadLimit limit) {
     }
     return builder.take();
 }
-
-}  // namespace
 
 bool isRtf(QByteArrayView text) {
     return text.trimmed().startsWith("{\\rtf");

@@ -25,6 +25,9 @@ Document read(QByteArrayView rtf, ReadLimit limit = {});
 /// Rich text that went through a text column. Its 8-bit bytes were read there as windows-1254.
 Document read(QStringView rtf, ReadLimit limit = {});
 
+/// A paragraph for each line of the text, whatever that looks like.
+Document plainDocument(QStringView text, ReadLimit limit = {});
+
 /// Does the text begin as rich text does?
 bool isRtf(QByteArrayView text);
 

@@ -1,0 +1,43 @@
+#include "notes/ui/long_work.h"
+
+#include <QApplication>
+#include <QSemaphore>
+#include <QThreadPool>
+#include <memory>
+
+namespace lirovan::notes {
+
+namespace {
+
+constexpr int MomentMs = 300, TurnMs = 10;
+
+}  // namespace
+
+LongWork::LongWork(QWidget& over, const QString& label)
+    : window_(label, QStringLiteral("Durdur"), 0, 0, over.window()) {
+    since_.start();
+    window_.setObjectName(QStringLiteral("longWork"));
+    window_.setWindowTitle(QStringLiteral("Not Defteri"));
+    window_.setWindowModality(Qt::ApplicationModal);
+}
+
+bool LongWork::goOn() {
+    if (!window_.isVisible() && !window_.wasCanceled() && since_.elapsed() > MomentMs) window_.show();
+    // Until the window is there to keep input from the others, none is taken.
+    QApplication::processEvents(window_.isVisible() ? QEventLoop::AllEvents
+                                                    : QEventLoop::ExcludeUserInputEvents);
+    return !window_.wasCanceled();
+}
+
+bool LongWork::inBackground(std::function<void()> work) {
+    const auto done = std::make_shared<QSemaphore>();
+    QThreadPool::globalInstance()->start([work = std::move(work), done] {
+        work();
+        done->release();
+    });
+    while (!done->tryAcquire(1, TurnMs))
+        if (!goOn()) return false;
+    return true;
+}
+
+}  // namespace lirovan::notes

@@ -1,0 +1,165 @@
+#include "platform/core/rtf/bounds.h"
+
+#include <QByteArray>
+#include <algorithm>
+#include <vector>
+
+namespace lirovan::platform::rtf {
+namespace {
+
+bool isOneOf(QByteArrayView name, std::initializer_list<const char*> names) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// Names of elements are ASCII, and compared as such.
+QByteArray elementName(QStringView written) {
+    QByteArray name = written.toLatin1();
+    for (char& c : name)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    return name;
+}
+
+bool isVoid(QByteArrayView name) {
+    return isOneOf(name, {"br", "hr", "img", "input", "meta", "link", "base", "col", "area", "wbr"});
+}
+
+/// Ends where the next of its kind, or another that cannot lie in it, begins.
+bool endsItself(QByteArrayView name) {
+    return isOneOf(name, {"p", "li", "dt", "dd", "td", "th", "tr", "option"});
+}
+
+bool beginsALine(QByteArrayView name) {
+    return endsItself(name) || isOneOf(name, {"div", "h1", "h2", "h3", "h4", "h5", "h6", "ul", "ol", "dl",
+                                              "table", "blockquote", "pre", "center", "section", "article"});
+}
+
+/// Reads tags one after the other and copies what lies between them.
+class DepthBound {
+  public:
+    explicit DepthBound(const QString& html) : html_(html) {}
+
+    QString run() {
+        result_.reserve(html_.size());
+        for (qsizetype open; (open = html_.indexOf(u'<', at_)) >= 0;) {
+            copyTo(open);
+            const QChar next = open + 1 < html_.size() ? html_.at(open + 1) : QChar();
+            if (html_.sliced(open).startsWith(u"<!--"))
+                copyTo(endOf(u"-->", open));
+            else if (next == u'/' || next.isLetter())
+                tag(open, next == u'/');
+            else
+                copyTo(open + 1);
+        }
+        copyTo(html_.size());
+        return std::move(result_);
+    }
+
+  private:
+    void copyTo(qsizetype end) {
+        result_ += html_.sliced(at_, end - at_);
+        at_ = end;
+    }
+    qsizetype endOf(QStringView mark, qsizetype from) const {
+        const qsizetype found = html_.indexOf(mark, from, Qt::CaseInsensitive);
+        return found < 0 ? html_.size() : found + mark.size();
+    }
+    /// Behind the '>' that ends a tag; one in quotes does not.
+    qsizetype tagEnd(qsizetype from) const {
+        QChar quote;
+        for (qsizetype i = from; i < html_.size(); ++i) {
+            const QChar c = html_.at(i);
+            if (quote.isNull() && c == u'>') return i + 1;
+            if (c == quote)
+                quote = {};
+            else if (quote.isNull() && (c == u'"' || c == u'\''))
+                quote = c;
+        }
+        return html_.size();
+    }
+
+    void tag(qsizetype open, bool closes) {
+        const qsizetype end = tagEnd(open);
+        qsizetype nameEnd = open + (closes ? 2 : 1);
+        const qsizetype nameBegin = nameEnd;
+        while (nameEnd < end && html_.at(nameEnd).isLetterOrNumber()) ++nameEnd;
+        const QByteArray name = elementName(html_.sliced(nameBegin, nameEnd - nameBegin));
+        if (closes)
+            close(name, end);
+        else if (isOneOf(name, {"script", "style", "title", "textarea"}))
+            copyTo(endOf(QString::fromLatin1("</" + name), end));
+        else if (isVoid(name) || html_.at(end - 1) != u'>')
+            copyTo(end);
+        else
+            begin(name, end);
+    }
+
+    void begin(const QByteArray& name, qsizetype end) {
+        if (endsItself(name)) leave(name);
+        open_.push_back(name);
+        if (std::ssize(open_) <= MaxHtmlDepth) return copyTo(end);
+        if (beginsALine(name)) result_ += u"<br>";
+        at_ = end;
+    }
+
+    void close(const QByteArray& name, qsizetype end) {
+        // A tag that was left out is closed by none.
+        const bool wasLeftOut = std::ssize(open_) > MaxHtmlDepth;
+        leave(name);
+        if (wasLeftOut && std::ssize(open_) >= MaxHtmlDepth)
+            at_ = end;
+        else
+            copyTo(end);
+    }
+
+    /// Ends the innermost element of this name with all in it; nothing when there is none near. Far up none
+    /// is looked for, so that a long row of tags that close nothing takes no long time.
+    void leave(const QByteArray& name) {
+        const qsizetype least = std::max<qsizetype>(0, std::ssize(open_) - 2 * MaxHtmlDepth);
+        for (qsizetype i = std::ssize(open_) - 1; i >= least; --i) {
+            if (open_[static_cast<size_t>(i)] == name) return open_.resize(static_cast<size_t>(i));
+            // What ends itself does so within its own list or table.
+            if (endsItself(name) && isOneOf(open_[static_cast<size_t>(i)], {"ul", "ol", "table"})) return;
+        }
+    }
+
+    QStringView html_;
+    qsizetype at_ = 0;
+    std::vector<QByteArray> open_;
+    QString result_;
+};
+
+}  // namespace
+
+QString withBoundedDepth(const QString& html) {
+    return DepthBound(html).run();
+}
+
+void joinLinesBeyond(Document& document, qsizetype lines) {
+    constexpr qsizetype longLine = 2000;
+    std::vector<Paragraph> kept;
+    qsizetype line = 0, length = 0;
+    for (Paragraph& paragraph : document.paragraphs) {
+        const bool joins = line > lines && length > 0 && length < longLine;
+        if (!joins) {
+            kept.push_back({paragraph.format, {}});
+            ++line;
+            length = 0;
+        }
+        std::vector<Run>& runs = kept.back().runs;
+        if (joins) runs.back().text += u' ';
+        for (Run& run : paragraph.runs) {
+            if (line >= lines)
+                run.text.replace(QChar::LineSeparator, u' ');
+            else
+                line += run.text.count(QChar::LineSeparator);
+            length += run.text.size();
+            if (!runs.empty() && runs.back().format == run.format)
+                runs.back().text += run.text;
+            else
+                runs.push_back(std::move(run));
+        }
+    }
+    document.paragraphs = std::move(kept);
+}
+
+}  // namespace lirovan::platform::rtf
