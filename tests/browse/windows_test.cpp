@@ -1,8 +1,11 @@
 // The browse window and the shared content window: places, commands, and what a click on the tree shows.
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "browse/browse_window.h"
 #include "browse/content_window.h"
+#include "browse/page_file.h"
 #include "browse/window_places.h"
 #include "support/fake_windows.h"
 #include "support/files.h"
@@ -175,6 +178,18 @@ TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
     EXPECT_EQ(shown_.page.navigated.size(), 2);
     EXPECT_TRUE(shown_.page.notice.startsWith(u"Sayfa dosyası yazılamadı:"));
     EXPECT_EQ(shown_.title, u"İçerik Penceresi - Irmak Boyu ");
+}
+
+TEST_F(WindowsTest, ThePageIsWrittenOverWhereNoSecondFileCanStandBesideIt) {
+    // The name of a second file would be longer than the system bears.
+    QString folder = file_.folder() + u'/' + QString(200, u'x');
+    while (folder.size() < PATH_MAX - 220) folder += u'/' + QString(200, u'x');
+    folder += u'/' + QString(PATH_MAX - 1 - folder.size() - 1 - sizeof("/OKU/oku.html") + 1, u'y');
+    const QString page = folder + u"/OKU/oku.html"_s;
+    ASSERT_EQ(page.size(), PATH_MAX - 1);
+    test::writeFile(page, "a page that was longer than the new one" + QByteArray(500, 'x'));
+    ASSERT_TRUE(writePage(platform::AppFolder(folder), u"kısa"));
+    EXPECT_EQ(test::readFile(page), "k\xFDsa\r\n");
 }
 
 TEST_F(WindowsTest, TopicsOpenWhateverTheirBooksTitle) {

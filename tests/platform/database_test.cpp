@@ -39,6 +39,10 @@ TEST_F(DatabaseTest, ComparesAndOrdersTextInTurkish) {
     for (const auto& [sql, expected] : cases) EXPECT_EQ(rows(database, sql), expected);
 }
 
+TEST_F(DatabaseTest, WaitsForAnotherProgramsWriting) {
+    EXPECT_GE(*database.integer(u"PRAGMA busy_timeout"), 1000);
+}
+
 TEST_F(DatabaseTest, TellsRowEndAndErrorApart) {
     Result<Statement> statement = database.prepare(u"select ad, id from t where id=1");
     ASSERT_TRUE(statement);

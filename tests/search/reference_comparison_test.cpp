@@ -9,8 +9,10 @@
 
 #include "reference.h"
 #include "search/passages.h"
+#include "search/scan_ahead.h"
 #include "search/search_query.h"
 #include "search/topic_scanner.h"
+#include "support/library_file.h"
 
 using namespace lirovan;
 using namespace Qt::StringLiterals;
@@ -109,6 +111,54 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
         ASSERT_EQ(page.text.toStdString(), expected.text.toStdString());
         ASSERT_EQ(page.hits, expected.hits);
         ASSERT_EQ(page.colours, expected.colours);
+    }
+}
+
+TEST(FastSearch, CountsManyOccurrencesInALargeBookByTheShortcut) {
+    for (const int times : {333, 334}) {
+        search::SearchRun run;
+        run.KarsilastirmaKipi = Comparison::CaseInsensitive;
+        run.AramaKelimeleri = {u"su"_s};
+        run.KelimeVaryantlari = {{}};
+        const QString text = u"Su, "_s.repeated(times);
+        QString record, expected;
+        const qint64 count = search::TopicScanner(run, {}).BulKelimeSay(text.toStdString(), {{7}, {33}},
+                                                                        record, [] { return true; });
+        EXPECT_EQ(count, (reference::Topic{run, {}, text}.count(7, 33, expected)));
+        EXPECT_EQ(record, expected);
+    }
+}
+
+TEST(FastSearch, FindsOnManyThreadsWhatTheReferenceFinds) {
+    Random random;
+    for (int round = 0; round < 3; ++round) {
+        const Case c(random);
+        test::LibraryFile file;
+        file.execute(u"BEGIN").author(1, u"a").book(1, 1, u"b");
+        std::vector<qint64> rows;
+        std::vector<bool> expected;
+        for (int i = 0; i < 600; ++i) {
+            rows.push_back(i + 1);
+            const QString text = random.oneIn(3) ? c.text : randomText(random);
+            expected.push_back(reference::Topic{c.run, c.options, text}.matches());
+            file.topic(rows.back(), 1, u"k", text);
+        }
+        file.execute(u"DELETE FROM tbl_Konu WHERE rowid%7=0");  // a row that is gone matches nothing
+        for (size_t i = 6; i < expected.size(); i += 7) expected[i] = false;
+        const data::Library library = file.execute(u"COMMIT").open();
+        const search::TopicScanner scanner(c.run, c.options);
+        search::KeptTexts kept(library);
+        kept.refresh();
+        // Without kept texts, while they are being kept, and from them.
+        for (search::KeptTexts* texts : {static_cast<search::KeptTexts*>(nullptr), &kept, &kept}) {
+            search::ScanAhead scan(library, scanner, rows, texts);
+            for (size_t i = 0; i < rows.size(); ++i) {
+                while (!scan.ready(rows[i])) {
+                }
+                ASSERT_EQ(*scan.matches(rows[i]), expected[i]) << i;
+            }
+            const search::ScanAhead stopped(library, scanner, rows, texts);
+        }
     }
 }
 

@@ -240,9 +240,11 @@ TEST_F(SearchTabTest, ShowsWhatWasListedBeforeALibraryError) {
 
 TEST_F(SearchTabTest, RunsOneThingAtATime) {
     int reentered = 0;
+    frame.panelVisible[3] = true;  // of a page before
     whenEventsRun([&] {
         ++reentered;
         expectRunning(true);
+        EXPECT_FALSE(frame.panelVisible[3]);
         SearchWindow& window = tab->decisions();
         window.cmd_Bul_Click();
         window.mnu_Sirala_Click(u"Konu");
@@ -350,25 +352,33 @@ TEST_F(SearchTabTest, CommandsOfThePageComeBackAfterASearchForThePageThatIsStill
 
 TEST_F(SearchTabTest, ShowsASummary) {
     find(u"ilim irfan"_s);
+    click(u"konu11"_s);
+    EXPECT_TRUE(frame.button(button::Down).enabled);
     tree->setCurrentIndex(found(u"ozet10"_s).value(0));
     QTest::keyClick(tree, Qt::Key_Return);
     expectRunning(false);
     EXPECT_EQ(content.title, u"İçerik Penceresi - ÖZET");
     EXPECT_EQ(page().count("<hr>"), 2);
+    EXPECT_FALSE(frame.button(button::Up).enabled || frame.button(button::Down).enabled);
     EXPECT_EQ(frame.progressMaximum, 4 + 5);
     EXPECT_TRUE(frame.button(button::New).visible && frame.button(button::New).enabled);
     EXPECT_EQ(frame.pixels, 16);
     tab->decisions().stop();  // left over from an earlier close: no summary begins stopped
     click(u"ozet10"_s);
     EXPECT_EQ(page().count("<hr>"), 2);
-    whenEventsRun([this] {
-        if (child<QFrame>("fraStopper")->isVisible())
-            QTest::mouseClick(child<QPushButton>("cmd_Stop"), Qt::LeftButton);
-        else
-            QTest::qSleep(20);  // events are due again at the first passage
-    });
-    click(u"ozet10"_s);
-    EXPECT_EQ(page().count("<hr>"), 1);
+    for (const bool closes : {true, false}) {
+        whenEventsRun([this, closes] {
+            if (!child<QFrame>("fraStopper")->isVisible())
+                QTest::qSleep(20);  // events are due again at the first passage
+            else if (closes)
+                tab->decisions().stop();
+            else
+                QTest::mouseClick(child<QPushButton>("cmd_Stop"), Qt::LeftButton);
+        });
+        test::writeFile(file.filePath(u"OKU/oku.html"_s), {});
+        click(u"ozet10"_s);
+        EXPECT_EQ(page().count("<hr>"), 1);
+    }
 
     // Where it fails the page stays as it is.
     ResultNode& summary = *ResultTreeModel::node(found(u"ozet10"_s).value(0));

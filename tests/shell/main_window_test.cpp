@@ -142,7 +142,12 @@ TEST_F(MainWindowTest, ClosedWindowsComeBackAndClosedBrowsingStartsAnew) {
     EXPECT_EQ(image(u"C1"_s), u"Acik"_s) << "loaded again";
     EXPECT_EQ(child(u"frm_Arama"_s)->geometry().right() + 1, child(u"frm_Icerik"_s)->geometry().left());
 
-    choose(u"mnu_Icerik"_s);
+    {
+        const platform::MdiChild::Hold whileItWorks(content());
+        choose(u"mnu_Icerik"_s);
+        EXPECT_TRUE(child(u"frm_Icerik"_s)->isVisible());
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !child(u"frm_Icerik"_s); }));
     EXPECT_FALSE(find<QAction>(u"mnu_Icerik"_s)->isChecked());
     window->windows().printPageWithDialog();
     EXPECT_EQ(printing.asked, 0) << "no page";
@@ -216,6 +221,9 @@ TEST_F(MainWindowTest, SizesAreTwoThirdsOfTheScreenAtFirstAndThenTheUsers) {
     expectBorderAt(400);
     beside->setGeometry(350, 0, area().width() - 350, area().height());
     expectBorderAt(350);
+    beside->setGeometry(370, 0, area().width() - 390, area().height());  // stands free
+    EXPECT_EQ(browse->width(), 350);
+    beside->setGeometry(350, 0, area().width() - 350, area().height());
 
     // Places beside a maximised browse window are those beside the place that it goes back to.
     clickNode(u"C1"_s);
@@ -316,6 +324,7 @@ TEST_F(MainWindowTest, ClosingWhileASearchRunsStopsItAndThenCloses) {
     bool running = false;
     QTimer::singleShot(0, window.get(), [&] {
         running = window->windows().isBusy();
+        window->whenIdle([] { ADD_FAILURE() << "told during a search"; });
         child(u"frm_Arama"_s)->close();
         EXPECT_TRUE(child(u"frm_Arama"_s)->isVisible() && !window->close());
         EXPECT_FALSE(button(u"tlbtn_Icerik"_s)->isEnabled() ||

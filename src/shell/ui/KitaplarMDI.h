@@ -31,6 +31,8 @@ class KitaplarMDI : public QMainWindow {
     const data::Library& library() const { return library_; }
     platform::MainFrame& frame();
     ChildWindows& windows() { return *windows_; }
+    /// Calls `act` as soon as the window is shown and neither it nor a dialog keeps the user waiting.
+    void whenIdle(std::function<void()> act);
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -43,8 +45,6 @@ class KitaplarMDI : public QMainWindow {
     bool openLibrary();
     void startUpdateCheck();
     void GetXMLCheckVers();
-    /// Calls `act` as soon as the window is shown and neither it nor a dialog keeps the user waiting.
-    void whenIdle(std::function<void()> act);
     void showMain();
     void sizeChanged();
     WindowState state() const;
