@@ -1,5 +1,5 @@
-// The statements that the windows put to the library, as texts. Only the writing and checking of whole
-// libraries has others.
+// The statements that the windows put to the library, as texts. Only the writing and checking of libraries
+// and of added books has others.
 //
 // The texts are fixed to the character, doubled blanks included, so that a log or a test can name them.
 // Values go in as plain decimal numbers or as text; a text is made safe where it goes in (apostrophes

@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include "data/book_check.h"
 #include "platform/core/library_layout.h"
 
 namespace lirovan::data {
@@ -125,9 +126,11 @@ Result<QStringList> checkLibrary(const Database& database) {
         });
         if (!done) return done.error();
     }
+    BookCheck books(database);
     const Result<void> texts =
         forEach(database, u"SELECT KonuID, Konu FROM tbl_Konu", [&](const Statement& row) {
             const QString text = row.text(1);
+            books.look(shownId(row), text);
             if (text.trimmed().isEmpty())
                 *faults += u"Konu %1: metin boş."_s.arg(shownId(row));
             else if (text.contains(QChar::Null) || text.contains(QChar::ReplacementCharacter))
@@ -136,7 +139,9 @@ Result<QStringList> checkLibrary(const Database& database) {
                 *faults += u"Konu %1: %2."_s.arg(shownId(row), *fault);
         });
     if (!texts) return texts.error();
-    return faults;
+    const Result<QStringList> ofBooks = books.faults();
+    if (!ofBooks) return ofBooks;
+    return *faults + *ofBooks;
 }
 
 }  // namespace lirovan::data

@@ -15,7 +15,8 @@ namespace lirovan::data {
 /// none.
 /// - the database itself is damaged, a table or column is missing (then nothing else is looked at);
 /// - an id is given twice; a book has no author, a heading no book or no text, a text no heading;
-/// - a text is empty, holds bytes that are no characters, or its markup is not closed.
+/// - a text is empty, holds bytes that are no characters, or its markup is not closed;
+/// - what belongs to added books leads nowhere or is left over (book_check.h).
 /// Fails when the library cannot be read to the end.
 platform::Result<QStringList> checkLibrary(const platform::Database& database);
 

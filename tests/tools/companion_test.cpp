@@ -254,10 +254,51 @@ TEST(Companion, TellsHowItAndEachOfItsCommandsIsUsed) {
             EXPECT_EQ(one.error, "");
         }
         EXPECT_TRUE(call({name, u"--version"_s}).out.startsWith("lirovan-kitaplik "));
-        const Called wrong = call({name, u"--"_s, u"--help"_s, u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+        const Called wrong = call({name, u"--yok"_s, u"--"_s, u"--help"_s});
         EXPECT_EQ(wrong.status, 2);
         EXPECT_EQ(wrong.out, "");
         EXPECT_TRUE(wrong.error.contains(usage));
     }
     EXPECT_GE(commands, 11);
+}
+
+TEST(Companion, AddsBooksFromFilesAndTakesThemOut) {
+    const QTemporaryDir folder;
+    const QString library = folder.filePath(u"yeni.vq"_s), good = folder.filePath(u"Güzel Gün.md"_s);
+    writeFile(good, "# Bir\n\nHakîkat burada.\n\n# İki\n\nSon söz.\n");
+    const QString bad = writeFile(folder.filePath(u"bozuk.epub"_s), "PK");
+
+    const Called tried = call({u"ekle"_s, library, good, u"--dene"_s, u"--yazar"_s, u"Ayşe"_s});
+    EXPECT_EQ(tried.status, 0) << tried.error.toStdString();
+    EXPECT_TRUE(
+        tried.out.startsWith("{\"yazar\":\"Ayşe\",\"kitap\":\"Güzel Gün\",\"derinlik\":0,"
+                             "\"baslik\":\"Bir\",\"sozcuk\":"))
+        << tried.out.toStdString();
+    EXPECT_FALSE(QFile::exists(library));
+    EXPECT_EQ(call({u"ekle"_s, library, bad}).status, 1);
+    EXPECT_EQ(names(folder.path()).filter(u"yeni"_s), QStringList())
+        << "nothing was added, so nothing was made";
+
+    const Called added = call({u"ekle"_s, library, bad, good});
+    EXPECT_EQ(added.status, 1);
+    EXPECT_TRUE(added.error.contains("bozuk.epub")) << added.error.toStdString();
+    EXPECT_EQ(added.out,
+              "{\"kitapid\":1001,\"yazar\":\"Bilinmeyen Yazar\",\"kitap\":\"Güzel Gün\",\"konu\":2,"
+              "\"resim\":0}\n");
+    EXPECT_TRUE(call({u"ara"_s, library, u"hakikat"_s}).out.contains("\"bulunan\":1"));
+    EXPECT_EQ(call({u"denetle"_s, library}).status, 0);
+
+    const QByteArray before = readFile(library);
+    const Called again = call({u"ekle"_s, library, good});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_TRUE(again.error.contains("--degistir")) << again.error.toStdString();
+    EXPECT_TRUE(readFile(library) == before);
+    EXPECT_EQ(call({u"ekle"_s, library, good, u"--degistir"_s}).status, 0);
+    EXPECT_EQ(call({u"ekle"_s, library, good, u"--yanina"_s}).status, 0);
+    EXPECT_EQ(call({u"ekle"_s, library, good, u"--yanina"_s, u"--degistir"_s}).status, 2);
+
+    for (const QString& id : {u"1001"_s, u"1002"_s}) EXPECT_EQ(call({u"cikar"_s, library, id}).status, 0);
+    EXPECT_EQ(call({u"cikar"_s, library, u"1002"_s}).status, 1);
+    EXPECT_EQ(call({u"agac"_s, library}).out, "");
+    EXPECT_TRUE(call({u"ara"_s, library, u"hakikat"_s}).out.contains("\"varyantlar\":[]"));
 }

@@ -164,6 +164,14 @@ Result<void> Statement::bind(int parameter, QStringView value) {
     });
 }
 
+Result<void> Statement::bindBytes(int parameter, QByteArrayView value) {
+    return guarded(database_.get(), [&]() -> Result<void> {
+        // A null pointer would bind null.
+        statement_->bind(parameter, value.isEmpty() ? "" : value.data(), static_cast<int>(value.size()));
+        return {};
+    });
+}
+
 Result<void> Statement::bindNull(int parameter) {
     return guarded(database_.get(), [&]() -> Result<void> {
         statement_->bind(parameter);
@@ -215,6 +223,13 @@ std::string_view Statement::utf8(int column) const {
     const SQLite::Column value = statement_->getColumn(column);
     const char* data = value.getText(nullptr);
     return data ? std::string_view(data, static_cast<size_t>(value.getBytes())) : std::string_view();
+}
+
+QByteArray Statement::bytes(int column) const {
+    if (!readable(*statement_, column)) return {};
+    const SQLite::Column value = statement_->getColumn(column);
+    const void* data = value.getBlob();
+    return data ? QByteArray(static_cast<const char*>(data), value.getBytes()) : QByteArray();
 }
 
 qint64 Statement::integer(int column) const {

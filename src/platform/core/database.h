@@ -8,6 +8,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <QStringView>
 #include <memory>
@@ -41,6 +42,7 @@ class Statement {
     Result<void> bind(int parameter, double value);
     Result<void> bind(int parameter, QStringView value);
     Result<void> bindNull(int parameter);
+    Result<void> bindBytes(int parameter, QByteArrayView value);
     Result<Step> step();
     /// Back to before the first row, whatever the last step came to; parameters stay bound.
     void reset();
@@ -53,6 +55,7 @@ class Statement {
     QString text(int column) const;
     /// The text as stored, UTF-8; valid until the next step, reset or end of the statement. May hold NULs.
     std::string_view utf8(int column) const;
+    QByteArray bytes(int column) const;  ///< of a blob, or a text as stored
     qint64 integer(int column) const;
     double real(int column) const;
 

@@ -9,8 +9,8 @@ namespace {
 std::vector<lirovan::tools::Command> allCommands() {
     using namespace lirovan::tools;
     std::vector<Command> all;
-    for (auto&& group :
-         {makingCommands(), checkingCommands(), readingCommands(), searchCommands(), noteCommands()})
+    for (auto&& group : {makingCommands(), bookCommands(), checkingCommands(), readingCommands(),
+                         searchCommands(), noteCommands()})
         all.insert(all.end(), group.begin(), group.end());
     return all;
 }
