@@ -67,7 +67,7 @@ inline QString plain(const QString& text) {
                                           QRegularExpression::AnchorAtOffsetMatchOption);
         const QString token = match.hasMatch() ? match.captured() : QString(text[at]);
         at += token.size();
-        static const QRegularExpression inlineTag(u"^</?(a|font|span)\\b"_s);
+        static const QRegularExpression inlineTag(u"^</?(a|i|I|font|span|sup)(?![A-Za-z0-9])"_s);
         if (token == u"&quot;")
             result += u'"';
         else if (token == u"&nbsp;" || token == u" " ||

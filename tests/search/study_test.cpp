@@ -139,7 +139,7 @@ TEST(Contexts, AreWhatTheTwinCutsOut) {
         const TopicContexts found = contextsOf(text.toStdString(), topic.hits, width);
         ASSERT_EQ(found.contexts.size(), topic.hits.size());
         const QString whole = reference::plain(text);
-        ASSERT_EQ(utf16(found.plain), whole);
+        ASSERT_EQ(found.plain, whole.toStdString()) << text.toStdString();
         for (size_t i = 0; i < topic.hits.size(); ++i) {
             const Context& context = found.contexts[i];
             const QString left = utf16(context.left), hit = utf16(context.hit), right = utf16(context.right);
