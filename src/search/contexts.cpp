@@ -173,6 +173,8 @@ TopicContexts contextsOf(std::string_view text, const std::vector<RecordedHit>& 
 
 Result<void> contextsOfRun(const data::Library& library, const SearchRun& run, qsizetype width,
                            const OnTopic& onTopic) {
+    // Held to the end: taking the lock anew for every topic would cost more than reading it.
+    const auto reading = platform::Transaction::beginReading(library.database());
     Result<Statement> texts = library.query(data::catalogue::topicText());
     if (!texts) return texts.error();
     RecordedHits record(run);

@@ -93,6 +93,8 @@ Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, con
     const HitsByTopic hits = hitsByTopic(run);
     const auto authors = authorsOf(library, scope);
     if (!authors) return authors.error();
+    // Held to the end: taking the lock anew for every topic would cost more than reading it.
+    const auto reading = platform::Transaction::beginReading(library.database());
     Result<Statement> texts = library.query(catalogue::topicTextsFromRow());
     if (!texts) return texts.error();
     for (const data::AuthorId author : *authors) {
