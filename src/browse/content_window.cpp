@@ -23,6 +23,8 @@ int steppedFontSize(int size, int step) {
 
 void rewriteWithFontSize(platform::PageView& page, int oldSize, int newSize,
                          const platform::AppFolder* folder) {
+    const platform::Reply<bool> changed = page.replaceInPlace(fontSizeChanges(oldSize, newSize));
+    if (changed.outcome != platform::Outcome::Answered || changed.value == true) return;
     platform::Reply<QString> html = page.innerHtml();
     if (!html) return;
     QString text = std::move(*html.value);

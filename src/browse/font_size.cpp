@@ -10,7 +10,7 @@ QString withAbsoluteImages(QString html, const platform::AppFolder& folder) {
     return html;
 }
 
-QString withFontSize(QString html, int oldSize, int newSize) {
+std::vector<platform::Replacement> fontSizeChanges(int oldSize, int newSize) {
     const auto style = [](int size) {
         return u"td {font-size: "_s + QString::number(size) + u"px;font-family: Arial;}"_s;
     };
@@ -18,11 +18,15 @@ QString withFontSize(QString html, int oldSize, int newSize) {
         return u"<FONT face=Verdana size="_s + QString::number(size) + u'>';
     };
     const QString inserted = u"</TITLE><style>"_s + style(newSize) + u"</style></HEAD>"_s;
+    return {{u"</TITLE></HEAD>"_s, inserted},
+            // What was inserted comes back in the view's own form.
+            {u"</TITLE>\r\n<STYLE>"_s + style(oldSize) + u"</STYLE>\r\n</HEAD>"_s, inserted},
+            {fontTag(oldSize - 14), fontTag(newSize - 14)}};
+}
 
-    html.replace(u"</TITLE></HEAD>"_s, inserted);
-    // What was inserted comes back in the view's own form.
-    html.replace(u"</TITLE>\r\n<STYLE>"_s + style(oldSize) + u"</STYLE>\r\n</HEAD>"_s, inserted);
-    html.replace(fontTag(oldSize - 14), fontTag(newSize - 14));
+QString withFontSize(QString html, int oldSize, int newSize) {
+    for (const platform::Replacement& change : fontSizeChanges(oldSize, newSize))
+        html.replace(change.from, change.to);
     return html;
 }
 

@@ -17,10 +17,8 @@
 
 namespace lirovan::search {
 
-/// How a run groups its topics: under their books, or right under their author by heading or by ratio (see
-/// ratio_order.h; equal ratios in the order of the books). None: another order's name was given; the run
-/// lists authors, but no topics.
-enum class ListOrder { Kitap, Konu, Oran, None };
+/// How a run groups its topics. None: another order's name was given; the run lists authors, but no topics.
+enum class ListOrder { Kitap, Konu, None };
 
 /// What a run asks and tells while it works. The defaults suit a run that nobody watches.
 class RunHost {
@@ -73,19 +71,16 @@ class SearchEngine {
                                         RunHost& host);
 
     const RunStores& stores() const { return stores_; }
-    TopicOutline& outline() { return outline_; }
 
   private:
     struct Listing;  // one run under way
 
-    QStringList tableVariants(const QString& word, bool caseSensitive) const;
+    void addTableVariants(SearchRun& run, const SearchOptions& options, const QString& word) const;
     platform::Result<void> listAuthors(Listing& listing);
     platform::Result<void> listTopics(Listing& listing, data::AuthorId author);
     platform::Result<void> countTopic(Listing& listing, const TopicRow& topic,
                                       const platform::Result<std::string_view>& text);
-    platform::Result<void> listByRatio(Listing& listing);
-    void listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count,
-                   const QString& shownCount);
+    void listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count);
     ResultNode& startBook(Listing& listing, data::BookId book);
 
     const data::Library& library_;

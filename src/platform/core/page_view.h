@@ -30,6 +30,11 @@ struct Reply {
     T valueOr(T otherwise) const { return value.value_or(std::move(otherwise)); }
 };
 
+/// A text in the form of PageView::innerHtml() and what takes its place.
+struct Replacement {
+    QString from, to;
+};
+
 class PageView {
   public:
     virtual ~PageView() = default;
@@ -57,6 +62,10 @@ class PageView {
     /// Opens the document, clears it, writes `html` and closes it. Relative names resolve against OKU as
     /// before.
     virtual Outcome rewrite(const QString& html) = 0;
+    /// Gives the document, as it stands, what rewriting innerHtml() would after these replacements in turn;
+    /// for FONT tags and texts of the head. False, and nothing done: the page is soon written anew (neither
+    /// large nor nested deeply), or has scripts.
+    virtual Reply<bool> replaceInPlace(const std::vector<Replacement>&) { return {Outcome::Answered, false}; }
 
     virtual Reply<bool> hasElement(QStringView name) = 0;
     virtual Outcome focusElement(QStringView name) = 0;

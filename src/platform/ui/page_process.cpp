@@ -12,7 +12,7 @@
 namespace lirovan::platform {
 
 #ifdef Q_OS_LINUX
-// A page of 48 MB, written anew with larger type, takes less than half of it.
+// A summary of 48 MB, read and written anew as a whole, took 2.3 GB (VmData, Qt 6.4.2).
 constexpr rlim_t MostPageMemory = rlim_t(4) << 30;
 #endif
 

@@ -19,12 +19,12 @@
       .map(name => reads(Node, name));
   const [namespaceURI, tagName, attributesOf] =
     ['namespaceURI', 'tagName', 'attributes'].map(name => reads(Element, name));
-  const [root, body, scrollingElement, images, readyState] =
-    ['documentElement', 'body', 'scrollingElement', 'images', 'readyState']
+  const [root, head, body, scrollingElement, images, scripts, readyState] =
+    ['documentElement', 'head', 'body', 'scrollingElement', 'images', 'scripts', 'readyState']
       .map(name => reader(Document, name).bind(document));
   const does = (type, name) => Function.prototype.call.bind(type.prototype[name]);
-  const [rect, attribute, cloneNode, focus, intoView] = [[Element, 'getBoundingClientRect'],
-    [Element, 'getAttribute'], [Node, 'cloneNode'], [HTMLElement, 'focus'], [Element, 'scrollIntoView']]
+  const [rect, attribute, setAttribute, cloneNode, focus, intoView] = [[Element, 'getBoundingClientRect'],
+    [Element, 'getAttribute'], [Element, 'setAttribute'], [Node, 'cloneNode'], [HTMLElement, 'focus'], [Element, 'scrollIntoView']]
     .map(([type, name]) => does(type, name));
 
   // ---- Hit buttons take no room, but keep their place in the tab order. ----
@@ -103,7 +103,10 @@
 
   const contentOf = element => isHtml(element, 'TEMPLATE') ? element.content : element;
 
-  function innerHtml(top) {
+  const innerHtml = top => markup((work, pushChildren) => pushChildren(top));
+
+  // `begins`: puts what is to be written on the pile.
+  function markup(begins) {
     const out = [];
     // Pending work, innermost last: a node to write, or a text.
     const work = [];
@@ -134,7 +137,7 @@
       return true;
     }
 
-    pushChildren(top);
+    begins(work, pushChildren);
     while (work.length) {
       const node = work.pop();
       const type = typeof node === 'string' ? 0 : nodeType(node);
@@ -148,6 +151,55 @@
       }
     }
     return out.join('');
+  }
+
+  // ---- Changes without writing anew ----
+
+  const DEEP = 400;
+
+  function parsed(html) {
+    probe.innerHTML = html;
+    return probe.content;
+  }
+
+  function replaceTags(from, to) {
+    const [old, changed] = [from, to].map(tag => Array.from(parsed(tag).firstChild.attributes));
+    const isOld = (is, i) => is.name === old[i].name && is.value === old[i].value;
+    for (const element of querySelectorAll('font')) {
+      const attributes = Array.from(attributesOf(element));
+      if (!isHtml(element) || attributes.length !== old.length || !attributes.every(isOld)) continue;
+      for (const {name, value} of changed) setAttribute(element, name, value);
+    }
+  }
+
+  // The engine's parser looks through all open elements at every tag; the document it makes is no deeper than 512.
+  function isDeep() {
+    let depth = 0;
+    for (let node = body(); node && depth < DEEP;) {
+      let next = firstChild(node);
+      if (next) ++depth;
+      else {
+        for (; node && node !== body() && !nextSibling(node); --depth) node = parentNode(node);
+        next = node && node !== body() ? nextSibling(node) : null;
+      }
+      node = next;
+    }
+    return depth >= DEEP;
+  }
+
+  // Scripts would run again if the page were written anew, and text that is no markup may hold the same words.
+  function replaceInPlace(pairs, isLarge) {
+    if (!isLarge && !isDeep()) return false;
+    if (scripts().length || querySelectorAll([...RAW, 'template', 'svg', 'math'].map(name => 'body ' + name)).length)
+      return false;
+    const before = markup(work => work.push(head()));
+    let after = before;
+    for (const [from, to] of pairs) {
+      if (from.startsWith('<FONT ')) replaceTags(from, to);
+      else after = after.replaceAll(from, () => to);
+    }
+    if (after !== before) head().replaceChildren(parsed(after));
+    return true;
   }
 
   // ---- Elements and scrolling ----
@@ -249,7 +301,7 @@
     state,
     leave: () => { window.lirovan.left = true; },
     hasElement: name => !!byName(name),
-    focusElement, offsets, isInFirstView, selectionHtml,
+    replaceInPlace, focusElement, offsets, isInFirstView, selectionHtml,
     setScrollTop: pixels => { scroller().scrollTop = pixels; },
     scrollTop: () => scroller().scrollTop,
     scrollBy: pixels => { scroller().scrollTop += pixels; },

@@ -109,19 +109,6 @@ void shut(QWebEngineSettings& settings) {
     settings.setDefaultTextEncoding(QStringLiteral("windows-1254"));
 }
 
-QWebEngineScript pageTools() {
-    QFile source(QStringLiteral(":/lirovan/platform/page_tools.js"));
-    const bool opened = source.open(QIODevice::ReadOnly);
-    Q_ASSERT_X(opened, "page_tools.js", "not built in");
-    QWebEngineScript script;
-    script.setName(QStringLiteral("page_tools"));
-    script.setSourceCode(opened ? QString::fromUtf8(source.readAll()) : QString());
-    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    script.setWorldId(QWebEngineScript::ApplicationWorld);
-    script.setRunsOnSubFrames(false);
-    return script;
-}
-
 // Pages that have a dark form, as the start page, take it from the desktop's palette. The engine asks for it
 // when it starts, and not the palette.
 void tellColourScheme() {
@@ -176,9 +163,22 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
     profile_->setSpellCheckEnabled(false);
     profile_->cookieStore()->setCookieFilter([](const auto&) { return false; });
     shut(*profile_->settings());
-    profile_->scripts()->insert(pageTools());
+    profile_->scripts()->insert(pageScript(QStringLiteral("page_tools")));
     QObject::connect(profile_.get(), &QWebEngineProfile::downloadRequested, profile_.get(),
                      [](QWebEngineDownloadRequest* download) { download->cancel(); });
+}
+
+QWebEngineScript WebEngine::pageScript(const QString& name) {
+    QFile source(QStringLiteral(":/lirovan/platform/%1.js").arg(name));
+    const bool opened = source.open(QIODevice::ReadOnly);
+    Q_ASSERT_X(opened, "page script", "not built in");
+    QWebEngineScript script;
+    script.setName(name);
+    script.setSourceCode(opened ? QString::fromUtf8(source.readAll()) : QString());
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::ApplicationWorld);
+    script.setRunsOnSubFrames(false);
+    return script;
 }
 
 WebEngine::~WebEngine() = default;

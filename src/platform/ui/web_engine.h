@@ -9,6 +9,7 @@
 #include "platform/core/page_access.h"
 
 class QWebEngineProfile;
+class QWebEngineScript;
 
 namespace lirovan::platform {
 
@@ -31,6 +32,8 @@ class WebEngine {
     /// The file at an address, also where it is a page that a view was given. Nothing else is shown.
     std::optional<QString> fileAt(const QUrl& address) const;
     bool isInstaller(const QUrl& url) const;
+    /// One of our own scripts, by its name: it runs before the page, in a world of its own.
+    static QWebEngineScript pageScript(const QString& name);
 
   private:
     class Gate;

@@ -88,10 +88,20 @@ std::chrono::milliseconds WebView::patience() const {
 
 void WebView::makePage() {
     ContentPage* old = page_;
+    const bool hadFocus = view_->hasFocus() || (view_->focusProxy() && view_->focusProxy()->hasFocus());
     page_ = new ContentPage(engine_, dialogs_, number_, view_);
     view_->setPage(page_);
     delete old;
-    processEnded_ = hangs_ = false;
+    if (hadFocus) {
+        view_->setFocus();
+        // The widget that takes the keys comes with the new process.
+        const auto focusAgain = [this] {
+            const QWidget* now = QApplication::focusWidget();
+            if (!now || now == view_) setFocus();
+        };
+        connect(page_, &QWebEnginePage::loadFinished, this, focusAgain, Qt::SingleShotConnection);
+    }
+    processEnded_ = hangs_ = showsLarge_ = false;
     page_->setZoomFactor(zoom_);
 
     connect(page_, &QWebEnginePage::loadingChanged, this, [this](const QWebEngineLoadingInfo& info) {
@@ -236,6 +246,17 @@ Outcome WebView::rewrite(const QString& html) {
     if (written != Outcome::Answered) return written;
     if (const auto file = engine_->access().file(location_)) keepText(*file, text);
     return waitUntilComplete();
+}
+
+Reply<bool> WebView::replaceInPlace(const std::vector<Replacement>& changes) {
+    QString pairs;
+    for (const Replacement& change : changes)
+        pairs += QStringLiteral("[%1,%2],").arg(scriptText(change.from), scriptText(change.to));
+    const QString expression =
+        QStringLiteral("lirovan.replaceInPlace([%1],%2)").arg(pairs, isLarge() ? u"true" : u"false");
+    Reply<bool> done = as<bool>(ask(expression));
+    if (done && *done.value) changes_ += expression;
+    return done;
 }
 
 Reply<bool> WebView::hasElement(QStringView name) {

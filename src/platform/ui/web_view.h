@@ -58,6 +58,7 @@ class WebView : public QWidget, public PageView {
 
     Reply<QString> innerHtml() override;
     Outcome rewrite(const QString& html) override;
+    Reply<bool> replaceInPlace(const std::vector<Replacement>& changes) override;
 
     Reply<bool> hasElement(QStringView name) override;
     Outcome focusElement(QStringView name) override;
@@ -103,6 +104,10 @@ class WebView : public QWidget, public PageView {
     };
 
     void makePage();
+    void give(GivenPage page);
+    /// The view was given a page at the location that takes seconds to lay out.
+    bool isLarge() const;
+    void prepareForSize();
     /// Loads the page at the location: the one that the view was given, where it was.
     void load();
     void loadAgain();
@@ -145,6 +150,8 @@ class WebView : public QWidget, public PageView {
     QPushButton* reload_;
     QPointer<ContentPage> page_;
     QString location_;
+    QStringList changes_;      ///< made in place since the page was given; made again when it is loaded again
+    bool showsLarge_ = false;  ///< the page on view takes long to let go
     double zoom_ = 1.0;
     Load load_ = Load::Idle;
     bool loadIsAlone_ = false;

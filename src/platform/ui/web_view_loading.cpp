@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
 
 #include "platform/ui/content_page.h"
 #include "platform/ui/page_process.h"
@@ -23,6 +24,11 @@ constexpr auto ArrivalLimit = 1000ms;
 // Between two looks at a page that is loading or being written; the end of loading is not waited out.
 constexpr auto LookInterval = 10ms;
 
+// Pages below it are laid out, and left, within a second.
+constexpr qsizetype LargePage = 2'000'000;
+
+const QString LargePageScript = QStringLiteral("large_page");
+
 }  // namespace
 
 void WebView::navigate(const QString& pathText) {
@@ -40,7 +46,7 @@ void WebView::navigate(const QString& pathText) {
         return;
     }
     if (engine_->access().isPageFile(*file) && content.open(QIODevice::ReadOnly))
-        engine_->pages().give(number_, {*file, content.readAll(), engine_->access().contentType(*file)});
+        give({*file, content.readAll(), engine_->access().contentType(*file)});
     load();
 }
 
@@ -48,7 +54,7 @@ void WebView::navigate(const QString& pathText, const QByteArray& page) {
     const auto file = engine_->access().file(pathText);
     if (!file) return;
     location_ = pathText;
-    engine_->pages().give(number_, {*file, page, engine_->access().contentType(*file)});
+    give({*file, page, engine_->access().contentType(*file)});
     load();
 }
 
@@ -61,7 +67,27 @@ void WebView::navigateToText(const QString& pathText, const QString& html) {
 }
 
 void WebView::keepText(const QString& file, const QString& html) {
-    engine_->pages().give(number_, {file, html.toUtf8(), "text/html; charset=utf-8"});
+    give({file, html.toUtf8(), "text/html; charset=utf-8"});
+}
+
+void WebView::give(GivenPage page) {
+    changes_.clear();
+    engine_->pages().give(number_, std::move(page));
+}
+
+bool WebView::isLarge() const {
+    const GivenPage* given = engine_->pages().of(number_);
+    return given && given->bytes.size() > LargePage && engine_->access().file(location_) == given->file;
+}
+
+void WebView::prepareForSize() {
+    QWebEngineScriptCollection& scripts = page_->scripts();
+    const auto inserted = scripts.find(LargePageScript);
+    if (isLarge() && inserted.isEmpty())
+        scripts.insert(WebEngine::pageScript(LargePageScript));
+    else if (!isLarge())
+        for (const QWebEngineScript& script : inserted) scripts.remove(script);
+    showsLarge_ = isLarge();
 }
 
 QUrl WebView::address() const {
@@ -84,12 +110,13 @@ void WebView::load() {
     // A page that does not answer cannot be left either; it is given up together with its process.
     if (processEnded_)
         makePage();
-    else if (hangs_)
+    else if (hangs_ || showsLarge_)
         return giveUp();
     showPage();
     // With another load under way its end cannot be told from this one's.
     loadIsAlone_ = load_ != Load::Running && !page_->isLoading();
     load_ = Load::Running;
+    prepareForSize();
     page_->expectNext();
     // There is nothing to let go of in a process that is only starting.
     if (page_->hasShown())
@@ -124,6 +151,9 @@ void WebView::giveUp() {
 void WebView::loadEnded(bool failed) {
     load_ = failed ? Load::Failed : loadIsAlone_ ? Load::Complete : Load::Idle;
     page_->setZoomFactor(zoom_);
+    if (engine_->fileAt(page_->url()) == engine_->access().file(location_))
+        for (const QString& change : changes_)
+            page_->runJavaScript(change, QWebEngineScript::ApplicationWorld);
     Q_EMIT loaded();
 }
 

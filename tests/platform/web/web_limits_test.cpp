@@ -114,3 +114,84 @@ TEST_F(WebLimitsTest, ShowsThePageThatItWasGivenWhateverTheFileHolds) {
     navigate(pagePath);
     EXPECT_EQ(shown(), u"baska") << "navigated to without a page, the file counts";
 }
+
+namespace {
+
+/// A summary of `megabytes`, of passages as the program makes them.
+QString summary(double megabytes) {
+    const QString head =
+        u"<font face=Verdana size =2><font color='#000080'><b>>>>>>Kitap</b></font></font><br>"_s;
+    const QString text = u"sözlerden biri "_s.repeated(130);
+    QString page;
+    for (int i = 0; page.size() < megabytes * 1e6; ++i)
+        page +=
+            head +
+            u"<font face=Verdana size =2><P>%1 %2</P><P>son</font></font><br></u></p><hr>"_s.arg(i).arg(text);
+    return page;
+}
+
+const std::vector<Replacement> Larger = {
+    {u"</TITLE></HEAD>"_s, u"</TITLE><style>td {font-size: 17px;}</style></HEAD>"_s},
+    {u"<FONT face=Verdana size=2>"_s, u"<FONT face=Verdana size=3>"_s}};
+
+QString replaced(QString html) {
+    for (const Replacement& each : Larger) html.replace(each.from, each.to);
+    return html;
+}
+
+}  // namespace
+
+TEST_F(WebLimitsTest, LaysALargePageOutWhereItIsSeenAndChangesItInPlace) {
+    show(u"<html><title>ı</title><body>"_s + summary(2.1));
+    const QString before = html();
+    EXPECT_TRUE(before.contains(u"<BODY><FONT face=Verdana size=2><FONT color=#000080>"_s));
+    EXPECT_TRUE(before.endsWith(u"<HR>\r\n</BODY>"_s)) << before.right(200).toStdString();
+    EXPECT_EQ(inPage(u"try { document.body.attachShadow({mode: 'open'}) } catch (e) { 'dealt' }"_s),
+              u"dealt");
+    inPage(u"[...document.querySelectorAll('body > hr')].pop().scrollIntoView()"_s);
+    EXPECT_TRUE(until([&] {
+        return inPage(
+                   u"[...Array(40).keys()].some(i => document.elementFromPoint(60, innerHeight * i / 40)"
+                   ".tagName === 'B')"_s) == u"true";
+    })) << "the end is laid out when it is gone to";
+    inPage(
+        u"const b = document.createElement('b'); b.textContent = 'araya'; document.body.insertBefore(b, "
+        "document.body.childNodes[4]); scrollTo(0, 0)"_s);
+    EXPECT_TRUE(until([&] { return inPage(u"b.offsetHeight"_s).toInt() > 0; }))
+        << "what a script adds is seen";
+    inPage(u"b.remove()"_s);
+
+    inPage(u"document.querySelector('font').mark = 1"_s);
+    ASSERT_EQ(view->replaceInPlace(Larger).value, true);
+    EXPECT_TRUE(html() == replaced(before)
+                              .replace(u"</TITLE><style>"_s, u"</TITLE>\r\n<STYLE>"_s)
+                              .replace(u"</style></HEAD>"_s, u"</STYLE>\r\n</HEAD>"_s));
+    EXPECT_EQ(inPage(u"document.querySelector('font').mark"_s), u"1") << "nothing is written anew";
+    const QString changed = html();
+    const QSignalSpy loaded(view.get(), &WebView::loaded);
+    page()->runJavaScript(u"location.reload()"_s);
+    EXPECT_TRUE(until([&] { return loaded.count() > 0; }));
+    EXPECT_TRUE(html() == changed) << "loaded again, it has the changes";
+
+    const auto process = pid_t(page()->renderProcessPid());
+    view->setFocus();
+    ASSERT_TRUE(until([&] { return input()->hasFocus(); }));
+    show(u"sıradaki"_s);
+    EXPECT_TRUE(until([&] { return input() && input()->hasFocus(); })) << "and keeps the keys";
+    EXPECT_EQ(shown(), u"sıradaki");
+    EXPECT_TRUE(until([&] { return ::kill(process, 0) != 0; })) << "a large page goes with its process";
+    EXPECT_EQ(view->replaceInPlace(Larger).value, false) << "a small page is written anew";
+}
+
+TEST_F(WebLimitsTest, ChangesADeeplyNestedPageInPlace) {
+    const QString bold = u"<b>"_s.repeated(3000);
+    const QString deep =
+        u"<html><title>d</title><body><font face=Verdana size=2>x</font>"_s + bold + u"dip"_s;
+    show(deep);
+    const QString before = html();
+    ASSERT_TRUE(before.contains(u"dip"_s));
+    EXPECT_EQ(view->replaceInPlace(Larger).value, true);
+    EXPECT_TRUE(html().contains(u"<FONT face=Verdana size=3>x"_s));
+    show(deep + u"<script></script>"_s);
+    EXPECT_EQ(view->replaceInPlace(Larger).value, false) << "scripts run anew";
+}
