@@ -134,6 +134,10 @@ QString topicTextsFromRow() {
     return u"SELECT Konu, rowid FROM tbl_Konu WHERE rowid>=? ORDER BY rowid"_s;
 }
 
+QString topicText() {
+    return u"SELECT Konu FROM tbl_Konu WHERE KonuID=?"_s;
+}
+
 QString topicRowSpan() {
     return u"SELECT min(rowid), max(rowid) FROM tbl_Konu"_s;
 }

@@ -56,6 +56,7 @@ QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no 
 /// texts, and a search reads what it needs straight from its row, with the statements below.
 QString topicRows(const QString& topicsStatement);
 QString topicTextsFromRow();  ///< 0 Konu, 1 row id, by ascending row id; parameter 1: the first one
+QString topicText();          ///< 0 Konu; the topic's id goes into parameter 1
 QString topicRowSpan();       ///< 0 the first row id of tbl_Konu, 1 the last
 QString lastTopicRow();       ///< 0 the last row id of tbl_Konu
 QString headingByRow();       ///< 0 KonuBaslik; the row id goes into parameter 1

@@ -126,4 +126,16 @@ Result<std::vector<Note>> NotesDatabase::list(int rtfCharacters) const {
     }
 }
 
+Result<void> NotesDatabase::forEach(const std::function<void(const Note&)>& onNote) const {
+    Result<Statement> rows =
+        database_.prepare(u"select NotID, NotTarihi, NotBaslik, NotRTF from tbl_Notlar order by NotID");
+    if (!rows) return rows.error();
+    while (true) {
+        const Result<Step> step = rows->step();
+        if (!step) return step.error();
+        if (*step == Step::Done) return {};
+        onNote(noteOf(*rows));
+    }
+}
+
 }  // namespace lirovan::notes

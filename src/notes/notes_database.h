@@ -67,6 +67,8 @@ class NotesDatabase {
 
     /// All notes in the order of their keys, with at most `rtfCharacters` of NotRTF each.
     platform::Result<std::vector<Note>> list(int rtfCharacters) const;
+    /// Every note with all of its text, in the order of their keys.
+    platform::Result<void> forEach(const std::function<void(const Note&)>& onNote) const;
 
   private:
     platform::Database database_;

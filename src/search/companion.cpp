@@ -4,6 +4,8 @@
 
 #include "browse/page_layout.h"
 #include "platform/core/json_line.h"
+#include "search/contexts.h"
+#include "search/distribution.h"
 #include "search/result_page.h"
 #include "search/variant_table.h"
 #include "text/blanks.h"
@@ -114,6 +116,80 @@ Result<QByteArray> ozet(const data::Library& library, Request request, int group
         library, run.stored(), group, [](qsizetype) {}, [] { return true; });
     if (!page) return page.error();
     return browse::pageBytes(*page);
+}
+
+namespace {
+
+// Enough at a time to be worth a call.
+constexpr qsizetype OutputPiece = 1 << 16;
+
+// Gathers lines until there is enough of them.
+class Lines {
+  public:
+    explicit Lines(const Output& output) : output_(output) {}
+    ~Lines() { output_(text); }
+    Lines(const Lines&) = delete;
+    Lines& operator=(const Lines&) = delete;
+    void end() {
+        text += '\n';
+        if (text.size() < OutputPiece) return;
+        output_(text);
+        text.resize(0);
+    }
+    QByteArray text;
+
+  private:
+    const Output& output_;
+};
+
+void appendContext(QByteArray& line, data::TopicId topic, const Context& context) {
+    line += "{\"konu\":" + QByteArray::number(topic.value) +
+            ",\"konum\":" + QByteArray::number(context.position) + ",\"sol\":";
+    platform::appendJsonString(line, context.left);
+    line += ",\"isabet\":";
+    platform::appendJsonString(line, context.hit);
+    line += ",\"sag\":";
+    platform::appendJsonString(line, context.right);
+    line += '}';
+}
+
+void appendBook(QByteArray& line, const BookHits& book) {
+    line += "{\"kitap\":" + QByteArray::number(book.book.value) +
+            ",\"uzunluk\":" + QByteArray::number(book.length) + ",\"isabetler\":[";
+    for (size_t i = 0; i < book.hits.size(); ++i) {
+        line += i > 0 ? ",[" : "[";
+        line += QByteArray::number(book.hits[i].word) + ',' + QByteArray::number(book.hits[i].position) + ']';
+    }
+    line += "]}";
+}
+
+}  // namespace
+
+Result<void> baglam(const data::Library& library, Request request, qsizetype width, const Output& output) {
+    const Run run(library, request);
+    if (!run.result) return run.result.error();
+    if (!run.stored()) return {};
+    Lines lines(output);
+    return contextsOfRun(library, *run.stored(), width,
+                         [&](data::TopicId topic, const std::vector<Context>& contexts) {
+                             for (const Context& context : contexts) {
+                                 appendContext(lines.text, topic, context);
+                                 lines.end();
+                             }
+                             return true;
+                         });
+}
+
+Result<void> dagilim(const data::Library& library, Request request, const Output& output) {
+    Run run(library, request);
+    if (!run.result) return run.result.error();
+    if (!run.stored()) return {};
+    Lines lines(output);
+    return booksOfRun(library, run.engine.outline(), *run.stored(), request.scope, [&](const BookHits& book) {
+        appendBook(lines.text, book);
+        lines.end();
+        return true;
+    });
 }
 
 Result<QByteArray> kelimeler(const data::Library& library) {

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <optional>
 
 #include "data/library.h"
@@ -33,6 +34,18 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
 /// The summary page of group `group` as it would stand in the page file. A query without words has no
 /// summary.
 platform::Result<QByteArray> ozet(const data::Library& library, Request request, int group);
+
+/// Takes what is printed, piece by piece.
+using Output = std::function<void(const QByteArray&)>;
+
+/// One JSON object a hit, in the order of the hit record: `konu`, `konum` (1-based UTF-16 position in the
+/// stored text), `sol`, `isabet`, `sag`; at most `width` UTF-16 characters on each side (see contexts.h).
+platform::Result<void> baglam(const data::Library& library, Request request, qsizetype width,
+                              const Output& output);
+
+/// One JSON object a book with hits, in library order: `kitap`, `uzunluk` (UTF-16 characters of its texts),
+/// `isabetler` ([entry of the run's words and variants, 1-based position within the book]).
+platform::Result<void> dagilim(const data::Library& library, Request request, const Output& output);
 
 /// Rebuilds the word-variant table; the number of rows as text.
 platform::Result<QByteArray> kelimeler(const data::Library& library);

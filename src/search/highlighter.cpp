@@ -1,8 +1,10 @@
 #include "search/highlighter.h"
 
 #include <algorithm>
+#include <map>
 
 #include "search/search_query.h"
+#include "search/word_list.h"
 #include "text/alphabet.h"
 #include "text/blanks.h"
 
@@ -126,18 +128,21 @@ QStringList wordsToMark(const SearchRun& run) {
     return words;
 }
 
-HighlightedText markHits(QString text, const QStringList& words, text::Comparison comparison, bool wholeWord,
+HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run, bool wholeWord,
                          const MarkingProgress& progress) {
     HighlightedText result;
-    for (qsizetype k = 0; k < words.size(); ++k) {
-        const QString& word = words.at(k);
-        if (text::trimBlanks(word).isEmpty() || AyniKelimeVar(word, words, k, comparison)) continue;
-        const QStringView colour = VurguRenkleri[result.colours.size() % VurguRenkleri.size()];
+    std::map<qsizetype, QStringView> colourOfWord;
+    for (const CountedWord& counted : countedWords(words, run)) {
+        const QString& word = words.at(counted.entry);
+        if (text::trimBlanks(word).isEmpty()) continue;
+        const QStringView next = VurguRenkleri[colourOfWord.size() % VurguRenkleri.size()];
+        const QStringView colour = colourOfWord.try_emplace(counted.word, next).first->second;
         progress.wordStarted(word, text.size());
         // A piece of markup: marking it would take the page, and the marks before it, apart.
         const bool isMarkup = word.contains(u'<');
         if (!isMarkup)
-            text = WordMarker(text, word, comparison, wholeWord).mark(colour, result.hits, progress);
+            text =
+                WordMarker(text, word, run.KarsilastirmaKipi, wholeWord).mark(colour, result.hits, progress);
         result.colours.emplace_back(word, colour.toString());
     }
     result.text = std::move(text);

@@ -39,11 +39,12 @@ struct MarkingProgress {
 /// The words to be marked for a topic of `run`, longest first, table variants among them.
 QStringList wordsToMark(const SearchRun& run);
 
-/// Marks every occurrence of every word, word after word. Left unmarked: what lies inside a tag, what follows
+/// Marks every occurrence of every word of a run, word after word. `words`: those of wordsToMark(). A sound
+/// form has its word's colour. Left unmarked: what lies inside a tag, what follows
 /// the last "<", what would break a "&quot;", pieces of markup (words with a "<"), and with `wholeWord` the
-/// parts of words. Words that repeat an earlier one under `comparison` are passed over and take no colour.
-/// Linear in text and hits for each word.
-HighlightedText markHits(QString text, const QStringList& words, text::Comparison comparison, bool wholeWord,
+/// parts of words. Words that repeat an earlier one under the run's comparison are passed over and take no
+/// colour. Linear in text and hits for each word.
+HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run, bool wholeWord,
                          const MarkingProgress& progress = {});
 
 }  // namespace lirovan::search

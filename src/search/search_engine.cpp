@@ -1,9 +1,13 @@
 #include "search/search_engine.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
+#include "search/ratio_order.h"
 #include "search/scan_ahead.h"
 #include "search/search_query.h"
+#include "search/word_list.h"
 #include "text/alphabet.h"
 #include "text/blanks.h"
 #include "text/title.h"
@@ -25,17 +29,21 @@ namespace {
 // Numbers of pictures in the tree's image list.
 constexpr qint64 BookImage = 1, LeafImage = 3;
 
-QString withCount(const QString& text, qint64 count) {
-    return text + u" ("_s + formatCount(count) + u" adet)"_s;
+QString countText(qint64 count) {
+    return formatCount(count) + u" adet"_s;
 }
 
-QString topicsStatement(const platform::BookSelection& scope, AuthorId author, ListOrder order) {
-    const auto byOrder =
-        order == ListOrder::Kitap ? catalogue::TopicOrder::Book : catalogue::TopicOrder::Heading;
-    if (scope.bookId != 0) return catalogue::topicsOfBook({scope.bookId}, byOrder);
-    const auto ofAuthors = scope.authorId == 0 ? catalogue::AuthorScope::All : catalogue::AuthorScope::One;
-    return catalogue::topicsOfAuthor(author, ofAuthors, byOrder);
+QString inBrackets(const QString& text, const QString& count) {
+    return text + u" ("_s + count + u')';
 }
+
+// A topic whose place among the others is not known before all are counted.
+struct RatedTopic {
+    const TopicRow* topic;
+    Ratio ratio;
+    QString record;  // its part of the hit record, and of the tally
+    size_t tallyBegin, tallyEnd;
+};
 
 }  // namespace
 
@@ -61,12 +69,27 @@ struct SearchEngine::Listing {
     qint64 bookCount = 0;
     int bookIndex = 0;  // the first book is 1
 
+    std::vector<RatedTopic> rated = {};  // of the author at hand, when they are listed by ratio
+    std::vector<WordTally::Hits> ratedTally = {};
+
     qint64 listed = 0;
     bool stopped = false;
 
     bool goOn() {
         stopped = stopped || !host.goOn();
         return !stopped;
+    }
+
+    // Every hit is counted one by one: a ratio of hits that were not there would mean nothing.
+    void rate(const TopicRow& topic, std::string_view text) {
+        RatedTopic one{&topic, {}, {}, ratedTally.size(), 0};
+        std::swap(ratedTally, run.tally.record);
+        one.ratio.hits = scanner.BulKelimeSay(text, {topic.topic, {}}, {one.record, &run.tally},
+                                              [this] { return goOn(); });
+        std::swap(ratedTally, run.tally.record);
+        one.ratio.words = wordsOfText(text);
+        one.tallyEnd = ratedTally.size();
+        rated.push_back(std::move(one));
     }
 
     QString key(QStringView prefix, qint64 id) const {
@@ -78,55 +101,41 @@ std::optional<SearchRun> SearchEngine::prepare(QString& query, SearchOptions& op
                                                RunResult::End& end) {
     end = RunResult::End::NoWords;
     if (text::trimBlanks(query).isEmpty()) return std::nullopt;
-    SearchRun run;
-    run.AramaNo = ++AramaNo_;
-    run.typedLength = text::trimBlanks(query).size();
-    run.KarsilastirmaKipi =
-        options.caseSensitive ? text::Comparison::Exact : text::Comparison::CaseInsensitive;
-
+    const qsizetype typedLength = text::trimBlanks(query).size();
     query = cleanQuery(query);
-    run.AramaKelimeleri = queryWords(query, options.together);
+    SearchRun run = startRun(query, options);
+    run.AramaNo = ++AramaNo_;
     if (run.AramaKelimeleri.isEmpty()) return std::nullopt;
-    if (!options.caseSensitive) run.AramaKelimeleri += IVariants(run.AramaKelimeleri);
-
-    bool accepted = false;
-    for (const QString& word : std::as_const(run.AramaKelimeleri)) {
-        if (!accepted && text::trimBlanks(word).size() == 1) {
-            if (!host.acceptSingleLetter()) {
-                end = RunResult::End::Cancelled;
-                return std::nullopt;
-            }
-            accepted = true;
-            options.wholeWord = true;
+    if (hasSingleLetter(run)) {
+        if (!host.acceptSingleLetter()) {
+            end = RunResult::End::Cancelled;
+            return std::nullopt;
         }
-        addTableVariants(run, options, word);
+        options.wholeWord = true;
     }
-
-    // With all words asked for, variants stand in for their word; otherwise they are words like the others.
-    if (!options.allWords)
-        for (auto variant = run.TumVaryantlar.crbegin(); variant != run.TumVaryantlar.crend(); ++variant)
-            run.AramaKelimeleri.append(*variant);
-    if (!options.wholeWord && !options.allWords) orderLongestFirst(run.AramaKelimeleri);
+    completeRun(run, options,
+                [&](const QString& word) { return tableVariants(word, options.caseSensitive); });
     run.options = options;
+    run.typedLength = typedLength;
     end = RunResult::End::Listed;
     return run;
 }
 
-void SearchEngine::addTableVariants(SearchRun& run, const SearchOptions& options, const QString& word) const {
-    QStringList& variants = run.KelimeVaryantlari.emplace_back();
+QStringList SearchEngine::tableVariants(const QString& word, bool caseSensitive) const {
+    QStringList variants;
     const QString written = withoutQuoteMarks(word);
-    if (written.isEmpty()) return;
+    if (written.isEmpty()) return variants;
     // A library without the table has no variants.
     Result<data::Rows<data::Variant>> rows = library_.variants(written);
     data::Variant row;
     while (rows) {
         const Result<bool> more = rows->next(row);
         if (!more || !*more) break;
-        if (options.caseSensitive && !row.written.contains(written)) continue;
+        if (caseSensitive && !row.written.contains(written)) continue;
         // The table stores apostrophes as grave accents.
         variants.append(row.searchForm.replace(u'`', u'\''));
     }
-    run.TumVaryantlar += variants;
+    return variants;
 }
 
 // `typed` is a copy: it may be the very text that is cleaned in place.
@@ -183,13 +192,17 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
         listing.run.IsabetKaydi += u'$';
         if (listing.order == ListOrder::None) continue;
         const Result<void> listed = listTopics(listing, author);
+        const Result<void> byRatio = listByRatio(listing);
         if (!listed) return listed;
+        if (!byRatio) return byRatio;
     }
     return {};
 }
 
 Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
-    const auto found = outline_.topics(topicsStatement(listing.scope, author, listing.order));
+    const auto found = outline_.topics(topicsOfScope(
+        listing.scope, author,
+        listing.order == ListOrder::Konu ? catalogue::TopicOrder::Heading : catalogue::TopicOrder::Book));
     if (!found) return found.error();
     const std::vector<TopicRow>& topics = **found;
     listing.host.authorStarted(static_cast<qsizetype>(topics.size()));
@@ -220,6 +233,10 @@ Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
 Result<void> SearchEngine::countTopic(Listing& listing, const TopicRow& topic,
                                       const Result<std::string_view>& text) {
     if (!text) return text.error();
+    if (listing.order == ListOrder::Oran) {
+        listing.rate(topic, *text);
+        return {};
+    }
     const Result<std::optional<QString>> heading = outline_.heading(topic);
     if (!heading) return heading.error();
     if (!*heading) return {};
@@ -231,13 +248,36 @@ Result<void> SearchEngine::countTopic(Listing& listing, const TopicRow& topic,
         listing.bookTitle = **title;
         AktifKitapID_ = topic.book;
     }
-    const qint64 count = listing.scanner.BulKelimeSay(
-        *text, {topic.topic, AktifKitapID_}, listing.run.IsabetKaydi, [&] { return listing.goOn(); });
-    listTopic(listing, topic, **heading, count);
+    const qint64 count = listing.scanner.BulKelimeSay(*text, {topic.topic, AktifKitapID_},
+                                                      {listing.run.IsabetKaydi, &listing.run.tally},
+                                                      [&] { return listing.goOn(); });
+    listTopic(listing, topic, **heading, count, countText(count));
     return {};
 }
 
-void SearchEngine::listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count) {
+Result<void> SearchEngine::listByRatio(Listing& listing) {
+    std::vector<RatedTopic> rated = std::exchange(listing.rated, {});
+    const std::vector<WordTally::Hits> tally = std::exchange(listing.ratedTally, {});
+    std::stable_sort(rated.begin(), rated.end(),
+                     [](const RatedTopic& a, const RatedTopic& b) { return isHigher(a.ratio, b.ratio); });
+    for (const RatedTopic& topic : rated) {
+        const Result<std::optional<QString>> heading = outline_.heading(*topic.topic);
+        if (!heading) return heading.error();
+        if (!*heading) continue;
+        listing.run.IsabetKaydi += topic.record;
+        auto& record = listing.run.tally.record;
+        record.insert(record.end(), tally.begin() + static_cast<qsizetype>(topic.tallyBegin),
+                      tally.begin() + static_cast<qsizetype>(topic.tallyEnd));
+        listTopic(listing, *topic.topic, **heading, topic.ratio.hits,
+                  countText(topic.ratio.hits) + u", binde "_s + formatRatio(topic.ratio));
+        // What was counted is listed even when the run is stopped meanwhile.
+        listing.goOn();
+    }
+    return {};
+}
+
+void SearchEngine::listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count,
+                             const QString& shownCount) {
     ResultNode& author = *listing.author;
     if (author.children.empty())
         tree_.add(&author, {NodeKind::Summary, listing.key(u"ozet", listing.authorIndex), u"Özet"_s,
@@ -250,13 +290,13 @@ void SearchEngine::listTopic(Listing& listing, const TopicRow& topic, const QStr
             parent = listing.book;
         }
         listing.bookCount += count;
-        tree_.setText(*parent, withCount(listing.bookName, listing.bookCount));
+        tree_.setText(*parent, inBrackets(listing.bookName, countText(listing.bookCount)));
     }
     listing.authorCount += count;
-    tree_.setText(author, withCount(listing.authorName, listing.authorCount));
+    tree_.setText(author, inBrackets(listing.authorName, countText(listing.authorCount)));
     tree_.add(parent, {NodeKind::Topic, listing.key(u"konu", topic.topic.value),
-                       withCount(text::ClearTitle(QString(heading)), count), LeafImage, topic.topic.value,
-                       topic.headingRow});
+                       inBrackets(text::ClearTitle(QString(heading)), shownCount), LeafImage,
+                       topic.topic.value, topic.headingRow});
     ++listing.listed;
 }
 

@@ -17,8 +17,10 @@
 
 namespace lirovan::search {
 
-/// How a run groups its topics. None: another order's name was given; the run lists authors, but no topics.
-enum class ListOrder { Kitap, Konu, None };
+/// How a run groups its topics: under their books, or right under their author by heading or by ratio (see
+/// ratio_order.h; equal ratios in the order of the books). None: another order's name was given; the run
+/// lists authors, but no topics.
+enum class ListOrder { Kitap, Konu, Oran, None };
 
 /// What a run asks and tells while it works. The defaults suit a run that nobody watches.
 class RunHost {
@@ -71,16 +73,19 @@ class SearchEngine {
                                         RunHost& host);
 
     const RunStores& stores() const { return stores_; }
+    TopicOutline& outline() { return outline_; }
 
   private:
     struct Listing;  // one run under way
 
-    void addTableVariants(SearchRun& run, const SearchOptions& options, const QString& word) const;
+    QStringList tableVariants(const QString& word, bool caseSensitive) const;
     platform::Result<void> listAuthors(Listing& listing);
     platform::Result<void> listTopics(Listing& listing, data::AuthorId author);
     platform::Result<void> countTopic(Listing& listing, const TopicRow& topic,
                                       const platform::Result<std::string_view>& text);
-    void listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count);
+    platform::Result<void> listByRatio(Listing& listing);
+    void listTopic(Listing& listing, const TopicRow& topic, const QString& heading, qint64 count,
+                   const QString& shownCount);
     ResultNode& startBook(Listing& listing, data::BookId book);
 
     const data::Library& library_;

@@ -17,6 +17,30 @@ struct SearchOptions {
     bool allWords = false;       ///< chk_HPI
     bool together = false;       ///< chk_FindWith
     bool clearResult = false;    ///< chk_ClearResult
+    bool soundChanges = false;   ///< "Ses Değişimlerini de Bul"
+};
+
+/// A word as it stands before an ending that begins with a vowel; see text/sound_changes.h.
+struct SoundForm {
+    enum class Use {
+        Counted,  ///< an entry of the list, with hits of its own
+        Covered,  ///< an entry, but without whole words its word's hits are there already: "hakk" and "hak"
+        Repeats   ///< another entry says the same
+    };
+    QString form;
+    QString word;  ///< the entry that it stands for: it shares its colour and its count
+    Use use = Use::Counted;
+};
+
+/// Which of the recorded hits are whose. Entries are counted through the words and then the variants of the
+/// run; a form's hits are counted for its word.
+struct WordTally {
+    struct Hits {
+        qint32 entry;  ///< that was found, be it a form
+        qint32 hits;   ///< so many of the record's next ones, all in one topic
+    };
+    std::vector<Hits> record;    ///< in the order of IsabetKaydi
+    std::vector<qint64> counts;  ///< by entry; with what is counted but not recorded
 };
 
 struct SearchRun {
@@ -33,6 +57,8 @@ struct SearchRun {
     /// "$" for every author, "#" and KonuID for every topic with hits, ";" and a 1-based UTF-16 position for
     /// every hit: «$#12;45;310#17;9$».
     QString IsabetKaydi;
+    std::vector<SoundForm> soundForms;
+    WordTally tally;
 };
 
 /// The runs of one search window by number, kept as long as the result tree shows them, since a click on a

@@ -14,6 +14,15 @@ unsigned char unitsAt(char byte) {
     return static_cast<unsigned char>(!isTrail(byte) + (static_cast<unsigned char>(byte) >= 0xF0));
 }
 
+// So many units that a byte holds their number, and the compiler can add many bytes at a time.
+constexpr size_t Block = 64;
+
+unsigned char unitsInBlock(std::string_view text, size_t at) {
+    unsigned char sum = 0;
+    for (size_t i = 0; i < Block; ++i) sum = static_cast<unsigned char>(sum + unitsAt(text[at + i]));
+    return sum;
+}
+
 size_t characterEnd(std::string_view text, size_t begin) {
     size_t end = begin + 1;
     while (end < text.size() && isTrail(text[end])) ++end;
@@ -56,14 +65,25 @@ bool isWholeWord(std::string_view text, ByteRange hit) noexcept {
     return !isLetterAt(text, before) && hit.end < text.size() && !isLetterAt(text, hit.end);
 }
 
-qint64 UnitCounter::position(size_t at) noexcept {
-    // In blocks whose sum a byte holds, so that the compiler can add many bytes at a time.
-    constexpr size_t block = 64;
-    for (; at - at_ >= block; at_ += block) {
-        unsigned char sum = 0;
-        for (size_t i = 0; i < block; ++i) sum = static_cast<unsigned char>(sum + unitsAt(text_[at_ + i]));
+QByteArray properUtf8(std::string_view text) {
+    const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
+    if (bytes.isValidUtf8() && !bytes.startsWith("\xEF\xBB\xBF")) return {};
+    return QString::fromUtf8(bytes).toUtf8();
+}
+
+size_t UnitCounter::byteOf(qint64 position) noexcept {
+    for (; text_.size() - at_ >= Block; at_ += Block) {
+        const unsigned char sum = unitsInBlock(text_, at_);
+        if (units_ + sum >= position) break;
         units_ += sum;
     }
+    // Up to the first byte of the unit's character.
+    while (at_ < text_.size() && units_ + unitsAt(text_[at_]) < position) units_ += unitsAt(text_[at_++]);
+    return units_ + 1 < position && at_ == text_.size() ? at_ + 1 : at_;
+}
+
+qint64 UnitCounter::position(size_t at) noexcept {
+    for (; at - at_ >= Block; at_ += Block) units_ += unitsInBlock(text_, at_);
     for (; at_ < at; ++at_) units_ += unitsAt(text_[at_]);
     return units_ + 1;
 }

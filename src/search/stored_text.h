@@ -2,6 +2,7 @@
 // units?
 #pragma once
 
+#include <QByteArray>
 #include <QtGlobal>
 #include <cstddef>
 #include <optional>
@@ -28,15 +29,22 @@ class TagTest {
     qint64 less_ = Unknown, greater_ = Unknown;
 };
 
+/// The text as the rest of the program reads it, where its bytes are no proper UTF-8 and their positions
+/// therefore not its own; else null.
+QByteArray properUtf8(std::string_view text);
+
 /// KontTumKelime on stored text.
 bool isWholeWord(std::string_view text, ByteRange hit) noexcept;
 
-/// Turns ascending byte offsets into UTF-16 positions.
+/// Turns ascending byte offsets into UTF-16 positions, or ascending positions into offsets.
 class UnitCounter {
   public:
     explicit UnitCounter(std::string_view text) : text_(text) {}
     /// 1-based position of the unit at byte `at`, which must not lie before an earlier one.
     qint64 position(size_t at) noexcept;
+    /// The other way: the byte at which the unit at `position` begins; beyond the size where the text is
+    /// shorter. Not before an earlier one.
+    size_t byteOf(qint64 position) noexcept;
 
   private:
     std::string_view text_;

@@ -10,6 +10,13 @@ using platform::Step;
 
 namespace catalogue = data::catalogue;
 
+QString topicsOfScope(const platform::BookSelection& scope, data::AuthorId author,
+                      catalogue::TopicOrder order) {
+    if (scope.bookId != 0) return catalogue::topicsOfBook({scope.bookId}, order);
+    const auto ofAuthors = scope.authorId == 0 ? catalogue::AuthorScope::All : catalogue::AuthorScope::One;
+    return catalogue::topicsOfAuthor(author, ofAuthors, order);
+}
+
 void TopicOutline::refresh() {
     if (!changes_.any()) return;
     topics_.clear();

@@ -9,10 +9,15 @@
 #include <vector>
 
 #include "data/library.h"
+#include "platform/core/main_frame.h"
 #include "platform/core/result.h"
 #include "search/library_changes.h"
 
 namespace lirovan::search {
+
+/// The statement over an author's topics in a scope of the book selector; see TopicOutline::topics().
+QString topicsOfScope(const platform::BookSelection& scope, data::AuthorId author,
+                      data::catalogue::TopicOrder order);
 
 /// A topic without its text.
 struct TopicRow {

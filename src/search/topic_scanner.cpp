@@ -22,14 +22,6 @@ constexpr qint64 ManyOccurrences = 333;
 // than it takes.
 constexpr int FewWords = 16;
 
-// Positions are those of the text as the rest of the program reads it; where the stored bytes are no proper
-// UTF-8, that is not the bytes' own count.
-QByteArray properUtf8(std::string_view text) {
-    const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
-    if (bytes.isValidUtf8() && !bytes.startsWith("\xEF\xBB\xBF")) return {};
-    return QString::fromUtf8(bytes).toUtf8();
-}
-
 // Variants are looked for as they stand, inside tags too; with whole words asked for, they must be whole
 // words.
 bool foundAnywhere(const Utf8Pattern& pattern, std::string_view text, bool wholeWord) {
@@ -55,7 +47,7 @@ qint64 occurrences(const Utf8Pattern& pattern, std::string_view text) {
 
 struct TopicScanner::Count {
     const CountedTopic& topic;
-    QString& record;
+    HitRecord record;
     qint64 total = 0;
     bool first = true;  // no hit of this topic is recorded yet
     bool stopped = false;
@@ -78,31 +70,43 @@ class TopicScanner::Sieve {
 
 TopicScanner::TopicScanner(const SearchRun& run, const SearchOptions& options)
     : comparison_(run.KarsilastirmaKipi), wholeWord_(options.wholeWord), allWords_(options.allWords) {
-    const QStringList& words = run.AramaKelimeleri;
-    for (qsizetype i = 0; i < words.size(); ++i) {
-        if (AyniKelimeVar(words.at(i), words, i, comparison_)) continue;
-        words_.push_back(prepared(words.at(i)));
-        if (!allWords_ || static_cast<size_t>(i) >= run.KelimeVaryantlari.size()) continue;
-        for (const QString& variant : run.KelimeVaryantlari[static_cast<size_t>(i)])
-            words_.back().alternatives.emplace_back(variant, comparison_);
+    const qsizetype words = run.AramaKelimeleri.size();
+    const QStringList entries = allWords_ ? run.AramaKelimeleri + run.TumVaryantlar : run.AramaKelimeleri;
+    entries_ = static_cast<size_t>(entries.size());
+    for (const CountedWord& counted : countedWords(entries, run)) {
+        Word& word =
+            (counted.entry < words ? words_ : variants_).emplace_back(prepared(entries.at(counted.entry)));
+        word.place = counted;
+        if (allWords_ && counted.entry < words) addAlternatives(word, run);
     }
-    if (!allWords_) return;
-    const QStringList& variants = run.TumVaryantlar;
-    for (qsizetype i = 0; i < variants.size(); ++i)
-        if (!AyniKelimeVar(variants.at(i), variants, i, comparison_) &&
-            !AyniKelimeVar(variants.at(i), words, words.size(), comparison_))
-            variants_.push_back(prepared(variants.at(i)));
+}
+
+void TopicScanner::addAlternatives(Word& word, const SearchRun& run) const {
+    const auto addVariantsOf = [&](qsizetype entry) {
+        if (static_cast<size_t>(entry) >= run.KelimeVaryantlari.size()) return;
+        for (const QString& variant : run.KelimeVaryantlari[static_cast<size_t>(entry)])
+            word.alternatives.emplace_back(variant, comparison_);
+    };
+    const QStringList& entries = run.AramaKelimeleri;
+    addVariantsOf(word.place.entry);
+    for (const SoundForm& form : run.soundForms) {
+        if (form.word != entries.at(word.place.entry)) continue;
+        word.forms.emplace_back(form.form, comparison_);
+        addVariantsOf(entries.indexOf(form.form));
+    }
 }
 
 TopicScanner::Word TopicScanner::prepared(const QString& word) const {
-    return {Utf8Pattern(word, comparison_),
-            Utf8Pattern(word, text::Comparison::CaseInsensitive),
-            wordGrams(word),
-            {}};
+    return {Utf8Pattern(word, comparison_), Utf8Pattern(word, text::Comparison::CaseInsensitive),
+            wordGrams(word)};
 }
 
 bool TopicScanner::found(const Word& word, std::string_view text, Sieve& sieve) const {
-    if (sieve.passes(word) && HitWalk(text, word.pattern, wholeWord_).next()) return true;
+    const auto isThere = [&](const Utf8Pattern& pattern) {
+        return HitWalk(text, pattern, wholeWord_).next().has_value();
+    };
+    if (sieve.passes(word) && isThere(word.pattern)) return true;
+    if (std::any_of(word.forms.begin(), word.forms.end(), isThere)) return true;
     return std::any_of(word.alternatives.begin(), word.alternatives.end(),
                        [&](const Utf8Pattern& variant) { return foundAnywhere(variant, text, wholeWord_); });
 }
@@ -110,47 +114,61 @@ bool TopicScanner::found(const Word& word, std::string_view text, Sieve& sieve) 
 bool TopicScanner::matches(std::string_view text) const {
     Sieve sieve(text);
     const auto inText = [&](const Word& word) { return found(word, text, sieve); };
-    return allWords_ ? std::all_of(words_.begin(), words_.end(), inText)
+    // A form stands in for its word and is not asked for itself.
+    const auto asWord = [&](const Word& word) {
+        return word.place.word != word.place.entry || found(word, text, sieve);
+    };
+    return allWords_ ? std::all_of(words_.begin(), words_.end(), asWord)
                      : std::any_of(words_.begin(), words_.end(), inText);
 }
 
-void TopicScanner::count(const Word& word, std::string_view text, Count& count, const GoOn& goOn) const {
+// Gives how many hits went into the record.
+qint32 TopicScanner::count(const Word& word, std::string_view text, Count& count, const GoOn& goOn) const {
     const bool largeBook = std::find(std::begin(LargeBooks), std::end(LargeBooks),
                                      count.topic.AktifKitapID) != std::end(LargeBooks);
     const bool largeTopic =
         std::find(LargeTopics.begin(), LargeTopics.end(), count.topic.AktifKonuID.value) != LargeTopics.end();
     std::optional<qint64> occurring;  // of the word, looked up once
+    qint32 recorded = 0;
     HitWalk hits(text, word.pattern, wholeWord_);
     UnitCounter units(text);
     while (const auto hit = hits.next()) {
         if (!goOn()) {
             count.stopped = true;
-            return;
+            return recorded;
         }
         ++count.total;
-        if (count.first) count.record += u'#' + QString::number(count.topic.AktifKonuID.value);
+        ++recorded;
+        if (count.first) count.record.IsabetKaydi += u'#' + QString::number(count.topic.AktifKonuID.value);
         count.first = false;
-        count.record += u';' + QString::number(units.position(hit->begin));
+        count.record.IsabetKaydi += u';' + QString::number(units.position(hit->begin));
 
         if (!largeBook || count.total <= 1) continue;
         if (!occurring) occurring = occurrences(word.anyCase, text);
         if (largeTopic || *occurring > ManyOccurrences) {
             count.total += *occurring;
-            return;
+            return recorded;
         }
     }
+    return recorded;
 }
 
-qint64 TopicScanner::BulKelimeSay(std::string_view text, const CountedTopic& topic, QString& IsabetKaydi,
+qint64 TopicScanner::BulKelimeSay(std::string_view text, const CountedTopic& topic, HitRecord record,
                                   const GoOn& goOn) const {
     const QByteArray proper = properUtf8(text);
     if (!proper.isNull()) text = {proper.constData(), static_cast<size_t>(proper.size())};
-    Count running{topic, IsabetKaydi};
+    if (record.tally) record.tally->counts.resize(entries_);
+    Count running{topic, record};
     Sieve sieve(text);
     for (const std::vector<Word>* list : {&words_, &variants_})
         for (const Word& word : *list) {
             if (!sieve.passes(word)) continue;
-            count(word, text, running, goOn);
+            const qint64 before = running.total;
+            const qint32 recorded = count(word, text, running, goOn);
+            if (record.tally && recorded > 0) {
+                record.tally->record.push_back({static_cast<qint32>(word.place.entry), recorded});
+                record.tally->counts[static_cast<size_t>(word.place.word)] += running.total - before;
+            }
             if (running.stopped) return running.total;
         }
     return running.total;

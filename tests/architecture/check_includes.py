@@ -18,7 +18,7 @@ ALLOWED = {
     "browse/ui": {"text", "data", "browse"} | PLATFORM,
     "search": {"text", "platform/core", "data", "browse"},
     "search/ui": {"text", "data", "browse", "browse/ui", "search"} | PLATFORM,
-    "notes": {"text", "platform/core"},
+    "notes": {"text", "platform/core", "search"},
     "notes/ui": {"text", "notes"} | PLATFORM,
     "shell": {"text", "platform/core", "data", "browse", "search", "notes"},
     "shell/ui": {"text", "data", "browse", "browse/ui", "search", "search/ui", "notes", "notes/ui", "shell"} | PLATFORM,

@@ -14,29 +14,31 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     if (size < 2) return 0;
     const std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
     const auto option = [data](int bit) { return (data[0] & bit) != 0; };
-    const SearchOptions options{option(1), option(2), option(4), option(8), false};
+    const SearchOptions options{option(1), option(2), option(4), option(8), false, option(16)};
     const size_t lineEnd = std::min(input.find('\n'), input.size());
     const std::string_view stored = input.substr(std::min(lineEnd + 1, input.size()));
     const auto text = [](std::string_view bytes) {
         return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
     };
 
-    SearchRun run;
-    run.AramaKelimeleri = queryWords(cleanQuery(text(input.substr(0, lineEnd))), options.together);
+    SearchRun run = startRun(cleanQuery(text(input.substr(0, lineEnd))), options);
     if (run.AramaKelimeleri.isEmpty()) return 0;
     run.options = options;
-    if (options.caseSensitive) run.KarsilastirmaKipi = text::Comparison::Exact;
+    completeRun(run, options, [](const QString&) { return QStringList(); });
     const TopicScanner scanner(run, options);
     const bool matches = scanner.matches(stored);
     run.IsabetKaydi = QStringLiteral("$");
-    const qint64 count = scanner.BulKelimeSay(stored, {{7}, {1}}, run.IsabetKaydi, [] { return true; });
+    const qint64 count =
+        scanner.BulKelimeSay(stored, {{7}, {1}}, {run.IsabetKaydi, &run.tally}, [] { return true; });
     // Of bytes that are no UTF-8 the count makes replacement characters, which a word may hold.
     const bool proper = text(stored).toUtf8().toStdString() == stored;
     if (proper && count > 0 && !matches && !options.allWords) std::abort();
     if (run.IsabetKaydi.count(u';') != count) std::abort();
+    qint64 ofWords = 0;
+    for (const WordCount& word : wordCounts(run)) ofWords += word.hits;
+    if (ofWords != count) std::abort();
 
-    const HighlightedText page =
-        markHits(text(stored), wordsToMark(run), run.KarsilastirmaKipi, options.wholeWord);
+    const HighlightedText page = markHits(text(stored), wordsToMark(run), run, options.wholeWord);
     if (page.text.count(QStringLiteral("<input type='submit' name='ggggittt")) < page.hits) std::abort();
 
     QString summary;

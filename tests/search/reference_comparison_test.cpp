@@ -2,11 +2,9 @@
 // repeats a run.
 #include <gtest/gtest.h>
 
-#include <QByteArray>
-#include <iostream>
 #include <map>
-#include <random>
 
+#include "random_text.h"
 #include "reference.h"
 #include "search/passages.h"
 #include "search/scan_ahead.h"
@@ -16,46 +14,13 @@
 
 using namespace lirovan;
 using namespace Qt::StringLiterals;
+using test::Marks;
+using test::Random;
+using test::randomText;
+using test::Words;
 using text::Comparison;
 
 namespace {
-
-class Random {
-  public:
-    Random() {
-        const QByteArray wanted = qgetenv("LIROVAN_SEED");
-        const unsigned seed = wanted.isEmpty() ? std::random_device{}() : wanted.toUInt();
-        std::cout << "LIROVAN_SEED=" << seed << std::endl;
-        engine_.seed(seed);
-    }
-    int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(engine_); }
-    bool oneIn(int n) { return below(n) == 0; }
-    template <class List>
-    auto from(const List& list) {
-        return list[below(int(std::size(list)))];
-    }
-
-  private:
-    std::mt19937 engine_;
-};
-
-// Few letters, so that words overlap and repeat; letters with partners of other lengths among them.
-const QStringList Words =
-    u"i|İ|ı|I|a|ana|anana|ilim|İLİM|kâr|KÂR|Kar|ſu|su|quot|span|font|ş|😀|a😀|âbı|kar'|ve ilim|#0|<P|p>"_s
-        .split(u'|');
-const QStringList Marks =
-    u" | |<P>|</P>|<br>|.|, |-|&quot;|<a name='ilim'>|'|’|&nbsp;|<|>|\u2028|“|\u212A|</font></span>|<p>"_s
-        .split(u'|');
-
-QString randomText(Random& random) {
-    QString text;
-    for (int pieces = random.below(60); pieces > 0; --pieces) {
-        text += random.from(Words);
-        if (!random.oneIn(3)) text += random.from(Marks);
-        if (random.oneIn(25)) text += QString(random.below(230), u'x');
-    }
-    return text;
-}
 
 struct Case {
     search::SearchOptions options;
@@ -100,12 +65,12 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
 
         const qint64 topic = random.from(QList{7, 1199, 40000}), book = random.from(QList{1, 33, 34});
         QString record = u"$"_s, expectedRecord = u"$"_s;
-        const qint64 count = scanner.BulKelimeSay(bytes, {{topic}, {book}}, record, [] { return true; });
+        const qint64 count = scanner.BulKelimeSay(bytes, {{topic}, {book}}, {record}, [] { return true; });
         ASSERT_EQ(count, plain.count(topic, book, expectedRecord));
         ASSERT_EQ(record.toStdString(), expectedRecord.toStdString());
 
         const QStringList words = search::wordsToMark(c.run);
-        const auto page = search::markHits(c.text, words, c.run.KarsilastirmaKipi, c.options.wholeWord);
+        const auto page = search::markHits(c.text, words, c.run, c.options.wholeWord);
         const auto expected =
             reference::highlight(c.text, words, c.run.KarsilastirmaKipi, c.options.wholeWord);
         ASSERT_EQ(page.text.toStdString(), expected.text.toStdString());

@@ -4,12 +4,15 @@
 #include <QByteArray>
 #include <QStringView>
 #include <optional>
+#include <string_view>
 
 namespace lirovan::platform {
 
 /// `text` as a JSON string with its quotes, UTF-8. Control characters are escaped; a lone surrogate becomes
 /// U+FFFD.
 QByteArray jsonString(QStringView text);
+/// The same of UTF-8, appended to `json`.
+void appendJsonString(QByteArray& json, std::string_view utf8);
 
 ///     JsonLine().text("metin", u"a").number("veri", 3).finish() == "{\"metin\":\"a\",\"veri\":3}"
 class JsonLine {

@@ -1,5 +1,7 @@
 #include "notes/export.h"
+#include "notes/note_search.h"
 #include "platform/core/import/importer.h"
+#include "platform/core/json_line.h"
 #include "tools/kitaplik/commands.h"
 
 namespace lirovan::tools {
@@ -19,6 +21,27 @@ ExitStatus notAktar(const Arguments& arguments) {
     return ExitStatus::Success;
 }
 
+ExitStatus notAra(const Arguments& arguments) {
+    const Result<platform::ReadableDatabase> file =
+        platform::Importer().openForReading(arguments.positional[0], platform::LayoutKind::Notes);
+    if (!file) return fail(file.error());
+    const auto all = notes::searchableNotes(notes::NotesDatabase(file->database));
+    if (!all) return fail(all.error());
+    const search::SearchOptions options{.caseSensitive = arguments.has(u"harf"),
+                                        .wholeWord = arguments.has(u"tum-kelime"),
+                                        .allWords = arguments.has(u"hepsi"),
+                                        .together = arguments.has(u"birlikte")};
+    for (const notes::FoundNote& found : notes::findNotes(*all, arguments.positional[1], options))
+        printBytes(platform::JsonLine()
+                       .number("not", found.note->id.value)
+                       .text("tarih", found.note->date)
+                       .text("baslik", found.note->title)
+                       .number("isabet", static_cast<qint64>(found.hits.size()))
+                       .finish() +
+                   '\n');
+    return ExitStatus::Success;
+}
+
 }  // namespace
 
 std::vector<Command> noteCommands() {
@@ -32,6 +55,15 @@ std::vector<Command> noteCommands() {
          {},
          {},
          notAktar},
+        {u"not-ara",
+         u"NOTLAR SORGU [--harf] [--tum-kelime] [--hepsi] [--birlikte]",
+         u"Notlarda arar; bulunan her notu bir satır JSON olarak yazar.",
+         2,
+         2,
+         {},
+         {u"harf", u"tum-kelime", u"hepsi", u"birlikte"},
+         {},
+         notAra},
     };
 }
 

@@ -12,8 +12,8 @@ using search::companion::Request;
 
 namespace {
 
-constexpr QStringView OptionUsage = u"[--harf] [--tum-kelime] [--hepsi] [--birlikte]";
-const std::vector<QStringView> OptionFlags = {u"harf", u"tum-kelime", u"hepsi", u"birlikte"};
+constexpr QStringView OptionUsage = u"[--harf] [--tum-kelime] [--hepsi] [--birlikte] [--ses]";
+const std::vector<QStringView> OptionFlags = {u"harf", u"tum-kelime", u"hepsi", u"birlikte", u"ses"};
 
 std::vector<QStringView> flagsAnd(QStringView flag) {
     std::vector<QStringView> flags = OptionFlags;
@@ -28,15 +28,22 @@ Request requestOf(const QString& query, const Arguments& arguments) {
                        .wholeWord = arguments.has(u"tum-kelime"),
                        .allWords = arguments.has(u"hepsi"),
                        .together = arguments.has(u"birlikte"),
-                       .clearResult = false};
+                       .clearResult = false,
+                       .soundChanges = arguments.has(u"ses")};
     return request;
 }
 
 // Order and scope: --sira, --yazar, --kitap.
 Result<void> addScope(Request& request, const Arguments& arguments) {
     const QString order = arguments.value(u"sira").value_or(u"kitap"_s);
-    if (order != u"kitap" && order != u"konu") return Error{u"--sira kitap ya da konu olmalı."_s};
-    request.order = order == u"kitap" ? search::ListOrder::Kitap : search::ListOrder::Konu;
+    if (order == u"kitap")
+        request.order = search::ListOrder::Kitap;
+    else if (order == u"konu")
+        request.order = search::ListOrder::Konu;
+    else if (order == u"oran")
+        request.order = search::ListOrder::Oran;
+    else
+        return Error{u"--sira kitap, konu ya da oran olmalı."_s};
     if (const auto author = arguments.value(u"yazar")) {
         const Result<qint64> id = Arguments::id(*author, u"--yazar");
         if (!id) return id.error();
@@ -95,6 +102,40 @@ ExitStatus ozet(const Arguments& arguments) {
     return print(search::companion::ozet(open->library, request, group));
 }
 
+// Context and distribution: what they need, and where it goes.
+using Printed = Result<void> (*)(const data::Library&, const Request&, qsizetype,
+                                 const search::companion::Output&);
+constexpr qsizetype ContextWidth = 60, WidestContext = 100'000;
+
+ExitStatus printRun(const Arguments& arguments, Printed print) {
+    Request request = requestOf(arguments.positional[1], arguments);
+    if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
+    bool isNumber = true;
+    const auto typed = arguments.value(u"genislik");
+    const qsizetype width = typed ? typed->toLongLong(&isNumber) : ContextWidth;
+    if (!isNumber || width < 0 || width > WidestContext)
+        return failUsage({u"--genislik 0 ile %1 arasında bir tam sayı olmalı."_s.arg(WidestContext)});
+    const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
+    if (!open) return fail(open.error());
+    const Result<void> printed =
+        print(open->library, request, width, [](const QByteArray& bytes) { printBytes(bytes); });
+    return printed ? ExitStatus::Success : fail(printed.error());
+}
+
+ExitStatus baglam(const Arguments& arguments) {
+    return printRun(arguments, [](const data::Library& library, const Request& request, qsizetype width,
+                                  const search::companion::Output& output) {
+        return search::companion::baglam(library, request, width, output);
+    });
+}
+
+ExitStatus dagilim(const Arguments& arguments) {
+    return printRun(arguments, [](const data::Library& library, const Request& request, qsizetype,
+                                  const search::companion::Output& output) {
+        return search::companion::dagilim(library, request, output);
+    });
+}
+
 // The file is changed, so a Jet or plain SQLite file is brought into our layout first, as the program does.
 Result<QByteArray> rebuiltTable(const QString& path) {
     const auto ensured = platform::Importer().ensureLayout(path, platform::LayoutKind::Library);
@@ -129,11 +170,13 @@ ExitStatus kelimeler(const Arguments& arguments) {
 
 std::vector<Command> searchCommands() {
     static const QString araUsage =
-        u"DOSYA SORGU [--sira kitap|konu] [--yazar ID [--kitap ID]] "_s + OptionUsage.toString();
+        u"DOSYA SORGU [--sira kitap|konu|oran] [--yazar ID [--kitap ID]] "_s + OptionUsage.toString();
+    static const QString baglamUsage = araUsage + u" [--genislik N]"_s;
     static const QString vurgulaUsage =
         u"DOSYA KONUID SORGU --klasor DIR [--json] "_s + OptionUsage.toString();
     static const QString ozetUsage =
-        u"DOSYA SORGU --grup K [--sira kitap|konu] [--yazar ID [--kitap ID]] "_s + OptionUsage.toString();
+        u"DOSYA SORGU --grup K [--sira kitap|konu|oran] [--yazar ID [--kitap ID]] "_s +
+        OptionUsage.toString();
     const std::vector<QStringView> scope = {u"sira", u"yazar", u"kitap"};
     return {
         {u"ara",
@@ -163,6 +206,24 @@ std::vector<Command> searchCommands() {
          OptionFlags,
          {u"grup"},
          ozet},
+        {u"baglam",
+         baglamUsage,
+         u"Her isabeti, çevresindeki metinle bir satır JSON olarak yazar; N karakter sayısı, yoksa 60.",
+         2,
+         2,
+         {u"sira", u"yazar", u"kitap", u"genislik"},
+         OptionFlags,
+         {},
+         baglam},
+        {u"dagilim",
+         araUsage,
+         u"İsabetlerin kitaplardaki yerlerini yazar: her kitap bir satır JSON.",
+         2,
+         2,
+         scope,
+         OptionFlags,
+         {},
+         dagilim},
         {u"kelimeler",
          u"DOSYA [HEDEF]",
          u"Özel kelimeler tablosunu (HEDEF verilirse bir kopyada) yeniden kurar.",

@@ -1,0 +1,91 @@
+#include "notes/note_search.h"
+
+#include <QHash>
+
+#include "notes/note_text.h"
+#include "search/recorded_hits.h"
+#include "search/search_query.h"
+#include "search/topic_scanner.h"
+#include "search/word_list.h"
+#include "text/comparison.h"
+
+namespace lirovan::notes {
+
+using namespace Qt::StringLiterals;
+using platform::Result;
+
+namespace {
+
+// The search takes "<" and ">" for markup; these stand for them, in notes and queries alike.
+constexpr char16_t Less = u'\uE000', Greater = u'\uE001';
+
+QString withoutMarkupSigns(QString text) {
+    return text.replace(u'<', QChar(Less)).replace(u'>', QChar(Greater));
+}
+
+using Forms = QHash<QString, QStringList>;  // by what is written, folded
+
+// The circumflex forms in the notes, as a library's table has them.
+Forms circumflexForms(const std::vector<SearchableNote>& notes) {
+    Forms forms;
+    for (const SearchableNote& note : notes)
+        for (const text::WordVariant& variant : note.variants) {
+            QStringList& known = forms[text::folded(variant.written)];
+            const QString form = QString(variant.textForm).replace(u'`', u'\'');
+            if (!search::AyniKelimeVar(form, known, known.size(), text::Comparison::CaseInsensitive))
+                known += form;
+        }
+    return forms;
+}
+
+search::SearchRun runOf(const QString& query, search::SearchOptions& options, const Forms& forms) {
+    QString cleaned = search::cleanQuery(query);
+    cleaned = withoutMarkupSigns(cleaned.replace(u"&quot;"_s, u"\""_s));
+    search::SearchRun run = search::startRun(cleaned, options);
+    if (search::hasSingleLetter(run)) options.wholeWord = true;
+    search::completeRun(run, options, [&](const QString& word) {
+        return forms.value(text::folded(search::withoutQuoteMarks(word)));
+    });
+    return run;
+}
+
+std::vector<NoteHit> hitsOf(search::SearchRun& run, const search::TopicScanner& scanner,
+                            std::string_view text) {
+    run.IsabetKaydi.clear();
+    run.tally = {};
+    scanner.BulKelimeSay(text, {{1}, {}}, {run.IsabetKaydi, &run.tally}, [] { return true; });
+    search::RecordedHits record(run);
+    search::HitTopic topic;
+    std::vector<NoteHit> hits;
+    // One blank stands before the note's own text.
+    if (record.next(topic))
+        for (const search::RecordedHit& hit : topic.hits) hits.push_back({hit.position - 1, hit.length});
+    return hits;
+}
+
+}  // namespace
+
+SearchableNote searchable(const Note& note) {
+    const QString plain = u' ' + withoutMarkupSigns(textOf(note.rtf).plainText()) + u' ';
+    return {note.id, note.date, note.title, plain.toStdString(), text::extractVariants(plain)};
+}
+
+Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes) {
+    std::vector<SearchableNote> all;
+    const Result<void> read = notes.forEach([&](const Note& note) { all.push_back(searchable(note)); });
+    if (!read) return read.error();
+    return all;
+}
+
+std::vector<FoundNote> findNotes(const std::vector<SearchableNote>& notes, const QString& query,
+                                 search::SearchOptions options) {
+    search::SearchRun run = runOf(query, options, circumflexForms(notes));
+    if (run.AramaKelimeleri.isEmpty()) return {};
+    const search::TopicScanner scanner(run, options);
+    std::vector<FoundNote> found;
+    for (const SearchableNote& note : notes)
+        if (scanner.matches(note.text)) found.push_back({&note, hitsOf(run, scanner, note.text)});
+    return found;
+}
+
+}  // namespace lirovan::notes

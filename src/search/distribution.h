@@ -1,0 +1,32 @@
+// Where in the books a run's hits lie.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "data/library.h"
+#include "platform/core/main_frame.h"
+#include "platform/core/result.h"
+#include "search/search_run.h"
+#include "search/topic_outline.h"
+
+namespace lirovan::search {
+
+struct BookHit {
+    qint32 word;      ///< the entry that it counts for; entries as in WordTally
+    qint64 position;  ///< 1-based, within the texts of the book one after the other
+};
+
+struct BookHits {
+    data::BookId book;
+    qint64 length = 0;          ///< UTF-16 units of the book's texts as stored
+    std::vector<BookHit> hits;  ///< by position; never empty
+};
+
+/// The books of `scope` with hits in library order. Only their texts are read, and none is converted. Topics
+/// that are gone are passed over. `onBook` may end it with false.
+platform::Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, const SearchRun& run,
+                                  const platform::BookSelection& scope,
+                                  const std::function<bool(const BookHits&)>& onBook);
+
+}  // namespace lirovan::search

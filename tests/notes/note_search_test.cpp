@@ -1,0 +1,57 @@
+// Which notes a query finds, and where in them.
+#include "notes/note_search.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+using namespace lirovan::notes;
+using lirovan::search::SearchOptions;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// "note: hits" of what is found, hits as position+length.
+std::string found(const std::vector<SearchableNote>& notes, const QString& query,
+                  SearchOptions options = {}) {
+    QString all;
+    for (const FoundNote& note : findNotes(notes, query, options)) {
+        all += QString::number(note.note->id.value) + u':';
+        for (const NoteHit& hit : note.hits) all += u" %1+%2"_s.arg(hit.position).arg(hit.length);
+        all += u'\n';
+    }
+    return all.toStdString();
+}
+
+}  // namespace
+
+TEST(NoteSearch, FollowsTheRulesOfTheLibrary) {
+    const QTemporaryDir folder;
+    const NotesDatabase notes = *NotesDatabase::openFile(folder.filePath(u"notlar.vq"_s));
+    for (const QString& rtf : {u"{\\rtf1 ilim ve \\b irfan\\b0\\par ilimsiz}"_s,
+                               u"{\\rtf1 hak\\u238?kat a<\\'fdlim>b \"s\\'f6z\"}"_s,
+                               u"{\\rtf1 \\u304?L\\u304?M}"_s, u" "_s, u"{\\rtf1 bozuk"_s})
+        ASSERT_TRUE(notes.add(u"b"_s, rtf, QDate(2008, 3, 14)));
+    const auto all = *searchableNotes(notes);
+    ASSERT_EQ(all.size(), 5U);
+    const struct {
+        QString query;
+        SearchOptions options;
+        std::string found;
+    } cases[] = {
+        {u"ilim"_s, {}, "1: 1+4 15+4\n3: 1+4\n"},
+        {u"ilim"_s, {.caseSensitive = true}, "1: 1+4 15+4\n"},
+        {u"ilim"_s, {.wholeWord = true}, "1: 1+4\n3: 1+4\n"},
+        {u"irfan ilimsiz"_s, {.allWords = true}, "1: 9+5 15+7\n"},
+        {u"ve irfan"_s, {.together = true}, "1: 6+8\n"},
+        {u"hakikat"_s, {}, "2: 1+7\n"},
+        {u"ılim"_s, {}, "2: 11+4\n"},  // between "<" and ">", which are no markup here
+        {u"a<ılim>"_s, {}, "2: 9+7\n"},
+        {u"\"söz\""_s, {}, "2: 18+5\n"},
+        {u"s"_s, {}, ""},  // a single letter is a whole word
+        {u""_s, {}, ""},
+        {u" .!? "_s, {}, ""},
+    };
+    for (const auto& c : cases) EXPECT_EQ(found(all, c.query, c.options), c.found) << c.query.toStdString();
+    EXPECT_FALSE(searchableNotes(NotesDatabase()));
+}
