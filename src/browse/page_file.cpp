@@ -1,9 +1,11 @@
 #include "browse/page_file.h"
 
+#include <QDir>
 #include <QFile>
 
 #include "browse/page_layout.h"
 #include "platform/core/file_writer.h"
+#include "platform/core/user_places.h"
 
 namespace lirovan::browse {
 
@@ -28,14 +30,22 @@ bool replaceInPlace(const QString& path, const QByteArray& bytes) {
     return false;
 }
 
+bool replace(const QString& path, const QByteArray& bytes) {
+    // The page is made anew at the next click, and a reader should not wait for the disk.
+    return platform::writeWholeFile(path, bytes, platform::Durability::Fast) || replaceInPlace(path, bytes);
+}
+
+bool writeToCache(const platform::AppFolder& folder, const QByteArray& bytes) {
+    const QString cache = platform::cacheFolder(folder);
+    return QDir().mkpath(cache) && replace(cache + u"/oku.html"_s, bytes);
+}
+
 }  // namespace
 
 Result<QByteArray> writePage(const platform::AppFolder& folder, QStringView page) {
     const QString path = folder.path(PageFile);
     const QByteArray bytes = pageBytes(page);
-    // The page is made anew at the next click, and a reader should not wait for the disk.
-    if (platform::writeWholeFile(path, bytes, platform::Durability::Fast) || replaceInPlace(path, bytes))
-        return bytes;
+    if (replace(path, bytes) || writeToCache(folder, bytes)) return bytes;
     return Error{u"Sayfa dosyası yazılamadı:\n%1"_s.arg(path)};
 }
 

@@ -6,9 +6,11 @@
 #include "browse/font_size.h"
 #include "browse/page_file.h"
 #include "browse/page_layout.h"
+#include "platform/core/user_places.h"
 #include "support/files.h"
 #include "support/full_disk.h"
 #include "support/library_file.h"
+#include "support/user_places.h"
 
 using namespace lirovan;
 using namespace lirovan::browse;
@@ -138,7 +140,11 @@ TEST(FontSize, InsertsAStyleReplacesItsOwnLaterAndMovesVerdanaTagsPastZero) {
 TEST(PageFile, OverwritesThePageWhateverTheCaseOfItsNameAndFailsWithoutHarm) {
     const QTemporaryDir folder;
     const platform::AppFolder app(folder.path());
-    EXPECT_FALSE(writePage(app, u"x")) << "no OKU";
+    std::optional<test::UserPlaces> user(std::in_place);
+    EXPECT_EQ(*writePage(app, u"ilk ş"), "ilk \xFE\r\n") << "no OKU";
+    EXPECT_EQ(test::readFile(platform::cacheFolder(app) + u"/oku.html"_s), "ilk \xFE\r\n");
+    user.emplace(test::UserPlaces::Kind::Shut);
+    EXPECT_FALSE(writePage(app, u"x")) << "no place at all";
     const QString file = test::writeFile(folder.filePath(u"oku/OKU.html"_s), "eski ve daha uzun bir sayfa");
     ASSERT_TRUE(writePage(app, u"yeni ş"));
     EXPECT_EQ(test::readFile(file), "yeni \xFE\r\n");

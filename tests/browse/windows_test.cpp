@@ -10,6 +10,7 @@
 #include "support/fake_windows.h"
 #include "support/files.h"
 #include "support/library_file.h"
+#include "support/user_places.h"
 
 using namespace lirovan;
 using namespace lirovan::browse;
@@ -174,6 +175,7 @@ TEST_F(WindowsTest, ThePageStaysWhenThereIsNoOtherToShow) {
     EXPECT_EQ(shown_.page.navigated.size(), 1);
 
     ASSERT_TRUE(QDir(file_.filePath(u"OKU"_s)).removeRecursively());
+    const test::UserPlaces user(test::UserPlaces::Kind::Shut);
     clickTopic(202);
     EXPECT_EQ(shown_.page.navigated.size(), 2);
     EXPECT_TRUE(shown_.page.notice.startsWith(u"Sayfa dosyası yazılamadı:"));

@@ -15,6 +15,7 @@
 #include "support/files.h"
 #include "support/library_file.h"
 #include "support/scripted_dialogs.h"
+#include "support/user_places.h"
 
 using namespace lirovan;
 using namespace lirovan::search;
@@ -391,6 +392,7 @@ TEST_F(SearchTabTest, ShowsASummary) {
     summary.tag = u"OZET0"_s;
     browse::showStartPage(content, commands);
     const QString pageFile = file.filePath(u"OKU/oku.html"_s);
+    const test::UserPlaces user(test::UserPlaces::Kind::Shut);
     ASSERT_TRUE(QFile::remove(pageFile) && QDir().mkpath(pageFile));  // nothing can be written over it
     click(u"ozet10"_s);
     EXPECT_TRUE(said().startsWith(u"75-Sayfa dosyası yazılamadı"));

@@ -1,5 +1,6 @@
 #include "notes/ui/notebook.h"
 
+#include "notes/notes_place.h"
 #include "notes/ui/frm_NotList.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/mdi_child.h"
@@ -29,9 +30,10 @@ void Notebook::show() {
         window_->box().setFocus();
         return;
     }
-    window_ =
-        new frm_IcerikCopy({dialogs_, printing_, [this] { return NotesDatabase::open(folder_, importer_); },
-                            [this](NoteEditor& editor) { showNoteList(editor); }});
+    const NotesPlace place = notesPlace(folder_);
+    const auto prepared = preparePlace(place);
+    window_ = new frm_IcerikCopy({dialogs_, printing_, [this, place] { return openNotes(place, importer_); },
+                                  [this](NoteEditor& editor) { showNoteList(editor); }});
     auto* frame = new platform::MdiChild(QStringLiteral("notebookFrame"));
     frame->setWidget(window_);
     frame->setWindowIcon(platform::icon(u"not"));
@@ -39,7 +41,10 @@ void Notebook::show() {
     frame->setPlace(editorPlace(frame_));
     frame->bringForward();
     window_->box().setFocus();
-    window_->editor().load(NoteDraft::in(folder_));
+    window_->editor().load(NoteDraft::in(place.home));
+    // What went wrong is told when the notes are opened.
+    if (prepared && *prepared)
+        dialogs_.show(platform::noticeMessage(placeNotice(place), QStringLiteral("Notlar")));
 }
 
 void Notebook::pasteFromClipboard() {
