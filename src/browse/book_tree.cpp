@@ -1,5 +1,8 @@
 #include "browse/book_tree.h"
 
+#include <map>
+#include <tuple>
+
 #include "text/blanks.h"
 #include "text/title.h"
 
@@ -122,6 +125,20 @@ BookTree readBookTree(const data::Library& library, const TreeProgress& progress
 
 QString incompleteListMessage(const platform::Error& failure) {
     return u"kitaplar.vq sonuna kadar okunamadı, kitap listesi eksik.\n"_s + failure.message;
+}
+
+std::vector<qsizetype> sameNodes(const std::vector<TreeNode>& before, const std::vector<TreeNode>& now) {
+    const auto identity = [](const TreeNode& node) {
+        return std::tuple(node.kind, node.author, node.book, node.topic);
+    };
+    std::map<decltype(identity(now.front())), qsizetype> places;
+    for (std::size_t i = 0; i < now.size(); ++i) places.emplace(identity(now[i]), qsizetype(i));
+    std::vector<qsizetype> same;
+    for (const TreeNode& node : before) {
+        const auto found = places.find(identity(node));
+        same.push_back(found == places.end() ? -1 : found->second);
+    }
+    return same;
 }
 
 ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node) {

@@ -59,6 +59,10 @@ QString topicLoadedText(const QString& topic);  ///< "Konu: … yüklendi."
 /// frame rate.
 BookTree readBookTree(const data::Library& library, const TreeProgress& progress = {});
 
+/// Which node of another reading of the outline is the same author, book or heading; -1 where there is none
+/// any more. By position among the nodes of `before`.
+std::vector<qsizetype> sameNodes(const std::vector<TreeNode>& before, const std::vector<TreeNode>& now);
+
 /// What a click on a node shows.
 enum class ClickTarget {
     StartPage,  ///< every author and every book

@@ -1,5 +1,7 @@
 #include "browse/browse_window.h"
 
+#include <utility>
+
 #include "browse/page_file.h"
 #include "browse/topic_page.h"
 #include "browse/window_places.h"
@@ -41,6 +43,14 @@ void BrowseWindow::resize() {
     if (parts_.view.isMinimized()) return;
     parts_.view.setPlace(browsePlace(parts_.view.place(), parts_.frame.height()));
     placeContentBeside();
+}
+
+BrowseWindow::Reloaded BrowseWindow::reload() {
+    Reloaded reloaded{std::exchange(tree_, readBookTree(parts_.library)).nodes, {}};
+    reloaded.now = sameNodes(reloaded.before, tree_.nodes);
+    for (std::size_t i = 0; i < reloaded.now.size(); ++i)
+        if (reloaded.now[i] >= 0) at(reloaded.now[i]).image = reloaded.before[i].image;
+    return reloaded;
 }
 
 // The content window follows only when the browse window really has the height that it was given.

@@ -38,6 +38,13 @@ class BrowseWindow {
     const BookTree& load(const TreeProgress& progress,
                          std::optional<platform::Twips> widthBefore = std::nullopt);
     const std::vector<TreeNode>& nodes() const { return tree_.nodes; }
+    /// The library changed: reads the outline anew. What was read and unfolded stays so. The nodes before, by
+    /// position, and which they are now.
+    struct Reloaded {
+        std::vector<TreeNode> before;
+        std::vector<qsizetype> now;
+    };
+    Reloaded reload();
 
     /// Form_Activate
     void activate();

@@ -64,7 +64,16 @@ bool ContentPage::isOwnPageElsewhere(const QUrl& url) const {
     return given && engine_->fileAt(url) == given->file && engine_->pages().at(url) != given;
 }
 
-bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool isMainFrame) {
+bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
+    if (url.scheme() == QLatin1StringView(WebEngine::TopicScheme)) {
+        bool isNumber = false;
+        const qint64 topic = url.path().toLongLong(&isNumber);
+        if (isMainFrame && isNumber && type == NavigationTypeLinkClicked)
+            QTimer::singleShot(0, this, [this, topic, place = url.fragment(QUrl::FullyDecoded)] {
+                Q_EMIT topicWanted(topic, place);
+            });
+        return false;
+    }
     const PageAccess& access = engine_->access();
     if (isMainFrame && isOwnPageElsewhere(url)) {
         const QUrl own = GivenPages::addressOf(view_, access.address(engine_->pages().of(view_)->file));

@@ -31,6 +31,8 @@ class ContentPage : public QWebEnginePage {
   Q_SIGNALS:
     /// The page (a link or a script of it) goes to another file of the folder.
     void leaving(const QString& file);
+    /// A link to a topic of the library, at a place of its page where `place` is not empty.
+    void topicWanted(qint64 topic, const QString& place);
     /// The page wants to be printed, and is to be heard.
     void printWanted();
 

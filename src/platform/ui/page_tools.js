@@ -240,6 +240,11 @@
     return uppermost + scroller().scrollTop + line <= innerHeight;
   }
 
+  function scrollTo(name) {
+    const element = byName(name);
+    if (element) intoView(element);
+  }
+
   function focusElement(name) {
     const element = byName(name);
     if (!element) return false;
@@ -301,7 +306,7 @@
     state,
     leave: () => { window.lirovan.left = true; },
     hasElement: name => !!byName(name),
-    replaceInPlace, focusElement, offsets, isInFirstView, selectionHtml,
+    replaceInPlace, focusElement, scrollTo, offsets, isInFirstView, selectionHtml,
     setScrollTop: pixels => { scroller().scrollTop = pixels; },
     scrollTop: () => scroller().scrollTop,
     scrollBy: pixels => { scroller().scrollTop += pixels; },

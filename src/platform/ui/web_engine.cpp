@@ -28,6 +28,13 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
         if (!isPartOfPage(info.resourceType())) return info.block(true);
         // Data written into the page itself leads nowhere, except as a frame with a page of its own.
         if (info.requestUrl().scheme() == u"data" && !isFrame(info.resourceType())) return;
+        if (info.requestUrl().scheme() == QLatin1StringView(PictureScheme) &&
+            info.resourceType() == Info::ResourceTypeImage)
+            return;
+        // Where it leads is the page's matter (ContentPage).
+        if (info.requestUrl().scheme() == QLatin1StringView(TopicScheme) &&
+            info.resourceType() == Info::ResourceTypeMainFrame)
+            return;
         // A picture may also be named by its file address.
         const bool byFile = info.requestUrl().scheme() == u"file" && !isFrame(info.resourceType());
         const bool known = byFile ? engine_.access().file(info.requestUrl().toString()).has_value()
@@ -89,6 +96,33 @@ class WebEngine::Files : public QWebEngineUrlSchemeHandler {
 
 namespace {
 
+void answerWith(QWebEngineUrlRequestJob* job, const QByteArray& type, const QByteArray& bytes) {
+    auto* content = new QBuffer(job);
+    content->setData(bytes);
+    content->open(QIODevice::ReadOnly);
+    job->reply(type, content);
+}
+
+}  // namespace
+
+class WebEngine::Pictures : public QWebEngineUrlSchemeHandler {
+  public:
+    explicit Pictures(const WebEngine& engine) : engine_(engine) {}
+
+    void requestStarted(QWebEngineUrlRequestJob* job) override {
+        bool isNumber = false;
+        const qint64 number = job->requestUrl().path().toLongLong(&isNumber);
+        const auto picture = isNumber && engine_.picture ? engine_.picture(number) : std::nullopt;
+        if (!picture) return job->fail(QWebEngineUrlRequestJob::UrlNotFound);
+        answerWith(job, picture->type, picture->bytes);
+    }
+
+  private:
+    const WebEngine& engine_;
+};
+
+namespace {
+
 void shut(QWebEngineSettings& settings) {
     using S = QWebEngineSettings;
     for (const auto attribute :
@@ -129,6 +163,13 @@ void WebEngine::prepare() {
     // address.
     scheme.setFlags(QWebEngineUrlScheme::LocalScheme);
     QWebEngineUrlScheme::registerScheme(scheme);
+    for (const char* name : {PictureScheme, TopicScheme}) {
+        QWebEngineUrlScheme plain(name);
+        plain.setSyntax(QWebEngineUrlScheme::Syntax::Path);
+        // Pages are local, and local pages reach nothing else.
+        plain.setFlags(QWebEngineUrlScheme::LocalScheme);
+        QWebEngineUrlScheme::registerScheme(plain);
+    }
 
     // Behind the gate there is no network at all: every connection, also one that is no request (WebRTC, the
     // engine's own housekeeping), has to take a proxy whose name is not looked up, as no name is.
@@ -154,10 +195,12 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
       installer_(std::move(installer)),
       gate_(std::make_unique<Gate>(*this)),
       files_(std::make_unique<Files>(*this)),
+      pictures_(std::make_unique<Pictures>(*this)),
       profile_(std::make_unique<QWebEngineProfile>()) {
     Q_ASSERT(profile_->isOffTheRecord());
     profile_->setUrlRequestInterceptor(gate_.get());
     profile_->installUrlSchemeHandler(PageAccess::Scheme.latin1(), files_.get());
+    profile_->installUrlSchemeHandler(PictureScheme, pictures_.get());
     profile_->setHttpCacheType(QWebEngineProfile::NoCache);
     profile_->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
     profile_->setSpellCheckEnabled(false);

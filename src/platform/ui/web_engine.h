@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QUrl>
+#include <functional>
 #include <memory>
 
 #include "platform/core/given_pages.h"
@@ -13,8 +14,19 @@ class QWebEngineScript;
 
 namespace lirovan::platform {
 
+/// A picture that stands in the library and not in a file of its own.
+struct LibraryPicture {
+    QByteArray type;  ///< "image/png"
+    QByteArray bytes;
+};
+
 class WebEngine {
   public:
+    /// Pages name the library's pictures by number, "resim:12", and link to its topics by id,
+    /// "konu:1203#yer".
+    static constexpr const char* PictureScheme = "resim";
+    static constexpr const char* TopicScheme = "konu";
+
     /// Settles what the engine reads once at its start. Call before the QApplication is made; without it no
     /// page is shown.
     static void prepare();
@@ -29,6 +41,8 @@ class WebEngine {
     QWebEngineProfile& profile() { return *profile_; }
     const PageAccess& access() const { return access_; }
     GivenPages& pages() { return pages_; }
+    /// Answers for the pictures of pages; nothing: there is none of that number.
+    std::function<std::optional<LibraryPicture>(qint64 number)> picture;
     /// The file at an address, also where it is a page that a view was given. Nothing else is shown.
     std::optional<QString> fileAt(const QUrl& address) const;
     bool isInstaller(const QUrl& url) const;
@@ -38,6 +52,7 @@ class WebEngine {
   private:
     class Gate;
     class Files;
+    class Pictures;
     WebEngine(const AppFolder& folder, QUrl installer);
 
     PageAccess access_;
@@ -45,6 +60,7 @@ class WebEngine {
     QUrl installer_;
     std::unique_ptr<Gate> gate_;
     std::unique_ptr<Files> files_;
+    std::unique_ptr<Pictures> pictures_;
     std::unique_ptr<QWebEngineProfile> profile_;
 };
 

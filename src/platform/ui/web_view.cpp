@@ -108,6 +108,7 @@ void WebView::makePage() {
         if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus) loadEnded(false);
         if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus) loadEnded(true);
     });
+    connect(page_, &ContentPage::topicWanted, this, &WebView::topicWanted);
     connect(page_, &ContentPage::leaving, this, [this](const QString& file) {
         // The text that was navigated to stays where the page is the same file.
         if (engine_->access().file(location_) != file) location_ = file;
@@ -261,6 +262,10 @@ Reply<bool> WebView::replaceInPlace(const std::vector<Replacement>& changes) {
 
 Reply<bool> WebView::hasElement(QStringView name) {
     return as<bool>(ask(QStringLiteral("lirovan.hasElement(%1)").arg(scriptText(name))));
+}
+
+Outcome WebView::scrollTo(QStringView name) {
+    return tell(QStringLiteral("lirovan.scrollTo(%1)").arg(scriptText(name)));
 }
 
 Outcome WebView::focusElement(QStringView name) {

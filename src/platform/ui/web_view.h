@@ -62,6 +62,8 @@ class WebView : public QWidget, public PageView {
 
     Reply<bool> hasElement(QStringView name) override;
     Outcome focusElement(QStringView name) override;
+    /// The element of that name stands at the top of the view.
+    Outcome scrollTo(QStringView name);
     Reply<std::vector<double>> offsets(QStringView prefix) override;
     Reply<bool> isInFirstView(QStringView prefix) override;
     Outcome setScrollTop(int pixels) override;
@@ -82,6 +84,8 @@ class WebView : public QWidget, public PageView {
     void loaded();
     /// The page (its print link) or the view's own menu wants to be printed.
     void printRequested();
+    /// A link to a topic of the library, at a place of its page where `place` is not empty.
+    void topicWanted(qint64 topic, const QString& place);
     /// The view's own menu is about to open; the owner may add to it.
     void menuOpening(QMenu* menu);
     /// navigate() was given the installer on the update server.

@@ -1,7 +1,9 @@
 #include "search/ui/frm_Arama.h"
 
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/ui/icons.h"
 
@@ -95,6 +97,35 @@ const browse::BookTree& frm_Arama::load(const browse::TreeProgress& progress,
     const browse::BookTree& tree = decisions_.load(progress, widthBefore);
     books_.setNodes(decisions_.nodes());
     return tree;
+}
+
+bool frm_Arama::openTopic(data::TopicId topic) {
+    const std::vector<browse::TreeNode>& nodes = decisions_.nodes();
+    const auto node = std::find_if(nodes.begin(), nodes.end(), [topic](const browse::TreeNode& each) {
+        return each.kind == browse::TreeNode::Kind::Topic && each.topic == topic;
+    });
+    if (node == nodes.end()) return false;
+    const QModelIndex index = books_.index(node - nodes.begin());
+    tvw_Kitaplar->scrollTo(index);
+    tvw_Kitaplar->setCurrentIndex(index);
+    decisions_.NodeClick(node - nodes.begin());
+    return true;
+}
+
+void frm_Arama::reload() {
+    const std::size_t count = decisions_.nodes().size();
+    std::vector<bool> unfolded(count);
+    for (std::size_t n = 0; n < count; ++n)
+        unfolded[n] = tvw_Kitaplar->isExpanded(books_.index(qsizetype(n)));
+    const qsizetype current = books_.node(tvw_Kitaplar->currentIndex());
+    const int top = tvw_Kitaplar->verticalScrollBar()->value();
+
+    const browse::BrowseWindow::Reloaded reloaded = decisions_.reload();
+    books_.setNodes(decisions_.nodes());
+    for (std::size_t n = 0; n < count; ++n)
+        if (unfolded[n]) tvw_Kitaplar->expand(books_.index(reloaded.now[n]));
+    if (current >= 0) tvw_Kitaplar->setCurrentIndex(books_.index(reloaded.now[std::size_t(current)]));
+    tvw_Kitaplar->verticalScrollBar()->setValue(top);
 }
 
 bool frm_Arama::eventFilter(QObject* watched, QEvent* event) {

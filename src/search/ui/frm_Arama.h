@@ -35,6 +35,11 @@ class frm_Arama : public platform::MdiChild {
     const browse::BookTree& load(const browse::TreeProgress& progress,
                                  std::optional<platform::Twips> widthBefore);
 
+    /// Opens a topic as a click on it does, and shows it in the tree; false where the tree has none.
+    bool openTopic(data::TopicId topic);
+    /// The library changed: the tree shows it as it is now, unfolded as it was.
+    void reload();
+
     browse::BrowseWindow& decisions() { return decisions_; }
     QTreeView& bookTree() { return *tvw_Kitaplar; }
     const browse::BookTreeModel& books() const { return books_; }

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QMimeData>
 #include <QScreen>
 
 #include "browse/book_selector.h"
@@ -38,6 +39,13 @@ constexpr std::chrono::milliseconds IdleAgain{500};
 
 // Smaller than that, a 1366 × 768 screen at double scale could not show the window.
 constexpr QSize LeastSize{480, 320};
+
+QStringList droppedFiles(const QDropEvent& event) {
+    QStringList files;
+    for (const QUrl& url : event.mimeData()->urls())
+        if (url.isLocalFile()) files << url.toLocalFile();
+    return files;
+}
 
 /// The splash window's lines. Titles fly past: what no screen could show is not put there.
 browse::TreeProgress splashProgress(frmGiris& splash) {
@@ -107,6 +115,8 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     connect(frame_.get(), &FrameWidgets::commandChosen, this,
             [this](const CommandRow& row) { row.run(*windows_); });
     connect(windows_.get(), &ChildWindows::quitWanted, this, &QWidget::close);
+    connect(windows_.get(), &ChildWindows::libraryChanged, this, &KitaplarMDI::fillSelector);
+    setAcceptDrops(true);
     new PaneKeys(*this, area_, frame_->toolBar());
 }
 
@@ -126,11 +136,7 @@ bool KitaplarMDI::load() {
     startUpdateCheck();
     if (!openLibrary()) return false;
 
-    browse::BookSelector selector = browse::readBookSelector(library_);
-    frame_->fillSelector(std::move(selector.rows));
-    if (selector.failure)
-        services_.dialogs.show(
-            platform::errorMessage(browse::incompleteListMessage(*selector.failure), u"Okuma Hatası"_s));
+    fillSelector();
     for (QStringView key : {button::New, button::Up, button::Down}) frame_->setButtonEnabled(key, false);
 
     frmGiris splash(services_.registry, services_.folder.text());
@@ -155,6 +161,14 @@ bool KitaplarMDI::load() {
     windows_->pageCommands().showPageCommands(browse::ShownPage::None);
     loaded_ = true;
     return true;
+}
+
+void KitaplarMDI::fillSelector() {
+    browse::BookSelector selector = browse::readBookSelector(library_);
+    frame_->fillSelector(std::move(selector.rows));
+    if (selector.failure)
+        services_.dialogs.show(
+            platform::errorMessage(browse::incompleteListMessage(*selector.failure), u"Okuma Hatası"_s));
 }
 
 bool KitaplarMDI::openLibrary() {
@@ -246,6 +260,16 @@ void KitaplarMDI::sizeChanged() {
         windows_->arrange(browseWidth(frame_->width(), state()));
     frame_->setSpacerWidth(frame_->width() - SpacerRoom);
     sizing_ = false;
+}
+
+void KitaplarMDI::dragEnterEvent(QDragEnterEvent* event) {
+    if (!windows_->isBusy() && !droppedFiles(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void KitaplarMDI::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    // The window that was dragged from waits for an answer.
+    QTimer::singleShot(0, this, [this, files = droppedFiles(*event)] { windows_->addBooks(files); });
 }
 
 void KitaplarMDI::closeEvent(QCloseEvent* event) {

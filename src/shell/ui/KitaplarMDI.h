@@ -38,11 +38,15 @@ class KitaplarMDI : public QMainWindow {
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    // Book files may be dropped on the window.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     class Frame;
 
     bool openLibrary();
+    void fillSelector();
     void startUpdateCheck();
     void GetXMLCheckVers();
     void showMain();

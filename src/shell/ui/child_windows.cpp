@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "browse/window_places.h"
+#include "data/book_pictures.h"
 #include "shell/ui/command_table.h"
 #include "shell/ui/import_progress.h"
 #include "shell/ui/update_download.h"
@@ -75,6 +76,11 @@ ChildWindows::~ChildWindows() {
 
 // ---- Loading and placing ----
 
+void ChildWindows::followLibrary() {
+    if (browse_) browse_->reload();
+    Q_EMIT libraryChanged();
+}
+
 frm_Arama& ChildWindows::browseWindow() {
     if (!browse_) loadBrowse();
     return *browse_;
@@ -139,6 +145,7 @@ void ChildWindows::loadContent() {
     for (WebView* page : {window->wb_Icerik, window->wb_Icerik2}) {
         page->setZoom(zoom_);
         addToMenu(*page);
+        followTopics(*page);
     }
     contentDecisions_.load(lastBrowsePlace(), isBrowseMinimized());
 }
@@ -152,6 +159,11 @@ std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
     if (!services_.engine)
         services_.engine =
             platform::WebEngine::create(services_.folder, onServer(services_.updateServer, InstallerPath));
+    services_.engine->picture = [this](qint64 number) -> std::optional<platform::LibraryPicture> {
+        auto found = data::picture(library_.database(), number);
+        if (!found || !*found) return std::nullopt;
+        return platform::LibraryPicture{std::move((*found)->type), std::move((*found)->bytes)};
+    };
     return services_.engine;
 }
 
@@ -187,6 +199,11 @@ void ChildWindows::addToMenu(WebView& page) {
         menu->addSeparator();
         menu->addActions(pageMenuItems);
     });
+}
+
+void ChildWindows::followTopics(WebView& page) {
+    connect(&page, &WebView::topicWanted, this,
+            [this](qint64 topic, const QString& place) { openTopic(data::TopicId{topic}, place); });
 }
 
 bool ChildWindows::isBusy() const {
@@ -236,6 +253,7 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
     window->wb_Icerik->setZoom(zoom_);
     addToMenu(*window->wb_Icerik);
+    followTopics(*window->wb_Icerik);
     window->fill(page);
     window->bringForward();
     window->focusPage();

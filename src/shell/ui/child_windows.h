@@ -80,12 +80,20 @@ class ChildWindows : public QObject {
     void copy();                        ///< the selection of the shared content window
     void paste();                       ///< the clipboard into the notebook
     void showNotebook();
+    void chooseBooks();                       ///< asks for files and adds them
+    void addBooks(const QStringList& paths);  ///< files and folders, with a preview
+    void removeBooks();
+    void openLibrary();  ///< another application folder, in a program of its own
+    /// A link: opens the topic as a click in the book tree does, at a place of its page.
+    void openTopic(data::TopicId topic, const QString& place);
+    void followLibrary();  ///< books came or went: tree and selector show it
     void showHelp();
     void showAbout();
     void quit();
 
   Q_SIGNALS:
     void quitWanted();
+    void libraryChanged();  ///< books came or went
 
   private:
     class ContentPort;
@@ -104,6 +112,7 @@ class ChildWindows : public QObject {
     void focusContentView();
     platform::PageView* shownPage();  ///< null when the content window is not loaded
     void addToMenu(platform::WebView& page);
+    void followTopics(platform::WebView& page);
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();

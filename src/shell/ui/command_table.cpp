@@ -111,6 +111,13 @@ constexpr CommandRow Yazi[] = {
     {u"mnu_YKucult", SmallerZoom, u"Yazı Boyutunu Küçült", {}, Lockable, [](W& w) { w.stepZoom(-1); }},
 };
 
+constexpr CommandRow Okuma[] = {
+    {u"mnu_KitapEkle", AddBooks, u"Kitap &Ekle...", u"Ctrl+Shift+O", Lockable, [](W& w) { w.chooseBooks(); }},
+    {u"mnu_KitapKaldir", RemoveBooks, u"Kitap &Kaldır...", {}, Lockable, [](W& w) { w.removeBooks(); }},
+    {u"sep5"},
+    {u"mnu_KitaplikAc", OpenLibrary, u"Kitaplık &Aç...", {}, Lockable, [](W& w) { w.openLibrary(); }},
+};
+
 constexpr CommandRow Yardim[] = {
     {u"mnu_Yardimm", ShowHelp, u"&Yardım", {}, Plain, [](W& w) { w.showHelp(); }},
     {u"sep4"},
@@ -120,7 +127,7 @@ constexpr CommandRow Yardim[] = {
 constexpr CommandBar Menus[] = {
     {u"mnu_AnaMenu", u"&Ana Menü", AnaMenu}, {u"mnu_Duzen", u"&Düzen", Duzen},
     {u"mnu_listele", {}, Listele},           {u"mnu_yazi", {}, Yazi},
-    {u"mnu_Yardim", u"&Yardım", Yardim},
+    {u"mnu_Okuma", u"&Okuma", Okuma},        {u"mnu_Yardim", u"&Yardım", Yardim},
 };
 
 }  // namespace

@@ -37,6 +37,9 @@ enum class Command {
     SmallerType,
     PreviousHit,
     NextHit,
+    AddBooks,
+    RemoveBooks,
+    OpenLibrary,
     ShowHelp,
     ShowAbout,
 };
