@@ -1,6 +1,9 @@
 // What the book reader hands over, and what the program makes of readers that misbehave.
 #include <gtest/gtest.h>
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include "platform/core/books/book_markup.h"
 #include "platform/core/books/picture_check.h"
 #include "support/book_lines.h"
@@ -183,8 +186,10 @@ TEST(ReadBook, EndsTheReaderAndWhatItStartedWhenItIsCancelled) {
     const auto book = reader.read(Head, [&](qint64, qint64) { return !readFile(child).endsWith('\n'); });
     EXPECT_EQ(message(book), "Kitap okunması iptal edildi.");
     const QString status = u"/proc/%1/status"_s.arg(QString::fromLatin1(readFile(child).trimmed()));
-    // It may still have to be waited for by somebody.
-    EXPECT_FALSE(QFile::exists(status) && !readFile(status).contains("State:\tZ"));
+    // It dies a moment after it was told to, and may still have to be waited for by somebody.
+    const auto lives = [&status] { return QFile::exists(status) && !readFile(status).contains("State:\tZ"); };
+    for (const QDeadlineTimer limit(5000); lives() && !limit.hasExpired();) QThread::yieldCurrentThread();
+    EXPECT_FALSE(lives());
 }
 
 }  // namespace lirovan::platform

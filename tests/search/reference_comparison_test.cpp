@@ -88,7 +88,7 @@ TEST(FastSearch, CountsManyOccurrencesInALargeBookByTheShortcut) {
         const QString text = u"Su, "_s.repeated(times);
         QString record, expected;
         const qint64 count = search::TopicScanner(run, {}).BulKelimeSay(text.toStdString(), {{7}, {33}},
-                                                                        record, [] { return true; });
+                                                                        {record}, [] { return true; });
         EXPECT_EQ(count, (reference::Topic{run, {}, text}.count(7, 33, expected)));
         EXPECT_EQ(record, expected);
     }

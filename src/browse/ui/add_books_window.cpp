@@ -145,10 +145,10 @@ void AddBooksWindow::readNext() {
     read->file = waiting_.front();
     waiting_.pop_front();
     state_->setText(u"Okunuyor: %1"_s.arg(QFileInfo(read->file).fileName()));
-    this->read(std::move(read));
+    this->read(read);
 }
 
-void AddBooksWindow::read(std::shared_ptr<BookCandidate> read) {
+void AddBooksWindow::read(const std::shared_ptr<BookCandidate>& read) {
     const auto work = [this, read] {
         Result<platform::BookContent> book = platform::readBook(
             read->file, reader_, [this](qint64 done, qint64 total) { return work_.report(done, total); });

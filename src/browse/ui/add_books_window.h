@@ -43,7 +43,7 @@ class AddBooksWindow : public QDialog {
     QLayout* bottom();
 
     void readNext();
-    void read(std::shared_ptr<BookCandidate> candidate);
+    void read(const std::shared_ptr<BookCandidate>& candidate);
     void addWanted();
     void addNext();
     void wasAdded(std::size_t index, const platform::Result<data::BookAdded>& added);
