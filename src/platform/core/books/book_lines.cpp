@@ -77,7 +77,7 @@ BookHead head(Fields& fields) {
     book.title = fields.line("ad"_L1);
     const QJsonArray authors = fields.list("yazarlar"_L1);
     if (authors.size() > MostAuthors) fields.fail("yazarlar"_L1);
-    for (const QJsonValue& value : authors) {
+    for (const QJsonValue value : authors) {
         Fields author(value.toObject());
         book.authors.push_back({author.line("ad"_L1), author.line("rol"_L1, 40)});
         if (!author.result(BookLine())) fields.fail("yazarlar"_L1);
