@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <algorithm>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -184,10 +185,18 @@ TEST(Companion, LeavesNothingWhenItIsEndedFromOutside) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"TMPDIR"_s, place.path());
         process.setProcessEnvironment(environment);
+        // A kill is not heard: only from its lock does the next run know that the folder is done with.
+        const auto isLocked = [&] {
+            const QStringList folders = folder.entryList({c.prefix + u'*'}, QDir::Dirs);
+            return std::count_if(folders.begin(), folders.end(), [&](const QString& each) {
+                       return QFileInfo::exists(folder.filePath(each + u"/kilit"_s));
+                   }) > 1;
+        };
         const auto endedBy = [&](int number, const QStringList& words) {
             const qsizetype there = entries().size();
             process.start(QStringLiteral(LIROVAN_BIN_DIR "/lirovan-kitaplik"), words);
-            while (number != 0 && process.state() != QProcess::NotRunning && entries().size() == there)
+            const auto isAtWork = [&] { return number == SIGKILL ? isLocked() : entries().size() != there; };
+            while (number != 0 && process.state() != QProcess::NotRunning && !isAtWork())
                 process.waitForFinished(5);
             if (number != 0) ::kill(static_cast<pid_t>(process.processId()), number);
             process.waitForFinished(60000);

@@ -85,10 +85,10 @@ Result<std::shared_ptr<WorkFolder>> WorkFolder::make(const QString& givenPrefix)
         folder = prefix;
         for (int i = 0; i < Letters; ++i) folder += QChar(u'a' + QRandomGenerator::global()->bounded(26));
     } while (QFileInfo::exists(folder));
-    if (!makePrivate(folder)) return failed;
-    // Its destructor takes away what there is of it.
+    // Named for removal before it is there: a signal may come in between.
     const std::shared_ptr<WorkFolder> work(new WorkFolder(folder));
-    if (!work->lock_.tryLock(0)) return failed;
+    work->made_ = makePrivate(folder);
+    if (!work->made_ || !work->lock_.tryLock(0)) return failed;
     return work;
 }
 
@@ -99,6 +99,7 @@ WorkFolder::WorkFolder(const QString& folder) : folder_(folder), lock_(lockOf(fo
 }
 
 WorkFolder::~WorkFolder() {
+    if (!made_) return;
     for (const QString& file : filesOf(folder_)) QFile::remove(file);
     lock_.unlock();
     QDir().rmdir(folder_);

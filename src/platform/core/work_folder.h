@@ -26,6 +26,7 @@ class WorkFolder {
   private:
     explicit WorkFolder(const QString& folder);
     QString folder_;
+    bool made_ = false;
     QLockFile lock_;
     std::vector<std::unique_ptr<RemovedAtSignal>> removedAtSignal_;
 };
