@@ -61,7 +61,7 @@ class BookRun {
                 covers_ += package_.documents[i];
                 package_.skipped.push_back({package_.documents[i], QStringLiteral("kapak")});
             }
-            lines_.progress(i + 1, 2 * count);
+            lines_.progress(i + 1, qint64{2} * count);
             if (!lines_.good()) return Error{QStringLiteral("Okuma durduruldu.")};
         }
         if (words > 0) return {};
@@ -91,7 +91,7 @@ class BookRun {
             if (!markup) return markup.error();
             if (!covers_.contains(name)) cleaner.clean(*markup, i, name, package_.language);
             if (bytes > platform::MaximalBookTextBytes) return Error{QStringLiteral("Kitap çok büyük.")};
-            lines_.progress(count + i + 1, 2 * count);
+            lines_.progress(count + i + 1, qint64{2} * count);
             if (!lines_.good()) return Error{QStringLiteral("Okuma durduruldu.")};
         }
         cleaner.finish();

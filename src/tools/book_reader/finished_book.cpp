@@ -58,7 +58,7 @@ FinishedBook::FinishedBook(const Outline& outline) {
     }
 }
 
-void FinishedBook::append(int entry, TopicText::Finished piece) {
+void FinishedBook::append(int entry, const TopicText::Finished& piece) {
     if (entry < 0) return;
     Part& part = parts_[static_cast<size_t>(entry)];
     part.text += part.text.isEmpty() ? piece.text : '\n' + piece.text;

@@ -16,7 +16,7 @@ class FinishedBook {
   public:
     explicit FinishedBook(const Outline& outline);
 
-    void append(int entry, TopicText::Finished piece);
+    void append(int entry, const TopicText::Finished& piece);
     /// Notes stand at the end of their entry in the order of their numbers.
     void appendNote(int entry, int note, TopicText::Finished text);
 

@@ -155,7 +155,7 @@ class Maker {
         }
         std::vector<std::vector<int>> children(count + 1);
         for (size_t i = 0; i < count; ++i)
-            children[static_cast<size_t>(entries()[i].parent + 1)].push_back(static_cast<int>(i));
+            children[static_cast<size_t>(qint64{entries()[i].parent} + 1)].push_back(static_cast<int>(i));
         std::vector<int> numbers(count, -1), stack;
         std::vector<Entry> sorted;
         const auto push = [&](std::vector<int>& siblings) {

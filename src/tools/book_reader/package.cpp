@@ -112,6 +112,11 @@ class PackageReader {
         }
     }
 
+    bool saysFixedLayout(quint32 i, std::string_view property) const {
+        if (property == "rendition:layout") return markup_.simplifiedText(i) == u"pre-paginated";
+        return markup_.attribute(i, "name") == "fixed-layout" && markup_.attribute(i, "content") == "true";
+    }
+
     void meta(quint32 i) {
         const std::string_view property = markup_.attribute(i, "property");
         const QString refined = text(markup_.attribute(i, "refines")).mid(1);
@@ -119,9 +124,7 @@ class PackageReader {
             titleTypes_.insert(refined, markup_.simplifiedText(i));
         else if (property == "role")
             roles_.insert(refined, markup_.simplifiedText(i));
-        else if (property == "rendition:layout" && markup_.simplifiedText(i) == u"pre-paginated")
-            package_.fixedLayout = true;
-        else if (markup_.attribute(i, "name") == "fixed-layout" && markup_.attribute(i, "content") == "true")
+        else if (saysFixedLayout(i, property))
             package_.fixedLayout = true;
     }
 
