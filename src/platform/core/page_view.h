@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/core/page_place.h"
 #include "platform/core/printing.h"
 
 namespace lirovan::platform {
@@ -80,6 +81,13 @@ class PageView {
     virtual Reply<double> scrollTop() = 0;
     /// Presses of the scroll bar's lower arrow, a text line each.
     virtual Outcome scrollLinesDown(int lines) = 0;
+
+    /// What stands at the upper edge of the view; of the selection, where there is one, when that is asked.
+    /// A page that is busy is not waited for long.
+    virtual Reply<PagePlace> place(bool /*ofSelection*/ = false) { return {Outcome::Answered, {}}; }
+    /// Shows the page as it stood there; `select`: with the passage selected and some lines above it. The
+    /// value says whether the passage was found; where it was not, the page stands about there.
+    virtual Reply<bool> goTo(const PagePlace&, bool /*select*/ = false) { return {Outcome::Answered, {}}; }
 
     /// 1.0: as the page says. Kept over navigation.
     virtual void setZoom(double factor) = 0;

@@ -206,7 +206,8 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
     profile_->setSpellCheckEnabled(false);
     profile_->cookieStore()->setCookieFilter([](const auto&) { return false; });
     shut(*profile_->settings());
-    profile_->scripts()->insert(pageScript(QStringLiteral("page_tools")));
+    for (const QStringView tools : {u"page_tools", u"page_places"})
+        profile_->scripts()->insert(pageScript(tools.toString()));
     QObject::connect(profile_.get(), &QWebEngineProfile::downloadRequested, profile_.get(),
                      [](QWebEngineDownloadRequest* download) { download->cancel(); });
 }

@@ -29,6 +29,9 @@ constexpr int LineStep = 20;
 // What a page that does not answer is asked once more: it may be done with its work.
 constexpr auto SecondQuestion = 100ms;
 
+// What is asked before a page is left must not hold up the next one.
+constexpr auto PassingQuestion = 150ms;
+
 // How fast a page is worked through at the least, in bytes a millisecond.
 constexpr int LeastSpeed = 5'000;
 
@@ -196,7 +199,8 @@ Outcome WebView::pause(std::chrono::milliseconds time) {
     return waitFor(question, time + answerLimit_);
 }
 
-Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded) {
+Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded,
+                             std::optional<std::chrono::milliseconds> limit) {
     if (processEnded_) return {Outcome::Gone, {}};
     const auto question = std::make_shared<Question>();
     const QPointer self(this);
@@ -221,8 +225,9 @@ Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded) 
         connect(this, &WebView::loaded, &question->loop, [&] { question->close(Outcome::Answered); });
     // One command asks several questions, and only the first is waited for in full.
     const QPointer page(page_);
-    const Outcome outcome = waitFor(*question, hangs_ ? std::min(patience(), SecondQuestion) : patience());
-    if (outcome == Outcome::TimedOut && page) hangs_ = true;
+    const auto usual = hangs_ ? std::min(patience(), SecondQuestion) : patience();
+    const Outcome outcome = waitFor(*question, limit.value_or(usual));
+    if (outcome == Outcome::TimedOut && page && !limit) hangs_ = true;
     return {outcome, std::move(question->value)};
 }
 
@@ -298,6 +303,22 @@ Reply<double> WebView::scrollTop() {
 
 Outcome WebView::scrollLinesDown(int lines) {
     return tell(QStringLiteral("lirovan.scrollBy(%1)").arg(lines * LineStep));
+}
+
+// ---- Places ----
+
+Reply<PagePlace> WebView::place(bool ofSelection) {
+    if (hangs_ || load_ == Load::Running || page_->isAsking()) return {Outcome::TimedOut, {}};
+    const QString question = ofSelection ? QStringLiteral("lirovanPlaces.ofSelection()")
+                                         : QStringLiteral("lirovanPlaces.atTopEdge()");
+    const Reply<QString> reply = as<QString>(ask(question, false, PassingQuestion));
+    if (!reply) return {reply.outcome, {}};
+    return {reply.outcome, placeFromJson(reply.value->toUtf8())};
+}
+
+Reply<bool> WebView::goTo(const PagePlace& place, bool select) {
+    return as<bool>(ask(QStringLiteral("lirovanPlaces.goTo(%1,%2)")
+                            .arg(QString::fromUtf8(placeJson(place)), select ? u"true" : u"false")));
 }
 
 // ---- Selection, keys and menu ----

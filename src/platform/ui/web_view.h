@@ -70,6 +70,9 @@ class WebView : public QWidget, public PageView {
     Reply<double> scrollTop() override;
     Outcome scrollLinesDown(int lines) override;
 
+    Reply<PagePlace> place(bool ofSelection) override;
+    Reply<bool> goTo(const PagePlace& place, bool select) override;
+
     void setZoom(double factor) override;
     bool hasSelection() const override;
     QString selectedText() const override;
@@ -132,7 +135,9 @@ class WebView : public QWidget, public PageView {
     /// Evaluates an expression over `lirovan`, the page tools (page_tools.js). An expression that fails has
     /// no value.
     /// `atMostUntilLoaded`: not waited for any longer when a page has been loaded meanwhile.
-    Reply<QVariant> ask(const QString& expression, bool atMostUntilLoaded = false);
+    /// `limit`: the page is only asked in passing; that it does not answer by then says nothing of it.
+    Reply<QVariant> ask(const QString& expression, bool atMostUntilLoaded = false,
+                        std::optional<std::chrono::milliseconds> limit = std::nullopt);
     Outcome tell(const QString& expression) { return ask(expression).outcome; }
     /// Lets events run until the question is closed, its limit is over or the view is gone.
     Outcome waitFor(Question& question, std::chrono::milliseconds limit);
