@@ -312,7 +312,7 @@ void AddBooksWindow::refreshLine(std::size_t index) {
     if (candidate.book && candidate.outcome.isEmpty())
         item->setCheckState(candidate.wanted ? Qt::Checked : Qt::Unchecked);
     else
-        item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
+        item->setData(Qt::CheckStateRole, {});  // nothing to choose any more
     showing_ = before;
 }
 

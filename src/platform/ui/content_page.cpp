@@ -65,9 +65,9 @@ bool ContentPage::isOwnPageElsewhere(const QUrl& url) const {
 }
 
 bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
-    if (url.scheme() == QLatin1StringView(WebEngine::TopicScheme)) {
+    if (url.scheme() == PageAccess::Scheme && url.host() == WebEngine::TopicHost) {
         bool isNumber = false;
-        const qint64 topic = url.path().toLongLong(&isNumber);
+        const qint64 topic = url.path().mid(1).toLongLong(&isNumber);
         if (isMainFrame && isNumber && type == NavigationTypeLinkClicked)
             QTimer::singleShot(0, this, [this, topic, place = url.fragment(QUrl::FullyDecoded)] {
                 Q_EMIT topicWanted(topic, place);

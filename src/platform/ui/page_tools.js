@@ -36,6 +36,20 @@
     ' overflow: hidden !important; vertical-align: top !important; }');
   document.adoptedStyleSheets = [style];
 
+  // ---- Links to topics ("konu:5#place"). The engine takes a page away that follows a link into a scheme other than its
+  // own, so the click goes to an address of that scheme, which the program answers. ----
+
+  const topicLink = event =>
+    event.composedPath().find(node => node instanceof HTMLAnchorElement && /^konu:\d+/.test(attribute(node, 'href') || ''));
+  addEventListener('click', event => {
+    const link = event.isTrusted && topicLink(event);
+    if (!link) return;
+    event.preventDefault();
+    const way = createElement('a');
+    setAttribute(way, 'href', 'lirovan://konu/' + attribute(link, 'href').slice(5));
+    way.click();
+  }, true);
+
   // ---- Old markup form ----
 
   const HTML = 'http://www.w3.org/1999/xhtml';

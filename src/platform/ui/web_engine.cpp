@@ -31,10 +31,6 @@ class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
         if (info.requestUrl().scheme() == QLatin1StringView(PictureScheme) &&
             info.resourceType() == Info::ResourceTypeImage)
             return;
-        // Where it leads is the page's matter (ContentPage).
-        if (info.requestUrl().scheme() == QLatin1StringView(TopicScheme) &&
-            info.resourceType() == Info::ResourceTypeMainFrame)
-            return;
         // A picture may also be named by its file address.
         const bool byFile = info.requestUrl().scheme() == u"file" && !isFrame(info.resourceType());
         const bool known = byFile ? engine_.access().file(info.requestUrl().toString()).has_value()
@@ -163,13 +159,11 @@ void WebEngine::prepare() {
     // address.
     scheme.setFlags(QWebEngineUrlScheme::LocalScheme);
     QWebEngineUrlScheme::registerScheme(scheme);
-    for (const char* name : {PictureScheme, TopicScheme}) {
-        QWebEngineUrlScheme plain(name);
-        plain.setSyntax(QWebEngineUrlScheme::Syntax::Path);
-        // Pages are local, and local pages reach nothing else.
-        plain.setFlags(QWebEngineUrlScheme::LocalScheme);
-        QWebEngineUrlScheme::registerScheme(plain);
-    }
+    QWebEngineUrlScheme pictures(PictureScheme);
+    pictures.setSyntax(QWebEngineUrlScheme::Syntax::Path);
+    // Pages are local, and local pages reach nothing else.
+    pictures.setFlags(QWebEngineUrlScheme::LocalScheme);
+    QWebEngineUrlScheme::registerScheme(pictures);
 
     // Behind the gate there is no network at all: every connection, also one that is no request (WebRTC, the
     // engine's own housekeeping), has to take a proxy whose name is not looked up, as no name is.

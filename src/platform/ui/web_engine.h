@@ -23,9 +23,9 @@ struct LibraryPicture {
 class WebEngine {
   public:
     /// Pages name the library's pictures by number, "resim:12", and link to its topics by id,
-    /// "konu:1203#yer".
+    /// "konu:1203#yer". A click on such a link goes to "lirovan://konu/1203#yer".
     static constexpr const char* PictureScheme = "resim";
-    static constexpr const char* TopicScheme = "konu";
+    static constexpr QLatin1StringView TopicHost{"konu"};
 
     /// Settles what the engine reads once at its start. Call before the QApplication is made; without it no
     /// page is shown.

@@ -44,6 +44,8 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     stack_->addWidget(view_);
     setFocusProxy(view_);
     view_->installEventFilter(this);
+    // What is dropped on a page is the main window's.
+    view_->setAcceptDrops(false);
     // Asked for only where the page's script shows no menu of its own.
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view_, &QWidget::customContextMenuRequested, this, &WebView::showContextMenu);

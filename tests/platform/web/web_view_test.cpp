@@ -239,3 +239,16 @@ TEST_F(WebViewTest, FollowsLinksInsideTheFolderAlsoIntoNewWindows) {
         EXPECT_EQ(view->location(), onDisk(u"OKU/VQ.htm"));
     }
 }
+
+TEST_F(WebViewTest, AsksForTheTopicThatAClickedLinkNames) {
+    QSignalSpy wanted(view.get(), &WebView::topicWanted);
+    show(topicPage(u"T"_s, u"<a id=l href='konu:70005#y2-2' style='display:block;height:300px'>oraya</a>"_s));
+    inPage(u"l.click(); location = 'konu:3'"_s);
+    const auto follow = [&] {  // until the page is painted the engine drops clicks
+        QTest::mouseClick(input(), Qt::LeftButton, {}, {100, 200});
+        return wanted.count() > 0;
+    };
+    ASSERT_TRUE(until(follow)) << "a link to a topic is not followed";
+    EXPECT_EQ(wanted.first(), (QVariantList{70005LL, u"y2-2"_s})) << "a script asked first";
+    EXPECT_EQ(shown(u"l"_s), u"oraya") << "the page goes with the click";
+}
