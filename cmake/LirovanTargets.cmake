@@ -19,6 +19,38 @@ target_compile_options(lirovan_options INTERFACE
 target_compile_definitions(lirovan_options INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
+# The headers that most sources read, precompiled once for each kind of target: reading them is most of what a source
+# costs. Every source still includes what it uses; the presets `core` and `fuzz` are built without.
+function(lirovan_precompile kind header)
+  add_library(lirovan_precompiled_${kind} OBJECT "${PROJECT_SOURCE_DIR}/cmake/precompiled/none.cpp")
+  target_link_libraries(lirovan_precompiled_${kind} PRIVATE lirovan_options ${ARGN})
+  target_precompile_headers(lirovan_precompiled_${kind} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/precompiled/${header}")
+endfunction()
+
+# lirovan_use_precompiled(NAME SUFFIX LINKS...): SUFFIX is empty, or _test for a target that uses GoogleTest.
+function(lirovan_use_precompiled name suffix)
+  if(NOT LIROVAN_PCH)
+    return()
+  elseif("${ARGN}" MATCHES "Qt6::(Widgets|Gui|Test)|lirovan_(platform_ui|browse|search|notes|shell)(;|$)")
+    target_precompile_headers(${name} REUSE_FROM lirovan_precompiled_ui${suffix})
+  else()
+    target_precompile_headers(${name} REUSE_FROM lirovan_precompiled_core${suffix})
+  endif()
+endfunction()
+
+if(LIROVAN_PCH)
+  lirovan_precompile(core core.h Qt6::Core)
+  if(LIROVAN_UI)
+    lirovan_precompile(ui ui.h Qt6::Widgets)
+  endif()
+  if(LIROVAN_TESTS)
+    lirovan_precompile(core_test core_test.h Qt6::Core GTest::gtest)
+    if(LIROVAN_UI)
+      lirovan_precompile(ui_test ui_test.h Qt6::Widgets GTest::gtest)
+    endif()
+  endif()
+endif()
+
 # lirovan_library(NAME SOURCES... LINKS...): one static library. LINKS are public, since headers show the types of
 # the layers below.
 function(lirovan_library name)
@@ -26,6 +58,7 @@ function(lirovan_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(${name} PRIVATE lirovan_options PUBLIC ${ARG_LINKS})
+  lirovan_use_precompiled(${name} "" ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
 endfunction()
 
@@ -34,6 +67,7 @@ function(lirovan_program name)
   cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE lirovan_options ${ARG_LINKS})
+  lirovan_use_precompiled(${name} "" ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
 endfunction()
 
@@ -44,6 +78,7 @@ function(lirovan_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE lirovan_options ${ARG_LINKS} GTest::gtest)
+  lirovan_use_precompiled(${name} "_test" ${ARG_LINKS})
   if(NOT ARG_MAIN)
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
   endif()

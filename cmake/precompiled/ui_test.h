@@ -1,0 +1,6 @@
+// The same, with what every test includes.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "ui.h"
