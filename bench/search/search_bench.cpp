@@ -96,10 +96,9 @@ struct Engine {
         : library(must(data::Library::openFile(sample.library, OpenMode::ReadWrite))) {
         engine.keepTexts();
     }
-    qint64 search(QString query) {
-        search::SearchOptions options{.clearResult = true};
+    qint64 search(const QString& query) {
         search::RunHost host;
-        return must(engine.listele(query, search::ListOrder::Kitap, query, options, {}, host)).listed;
+        return must(engine.run({query, {.clearResult = true}}, host)).listed;
     }
     data::Library library;
     search::ResultTree tree;
@@ -162,12 +161,9 @@ void measureScan(const Sample& sample) {
     say("rare word, second search in the program",
         figure(compare(11, search, [&] { rg(sample, RareWord); }), u"rg"));
 
-    QString query = WordsWithVariants;
-    search::SearchOptions options;
     search::RunHost host;
-    search::RunResult::End end;
-    const auto run = engine.engine.prepare(query, options, host, end);
-    const QString alternatives = run->AramaKelimeleri.join(u'|');
+    const QString alternatives =
+        engine.engine.prepare({WordsWithVariants}, host).run.AramaKelimeleri.join(u'|');
     say("three words with variants, any word",
         figure(compare(
                    11, [&] { engine.search(WordsWithVariants); }, [&] { rg(sample, alternatives); }),

@@ -38,14 +38,13 @@ Forms circumflexForms(const std::vector<SearchableNote>& notes) {
     return forms;
 }
 
-search::SearchRun runOf(const QString& query, search::SearchOptions& options, const Forms& forms) {
+search::SearchRun runOf(const QString& query, const search::SearchOptions& options, const Forms& forms) {
     QString cleaned = search::cleanQuery(query);
     cleaned = withoutMarkupSigns(cleaned.replace(u"&quot;"_s, u"\""_s));
-    search::SearchRun run = search::startRun(cleaned, options);
-    if (search::hasSingleLetter(run)) options.wholeWord = true;
-    search::completeRun(run, options, [&](const QString& word) {
-        return forms.value(text::folded(search::withoutQuoteMarks(word)));
-    });
+    search::SearchRun run = search::startRun({query, options}, cleaned);
+    if (search::hasSingleLetter(run)) run.request.options.wholeWord = true;
+    search::completeRun(
+        run, [&](const QString& word) { return forms.value(text::folded(search::withoutQuoteMarks(word))); });
     return run;
 }
 
@@ -78,10 +77,10 @@ Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes) 
 }
 
 std::vector<FoundNote> findNotes(const std::vector<SearchableNote>& notes, const QString& query,
-                                 search::SearchOptions options) {
+                                 const search::SearchOptions& options) {
     search::SearchRun run = runOf(query, options, circumflexForms(notes));
     if (run.AramaKelimeleri.isEmpty()) return {};
-    const search::TopicScanner scanner(run, options);
+    const search::TopicScanner scanner(run);
     std::vector<FoundNote> found;
     for (const SearchableNote& note : notes)
         if (scanner.matches(note.text)) found.push_back({&note, hitsOf(run, scanner, note.text)});

@@ -41,6 +41,6 @@ struct FoundNote {
 /// The notes that match, in their order. A query without words finds none; a single letter is looked for as a
 /// whole word.
 std::vector<FoundNote> findNotes(const std::vector<SearchableNote>& notes, const QString& query,
-                                 search::SearchOptions options);
+                                 const search::SearchOptions& options);
 
 }  // namespace lirovan::notes

@@ -8,7 +8,6 @@
 #include "search/distribution.h"
 #include "search/result_page.h"
 #include "search/variant_table.h"
-#include "text/blanks.h"
 
 namespace lirovan::search::companion {
 
@@ -53,33 +52,24 @@ QByteArray jsonNodes(const ResultTree& tree) {
     return jsonList(items);
 }
 
-// As the window hands it on.
-QString trimmed(const Request& request) {
-    return text::trimBlanks(request.query).toString();
-}
-
 // A run that nobody watches.
 struct Run {
-    explicit Run(const data::Library& library, Request& request)
-        : query(trimmed(request)),
-          engine(library, tree),
-          result(engine.listele(query, request.order, query, request.options, request.scope, host)) {}
-    QString query;
+    explicit Run(const data::Library& library, SearchRequest request)
+        : engine(library, tree), result(engine.run(std::move(request), host)) {}
     RunHost host;
     ResultTree tree;
     SearchEngine engine;
-    Result<RunResult> result;
-    const SearchRun* stored() const { return engine.stores().find(1); }
+    Result<SearchOutcome> result;
 };
 
 }  // namespace
 
-Result<QByteArray> ara(const data::Library& library, Request request) {
+Result<QByteArray> ara(const data::Library& library, SearchRequest request) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
     SearchRun empty;
     if (request.options.caseSensitive) empty.KarsilastirmaKipi = text::Comparison::Exact;
-    const SearchRun* const listed = run.stored();
+    const SearchRun* const listed = run.result->run;
     const SearchRun& stored = listed ? *listed : empty;
     return JsonLine()
                .raw("kelimeler", jsonTexts(stored.AramaKelimeleri))
@@ -93,13 +83,10 @@ Result<QByteArray> ara(const data::Library& library, Request request) {
 }
 
 QByteArray vurgula(const data::Library& library, const platform::AppFolder& folder, data::TopicId topic,
-                   Request request, bool json) {
+                   SearchRequest request, bool json) {
     ResultTree tree;
     RunHost host;
-    RunResult::End end;
-    QString query = trimmed(request);
-    const SearchRun run =
-        SearchEngine(library, tree).prepare(query, request.options, host, end).value_or(SearchRun());
+    const SearchRun run = SearchEngine(library, tree).prepare(std::move(request), host).run;
     const auto page = highlightedPage(library, folder, topic, {}, run);
     if (!page) return {};
     if (!json) return browse::pageBytes(page->page);
@@ -109,11 +96,11 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
            '\n';
 }
 
-Result<QByteArray> ozet(const data::Library& library, Request request, int group) {
+Result<QByteArray> ozet(const data::Library& library, SearchRequest request, int group) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
     const Result<QString> page = summaryPage(
-        library, run.stored(), group, [](qsizetype) {}, [] { return true; });
+        library, run.result->run, group, [](qsizetype) {}, [] { return true; });
     if (!page) return page.error();
     return browse::pageBytes(*page);
 }
@@ -165,12 +152,13 @@ void appendBook(QByteArray& line, const BookHits& book) {
 
 }  // namespace
 
-Result<void> baglam(const data::Library& library, Request request, qsizetype width, const Output& output) {
+Result<void> baglam(const data::Library& library, SearchRequest request, qsizetype width,
+                    const Output& output) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
-    if (!run.stored()) return {};
+    if (!run.result->run) return {};
     Lines lines(output);
-    return contextsOfRun(library, *run.stored(), width,
+    return contextsOfRun(library, *run.result->run, width,
                          [&](data::TopicId topic, const std::vector<Context>& contexts) {
                              for (const Context& context : contexts) {
                                  appendContext(lines.text, topic, context);
@@ -180,16 +168,17 @@ Result<void> baglam(const data::Library& library, Request request, qsizetype wid
                          });
 }
 
-Result<void> dagilim(const data::Library& library, Request request, const Output& output) {
+Result<void> dagilim(const data::Library& library, SearchRequest request, const Output& output) {
     Run run(library, request);
     if (!run.result) return run.result.error();
-    if (!run.stored()) return {};
+    if (!run.result->run) return {};
     Lines lines(output);
-    return booksOfRun(library, run.engine.outline(), *run.stored(), request.scope, [&](const BookHits& book) {
-        appendBook(lines.text, book);
-        lines.end();
-        return true;
-    });
+    return booksOfRun(library, run.engine.outline(), *run.result->run, request.scope,
+                      [&](const BookHits& book) {
+                          appendBook(lines.text, book);
+                          lines.end();
+                          return true;
+                      });
 }
 
 Result<QByteArray> kelimeler(const data::Library& library) {

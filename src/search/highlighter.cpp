@@ -123,7 +123,7 @@ class WordMarker {
 QStringList wordsToMark(const SearchRun& run) {
     QStringList words = run.AramaKelimeleri;
     // A run that asked for all words keeps them apart.
-    if (run.options.allWords) words += run.TumVaryantlar;
+    if (run.request.options.allWords) words += run.TumVaryantlar;
     orderLongestFirst(words);
     return words;
 }

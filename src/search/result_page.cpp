@@ -5,6 +5,7 @@
 #include "browse/page_layout.h"
 #include "browse/topic_page.h"
 #include "search/passages.h"
+#include "text/blanks.h"
 #include "text/title.h"
 
 namespace lirovan::search {
@@ -47,7 +48,8 @@ std::optional<ResultPage> highlightedPage(const Library& library, const platform
     data::TopicText text = orEmpty(std::move(row));
 
     ResultPage result;
-    result.marks = markHits(std::move(text.text), wordsToMark(run), run, run.options.wholeWord, progress);
+    result.marks =
+        markHits(std::move(text.text), wordsToMark(run), run, run.request.options.wholeWord, progress);
     text.text = std::exchange(result.marks.text, QString());
 
     const data::BookHeading heading = orEmpty(library.headingWithBook(topic, headingRow));
@@ -79,7 +81,9 @@ Result<QString> summaryPage(const Library& library, const SearchRun* run, int gr
     started(hits);
 
     // One phrase is marked over its whole length.
-    const auto phraseLength = run->options.together ? std::optional(run->typedLength) : std::nullopt;
+    const auto phraseLength = run->request.options.together
+                                  ? std::optional(text::trimBlanks(run->request.query).size())
+                                  : std::nullopt;
     QString page;
     bool stopped = false;
     for (const RecordedTopic& recorded : *topics) {

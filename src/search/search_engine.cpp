@@ -49,11 +49,9 @@ struct RatedTopic {
 
 struct SearchEngine::Listing {
     SearchRun& run;
-    ListOrder order;
-    const SearchOptions& options;
-    const platform::BookSelection& scope;
     RunHost& host;
-    TopicScanner scanner;
+    ListOrder order = run.request.order;
+    TopicScanner scanner{run};
     std::unique_ptr<ScanAhead> scan = {};  // of the whole library, when all of it is searched
     ResultNode* root = nullptr;
 
@@ -97,28 +95,19 @@ struct SearchEngine::Listing {
     }
 };
 
-std::optional<SearchRun> SearchEngine::prepare(QString& query, SearchOptions& options, RunHost& host,
-                                               RunResult::End& end) {
-    end = RunResult::End::NoWords;
-    if (text::trimBlanks(query).isEmpty()) return std::nullopt;
-    const qsizetype typedLength = text::trimBlanks(query).size();
-    query = cleanQuery(query);
-    SearchRun run = startRun(query, options);
+SearchEngine::Prepared SearchEngine::prepare(SearchRequest request, RunHost& host) {
+    if (text::trimBlanks(request.query).isEmpty()) return {};
+    const QString cleaned = cleanQuery(text::trimBlanks(request.query));
+    SearchRun run = startRun(std::move(request), cleaned);
     run.AramaNo = ++AramaNo_;
-    if (run.AramaKelimeleri.isEmpty()) return std::nullopt;
+    if (run.AramaKelimeleri.isEmpty()) return {};
+    SearchOptions& options = run.request.options;
     if (hasSingleLetter(run)) {
-        if (!host.acceptSingleLetter()) {
-            end = RunResult::End::Cancelled;
-            return std::nullopt;
-        }
+        if (!host.acceptSingleLetter()) return {SearchOutcome::End::Cancelled};
         options.wholeWord = true;
     }
-    completeRun(run, options,
-                [&](const QString& word) { return tableVariants(word, options.caseSensitive); });
-    run.options = options;
-    run.typedLength = typedLength;
-    end = RunResult::End::Listed;
-    return run;
+    completeRun(run, [&](const QString& word) { return tableVariants(word, options.caseSensitive); });
+    return {SearchOutcome::End::Listed, std::move(run)};
 }
 
 QStringList SearchEngine::tableVariants(const QString& word, bool caseSensitive) const {
@@ -138,41 +127,35 @@ QStringList SearchEngine::tableVariants(const QString& word, bool caseSensitive)
     return variants;
 }
 
-// `typed` is a copy: it may be the very text that is cleaned in place.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
-Result<RunResult> SearchEngine::listele(QString& query, ListOrder order, QString typed,
-                                        SearchOptions& options, const platform::BookSelection& scope,
-                                        RunHost& host) {
-    RunResult result;
-    std::optional<SearchRun> prepared = prepare(query, options, host, result.end);
-    if (!prepared) return result;
-    if (options.clearResult) {
+Result<SearchOutcome> SearchEngine::run(SearchRequest request, RunHost& host) {
+    Prepared prepared = prepare(std::move(request), host);
+    if (prepared.end != SearchOutcome::End::Listed) return SearchOutcome{prepared.end};
+    if (prepared.run.request.options.clearResult) {
         tree_.SonuclariTemizle();
         stores_.clear();
     }
-    SearchRun& run = stores_.add(std::move(*prepared));
+    SearchRun& run = stores_.add(std::move(prepared.run));
 
-    Listing listing{run, order, options, scope, host, TopicScanner(run, options)};
+    Listing listing{run, host};
+    const QString shown = text::trimBlanks(run.request.shown.value_or(run.request.query)).toString();
     listing.root = &tree_.add(nullptr, {NodeKind::Run, u"bul"_s + QString::number(run.AramaNo),
-                                        u"Aranan :\""_s + text::trimBlanks(typed).toString() + u'"', u"Bul"_s,
-                                        qint64(run.AramaNo)});
+                                        u"Aranan :\""_s + shown + u'"', u"Bul"_s, qint64(run.AramaNo)});
     host.runStarted(*listing.root);
     const Result<void> ended = listAuthors(listing);
-    result.listed = listing.listed;
     if (listing.listed == 0) tree_.removeLastRun();
     if (!ended) return ended.error();
-    return result;
+    return SearchOutcome{prepared.end, listing.listed, &run};
 }
 
 Result<void> SearchEngine::listAuthors(Listing& listing) {
-    const AuthorId wanted{listing.scope.authorId};
+    const AuthorId wanted{listing.run.request.scope.authorId};
     Result<Statement> rows =
         library_.query(wanted.value == 0 ? catalogue::authors() : catalogue::authorInOrder(wanted));
     if (!rows) return rows.error();
     outline_.refresh();
     if (kept_) kept_->refresh();
     // Begun before the outline is read: which topics match does not depend on their order.
-    if (wanted.value == 0 && listing.order != ListOrder::None)
+    if (wanted.value == 0)
         if (std::vector<qint64> all = outline_.allRows(); !all.empty())
             listing.scan =
                 std::make_unique<ScanAhead>(library_, listing.scanner, std::move(all), kept_.get());
@@ -190,7 +173,6 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
                                                    author == AuthorId{1} ? u"vq"_s : u"Lirovan"_s,
                                                    {}});
         listing.run.IsabetKaydi += u'$';
-        if (listing.order == ListOrder::None) continue;
         const Result<void> listed = listTopics(listing, author);
         const Result<void> byRatio = listByRatio(listing);
         if (!listed) return listed;
@@ -201,7 +183,7 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
 
 Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
     const auto found = outline_.topics(topicsOfScope(
-        listing.scope, author,
+        listing.run.request.scope, author,
         listing.order == ListOrder::Konu ? catalogue::TopicOrder::Heading : catalogue::TopicOrder::Book));
     if (!found) return found.error();
     const std::vector<TopicRow>& topics = **found;

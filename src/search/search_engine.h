@@ -17,11 +17,6 @@
 
 namespace lirovan::search {
 
-/// How a run groups its topics: under their books, or right under their author by heading or by ratio (see
-/// ratio_order.h; equal ratios in the order of the books). None: another order's name was given; the run
-/// lists authors, but no topics.
-enum class ListOrder { Kitap, Konu, Oran, None };
-
 /// What a run asks and tells while it works. The defaults suit a run that nobody watches.
 class RunHost {
   public:
@@ -42,13 +37,14 @@ class RunHost {
     virtual bool goOn() { return true; }
 };
 
-struct RunResult {
+struct SearchOutcome {
     enum class End {
         NoWords,    ///< nothing but blanks and punctuation was asked for
         Cancelled,  ///< at the single-letter warning
         Listed      ///< the run is stored, whether or not it found or was stopped
     } end = End::NoWords;
-    qint64 listed = 0;  ///< BulunanKonuSayisi: topics in the tree
+    qint64 listed = 0;               ///< BulunanKonuSayisi: topics in the tree
+    const SearchRun* run = nullptr;  ///< as stored; null unless Listed
 };
 
 class SearchEngine {
@@ -59,18 +55,17 @@ class SearchEngine {
     /// Keeps the topic texts from one run to the next, for who searches more than once.
     void keepTexts() { kept_ = std::make_unique<KeptTexts>(library_); }
 
-    /// Everything up to the word list: cleans `query` (in place), gives the run its number, adds I variants
-    /// and table variants, and asks about single letters, which turns `options.wholeWord` on. Nothing where
-    /// the run ends here; `end` tells why.
-    std::optional<SearchRun> prepare(QString& query, SearchOptions& options, RunHost& host,
-                                     RunResult::End& end);
+    struct Prepared {
+        SearchOutcome::End end = SearchOutcome::End::NoWords;
+        SearchRun run = {};  ///< without words unless Listed
+    };
+    /// Everything up to the word list: cleans the query, gives the run its number, adds I variants and table
+    /// variants, and asks about single letters, which turns the run's `wholeWord` on.
+    Prepared prepare(SearchRequest request, RunHost& host);
 
-    /// listele — the run. `typed`: the search box text, shown in the run's root. When it lists no topic, all
-    /// its nodes are removed again. An error of the library ends the run where it stands; what was listed
-    /// stays.
-    platform::Result<RunResult> listele(QString& query, ListOrder order, QString typed,
-                                        SearchOptions& options, const platform::BookSelection& scope,
-                                        RunHost& host);
+    /// listele — the run. When it lists no topic, all its nodes are removed again. An error of the library
+    /// ends the run where it stands; what was listed stays.
+    platform::Result<SearchOutcome> run(SearchRequest request, RunHost& host);
 
     const RunStores& stores() const { return stores_; }
     TopicOutline& outline() { return outline_; }

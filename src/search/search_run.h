@@ -6,19 +6,10 @@
 #include <map>
 #include <vector>
 
+#include "search/search_request.h"
 #include "text/comparison.h"
 
 namespace lirovan::search {
-
-/// The check boxes of the frame "Arama Seçenekleri".
-struct SearchOptions {
-    bool caseSensitive = false;  ///< chk_BKD
-    bool wholeWord = false;      ///< chk_TMK
-    bool allWords = false;       ///< chk_HPI
-    bool together = false;       ///< chk_FindWith
-    bool clearResult = false;    ///< chk_ClearResult
-    bool soundChanges = false;   ///< "Ses Değişimlerini de Bul"
-};
 
 /// A word as it stands before an ending that begins with a vowel; see text/sound_changes.h.
 struct SoundForm {
@@ -45,9 +36,7 @@ struct WordTally {
 
 struct SearchRun {
     int AramaNo = 0;
-    SearchOptions options;  ///< as the run went on: a single letter turns `wholeWord` on
-    /// Characters of the query as it was typed: what a summary marks where `options.together`.
-    qsizetype typedLength = 0;
+    SearchRequest request;  ///< as the run went on: a single letter turns `wholeWord` on
     /// What is searched: the words, their I variants and, unless all words are asked for, the table variants.
     QStringList AramaKelimeleri;
     text::Comparison KarsilastirmaKipi = text::Comparison::CaseInsensitive;

@@ -126,7 +126,7 @@ void SearchWindow::mnu_Sirala_Click(QStringView key) {
     parts_.frame.setPanelVisible(3, false);
 }
 
-bool SearchWindow::listele(QString query, ListOrder order) {
+bool SearchWindow::listele(const QString& query, ListOrder order) {
     bool closed = false;
     {
         const Busy busy(*this);
@@ -136,10 +136,10 @@ bool SearchWindow::listele(QString query, ListOrder order) {
             parts_.frame.setToolTextVisible(true);
             parts_.view.setNoDropPointer(true);
         }
-        SearchOptions options = parts_.view.options();
-        const Result<RunResult> result = engine_.listele(query, order, parts_.view.searchText(), options,
-                                                         parts_.frame.selectedBooks(), *this);
-        closed = result && result->end == RunResult::End::Listed;
+        const Result<SearchOutcome> result = engine_.run(
+            {query, parts_.view.options(), order, parts_.frame.selectedBooks(), parts_.view.searchText()},
+            *this);
+        closed = result && result->end == SearchOutcome::End::Listed;
         if (closed || !result) {
             followNewestBook();
             parts_.view.letEventsRun();
@@ -155,7 +155,7 @@ bool SearchWindow::listele(QString query, ListOrder order) {
             if (!closing_) tell(failure(result.error()));
         } else if (closed) {
             closeRun(*result);
-        } else if (result->end == RunResult::End::Cancelled) {
+        } else if (result->end == SearchOutcome::End::Cancelled) {
             // From the query too: sorting it again would bring the letters back.
             SonSorgu_ = withoutSingleLetters(SonSorgu_);
             parts_.view.setSearchText(withoutSingleLetters(parts_.view.searchText()));
@@ -168,7 +168,7 @@ bool SearchWindow::listele(QString query, ListOrder order) {
     return closed;
 }
 
-void SearchWindow::closeRun(const RunResult& result) {
+void SearchWindow::closeRun(const SearchOutcome& result) {
     parts_.frame.setPanelVisible(2, true);
     if (result.listed > 0) {
         parts_.frame.setPanelText(

@@ -74,8 +74,8 @@ class SearchWindow : private RunHost {
     /// Shows a message of the search; then the focus is in the search box, where the next step is taken.
     platform::Answer tell(const platform::Message& message);
     /// Whether the run came to its end, found something or not, or was stopped.
-    bool listele(QString query, ListOrder order);
-    void closeRun(const RunResult& result);
+    bool listele(const QString& query, ListOrder order);
+    void closeRun(const SearchOutcome& result);
     void showTopic(const ResultNode& node, const SearchRun& run);
     void showPage(const platform::Result<QByteArray>& written, const QString& caption);
     void OzetAl(int group, const SearchRun* run);

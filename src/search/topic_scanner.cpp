@@ -68,8 +68,10 @@ class TopicScanner::Sieve {
     std::optional<TextGrams> grams_;
 };
 
-TopicScanner::TopicScanner(const SearchRun& run, const SearchOptions& options)
-    : comparison_(run.KarsilastirmaKipi), wholeWord_(options.wholeWord), allWords_(options.allWords) {
+TopicScanner::TopicScanner(const SearchRun& run)
+    : comparison_(run.KarsilastirmaKipi),
+      wholeWord_(run.request.options.wholeWord),
+      allWords_(run.request.options.allWords) {
     const qsizetype words = run.AramaKelimeleri.size();
     const QStringList entries = allWords_ ? run.AramaKelimeleri + run.TumVaryantlar : run.AramaKelimeleri;
     entries_ = static_cast<size_t>(entries.size());

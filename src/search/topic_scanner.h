@@ -28,7 +28,7 @@ struct HitRecord {
 
 class TopicScanner {
   public:
-    TopicScanner(const SearchRun& run, const SearchOptions& options);
+    explicit TopicScanner(const SearchRun& run);
 
     /// Whether the topic belongs into the result. `text` is UTF-8 as stored.
     bool matches(std::string_view text) const;

@@ -19,7 +19,7 @@ bool isCovered(const QString& form, const QString& word, const QStringList& form
 }
 
 // Notes the forms of `word` and gives those that become entries.
-QStringList addForms(SearchRun& run, const SearchOptions& options, const QString& word) {
+QStringList addForms(SearchRun& run, const QString& word) {
     const QStringList forms = text::soundForms(word);
     QStringList entries;
     for (const QString& form : forms) {
@@ -29,7 +29,7 @@ QStringList addForms(SearchRun& run, const SearchOptions& options, const QString
         SoundForm::Use use = SoundForm::Use::Counted;
         if (isForm(run.AramaKelimeleri) || isForm(run.TumVaryantlar) || isForm(entries))
             use = SoundForm::Use::Repeats;
-        else if (!options.wholeWord && isCovered(form, word, forms, run.KarsilastirmaKipi))
+        else if (!run.request.options.wholeWord && isCovered(form, word, forms, run.KarsilastirmaKipi))
             use = SoundForm::Use::Covered;
         if (use != SoundForm::Use::Repeats) entries.append(form);
         run.soundForms.push_back({form, word, use});
@@ -53,8 +53,10 @@ qsizetype placeOf(const QString& word, const QStringList& list, text::Comparison
 
 }  // namespace
 
-SearchRun startRun(const QString& cleaned, const SearchOptions& options) {
+SearchRun startRun(SearchRequest request, const QString& cleaned) {
     SearchRun run;
+    const SearchOptions& options = run.request.options;
+    run.request = std::move(request);
     run.KarsilastirmaKipi =
         options.caseSensitive ? text::Comparison::Exact : text::Comparison::CaseInsensitive;
     run.AramaKelimeleri = queryWords(cleaned, options.together);
@@ -67,17 +69,18 @@ bool hasSingleLetter(const SearchRun& run) {
                        [](const QString& word) { return text::trimBlanks(word).size() == 1; });
 }
 
-void completeRun(SearchRun& run, const SearchOptions& options, const VariantSource& variants) {
+void completeRun(SearchRun& run, const VariantSource& variants) {
+    const SearchOptions& options = run.request.options;
     if (options.soundChanges)
         for (const QString& word : QStringList(run.AramaKelimeleri))
-            run.AramaKelimeleri += addForms(run, options, word);
+            run.AramaKelimeleri += addForms(run, word);
     for (const QString& word : std::as_const(run.AramaKelimeleri)) {
         QStringList& ofWord = run.KelimeVaryantlari.emplace_back();
         for (const QString& variant : variants(word)) {
             QStringList found{variant};
             run.TumVaryantlar += variant;
             if (options.soundChanges) {
-                const QStringList forms = addForms(run, options, variant);
+                const QStringList forms = addForms(run, variant);
                 run.TumVaryantlar += forms;
                 found += forms;
             }

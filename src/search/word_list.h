@@ -13,8 +13,9 @@ namespace lirovan::search {
 /// The forms of a word in the texts (with circumflexes), for a word as the reader writes it.
 using VariantSource = std::function<QStringList(const QString& word)>;
 
-/// A run with the words of a cleaned query and, unless case matters, their I variants. No words: no entries.
-SearchRun startRun(const QString& cleaned, const SearchOptions& options);
+/// A run with the words of the request's query, `cleaned`, and, unless case matters, their I variants. No
+/// words: no entries.
+SearchRun startRun(SearchRequest request, const QString& cleaned);
 
 /// Whether an entry is a single letter; the run then has to look for whole words.
 bool hasSingleLetter(const SearchRun& run);
@@ -22,7 +23,7 @@ bool hasSingleLetter(const SearchRun& run);
 /// Completes the list: sound forms where they are asked for, then the variants of every entry. With all words
 /// asked for, variants stand in for their word; otherwise they are entries like the others, longest first
 /// unless whole words are asked for.
-void completeRun(SearchRun& run, const SearchOptions& options, const VariantSource& variants);
+void completeRun(SearchRun& run, const VariantSource& variants);
 
 /// An entry that is looked for, counted and marked.
 struct CountedWord {

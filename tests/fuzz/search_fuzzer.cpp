@@ -21,11 +21,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
         return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
     };
 
-    SearchRun run = startRun(cleanQuery(text(input.substr(0, lineEnd))), options);
+    SearchRun run = startRun({{}, options}, cleanQuery(text(input.substr(0, lineEnd))));
     if (run.AramaKelimeleri.isEmpty()) return 0;
-    run.options = options;
-    completeRun(run, options, [](const QString&) { return QStringList(); });
-    const TopicScanner scanner(run, options);
+    completeRun(run, [](const QString&) { return QStringList(); });
+    const TopicScanner scanner(run);
     const bool matches = scanner.matches(stored);
     run.IsabetKaydi = QStringLiteral("$");
     const qint64 count =

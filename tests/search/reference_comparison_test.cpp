@@ -29,7 +29,7 @@ struct Case {
 
     explicit Case(Random& random) : text(randomText(random)) {
         options = {random.oneIn(2), random.oneIn(2), random.oneIn(2), random.oneIn(5), false};
-        run.options = options;
+        run.request.options = options;
         run.KarsilastirmaKipi = options.caseSensitive ? Comparison::Exact : Comparison::CaseInsensitive;
         // Sometimes so many that words are sieved.
         QStringList& list = run.AramaKelimeleri;
@@ -59,7 +59,7 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
         const Case c(random);
         const std::string bytes = c.text.toStdString();
         SCOPED_TRACE((c.run.AramaKelimeleri + c.run.TumVaryantlar).join(u'|').toStdString() + '\n' + bytes);
-        const search::TopicScanner scanner(c.run, c.options);
+        const search::TopicScanner scanner(c.run);
         const reference::Topic plain{c.run, c.options, c.text};
         ASSERT_EQ(scanner.matches(bytes), plain.matches());
 
@@ -87,8 +87,8 @@ TEST(FastSearch, CountsManyOccurrencesInALargeBookByTheShortcut) {
         run.KelimeVaryantlari = {{}};
         const QString text = u"Su, "_s.repeated(times);
         QString record, expected;
-        const qint64 count = search::TopicScanner(run, {}).BulKelimeSay(text.toStdString(), {{7}, {33}},
-                                                                        {record}, [] { return true; });
+        const qint64 count = search::TopicScanner(run).BulKelimeSay(text.toStdString(), {{7}, {33}}, {record},
+                                                                    [] { return true; });
         EXPECT_EQ(count, (reference::Topic{run, {}, text}.count(7, 33, expected)));
         EXPECT_EQ(record, expected);
     }
@@ -111,7 +111,7 @@ TEST(FastSearch, FindsOnManyThreadsWhatTheReferenceFinds) {
         file.execute(u"DELETE FROM tbl_Konu WHERE rowid%7=0");  // a row that is gone matches nothing
         for (size_t i = 6; i < expected.size(); i += 7) expected[i] = false;
         const data::Library library = file.execute(u"COMMIT").open();
-        const search::TopicScanner scanner(c.run, c.options);
+        const search::TopicScanner scanner(c.run);
         search::KeptTexts kept(library);
         kept.refresh();
         // Without kept texts, while they are being kept, and from them.

@@ -13,7 +13,7 @@
 using namespace lirovan;
 using namespace lirovan::search;
 using namespace Qt::StringLiterals;
-using companion::Request;
+using Request = SearchRequest;
 
 namespace {
 
@@ -82,7 +82,6 @@ TEST_F(SearchEngineTest, ListsInTheOrderOfBooksOrHeadings) {
         EXPECT_EQ(record({u"ilim"_s, {}, order, {u"x"_s, 1, 10}}), u"$#1;4;19");
         EXPECT_EQ(record({u"ilim"_s, {}, order, {u"x"_s, 2, 35}}), u"$");
     }
-    EXPECT_EQ(record({u"ilim"_s, {}, ListOrder::None}), u"$$");
 }
 
 TEST_F(SearchEngineTest, CleansTheQueryAndAppliesTheOptions) {
@@ -112,10 +111,8 @@ TEST_F(SearchEngineTest, KeepsWhatWasListedWhenStopped) {
         int hits = 0;
         bool goOn() override { return ++hits < 4; }
     } host;
-    SearchOptions options;
-    QString query = u"ilim"_s;
     // Asked at the hit of topic 3, after it, and at the two hits of topic 1: the second one is not counted.
-    EXPECT_EQ(engine_.listele(query, ListOrder::Kitap, query, options, {}, host)->listed, 2);
+    EXPECT_EQ(engine_.run({u"ilim"_s}, host)->listed, 2);
     EXPECT_EQ(engine_.stores().find(1)->IsabetKaydi, u"$#3;18#1;4");
 }
 
@@ -126,9 +123,7 @@ TEST_F(SearchEngineTest, SeesChangesInWhatItKeepsAndEndsAtARowThatCannotBeRead) 
         ++run;
         for (SearchEngine* engine : {&engine_, &keeping}) {
             RunHost host;
-            SearchOptions options;
-            QString query = u"ilim"_s;
-            const auto result = engine->listele(query, ListOrder::Kitap, query, options, {}, host);
+            const auto result = engine->run({u"ilim"_s}, host);
             EXPECT_EQ(result ? QString() : result.error().message, message);
             EXPECT_EQ(engine->stores().find(run)->IsabetKaydi, record);
         }

@@ -39,13 +39,13 @@ QString utf16(std::string_view text) {
 }
 
 // What the companion prints, several calls.
-QByteArray contexts(const data::Library& library, const companion::Request& request, qsizetype width = 60) {
+QByteArray contexts(const data::Library& library, const SearchRequest& request, qsizetype width = 60) {
     QByteArray all;
     EXPECT_TRUE(companion::baglam(library, request, width, [&](const QByteArray& bytes) { all += bytes; }));
     return all;
 }
 
-QByteArray distribution(const data::Library& library, const companion::Request& request) {
+QByteArray distribution(const data::Library& library, const SearchRequest& request) {
     QByteArray all;
     EXPECT_TRUE(companion::dagilim(library, request, [&](const QByteArray& bytes) { all += bytes; }));
     return all;
@@ -60,14 +60,14 @@ TEST(SoundChanges, FindCountAndMarkAsTheTwinDoes) {
         QStringList typed;
         for (int i = random.below(3); i >= 0; --i)
             if (const QString word = random.from(StudyWords); !typed.contains(word)) typed += word;
-        SearchRun run = startRun(typed.join(u' '), options);
-        if (hasSingleLetter(run)) options.wholeWord = true;
-        completeRun(run, options, [](const QString&) { return QStringList(); });
+        SearchRun run = startRun({{}, options}, typed.join(u' '));
+        if (hasSingleLetter(run)) run.request.options.wholeWord = options.wholeWord = true;
+        completeRun(run, [](const QString&) { return QStringList(); });
         const QString text = studyText(random);
         const std::string bytes = text.toStdString();
         SCOPED_TRACE(run.AramaKelimeleri.join(u'|').toStdString() + '\n' + bytes);
         const reference::Topic twin{run, options, text};
-        const TopicScanner scanner(run, options);
+        const TopicScanner scanner(run);
         const auto found = [&](const QString& word) { return reference::wordFound(twin, word); };
         ASSERT_EQ(scanner.matches(bytes), options.allWords ? std::all_of(typed.begin(), typed.end(), found)
                                                            : std::any_of(typed.begin(), typed.end(), found));
@@ -96,10 +96,9 @@ TEST(SoundChanges, FindCountAndMarkAsTheTwinDoes) {
 
 TEST(SoundChanges, ShareTheColourOfTheirWord) {
     SearchOptions options{.caseSensitive = true, .soundChanges = true};
-    SearchRun run = startRun(u"hak kitap"_s, options);
-    completeRun(run, options, [](const QString& word) {
-        return word == u"kitap" ? QStringList{u"kitâp"_s} : QStringList();
-    });
+    SearchRun run = startRun({{}, options}, u"hak kitap"_s);
+    completeRun(
+        run, [](const QString& word) { return word == u"kitap" ? QStringList{u"kitâp"_s} : QStringList(); });
     const HighlightedText page = markHits(u"<p>hakkı kitabı kitâbı</p>"_s, wordsToMark(run), run, false);
     std::map<QString, QString> colours(page.colours.begin(), page.colours.end());
     EXPECT_EQ(colours[u"hak"_s], colours[u"hağ"_s]);
@@ -129,7 +128,7 @@ TEST(Contexts, AreWhatTheTwinCutsOut) {
         SearchRun run;
         run.AramaKelimeleri = {random.from(test::Words), random.from(test::Words)};
         const SearchOptions options;
-        const TopicScanner scanner(run, options);
+        const TopicScanner scanner(run);
         run.IsabetKaydi = u"$"_s;
         scanner.BulKelimeSay(text.toStdString(), {{7}, {1}}, {run.IsabetKaydi, &run.tally},
                              [] { return true; });
@@ -193,7 +192,7 @@ TEST_F(StudyLibrary, ListsByRatio) {
 }
 
 TEST_F(StudyLibrary, PrintsContextsAndDistribution) {
-    const companion::Request sounds{u"kitap"_s, {.soundChanges = true}};
+    const SearchRequest sounds{u"kitap"_s, {.soundChanges = true}};
     EXPECT_EQ(contexts(library_, sounds, 7).toStdString(),
               R"({"konu":2,"konum":4,"sol":"","isabet":"kitap","sag":" var, k"}
 {"konu":3,"konum":1,"sol":"","isabet":"kitap","sag":""}
@@ -217,9 +216,7 @@ TEST_F(StudyLibrary, PassesOverTopicsThatAreGone) {
     ResultTree tree;
     SearchEngine engine(library_, tree);
     RunHost host;
-    QString query = u"kitap"_s;
-    SearchOptions options;
-    ASSERT_TRUE(engine.listele(query, ListOrder::Kitap, query, options, {}, host));
+    ASSERT_TRUE(engine.run({u"kitap"_s}, host));
     ASSERT_TRUE(library_.database().execute(
         u"delete from tbl_Konu where KonuID=2; update tbl_Konu set Konu='x' where KonuID=5"));
     QString seen;

@@ -8,7 +8,7 @@ namespace lirovan::tools {
 using namespace Qt::StringLiterals;
 using platform::Error;
 using platform::Result;
-using search::companion::Request;
+using search::SearchRequest;
 
 namespace {
 
@@ -21,8 +21,8 @@ std::vector<QStringView> flagsAnd(QStringView flag) {
     return flags;
 }
 
-Request requestOf(const QString& query, const Arguments& arguments) {
-    Request request;
+SearchRequest requestOf(const QString& query, const Arguments& arguments) {
+    SearchRequest request;
     request.query = query;
     request.options = {.caseSensitive = arguments.has(u"harf"),
                        .wholeWord = arguments.has(u"tum-kelime"),
@@ -34,7 +34,7 @@ Request requestOf(const QString& query, const Arguments& arguments) {
 }
 
 // Order and scope: --sira, --yazar, --kitap.
-Result<void> addScope(Request& request, const Arguments& arguments) {
+Result<void> addScope(SearchRequest& request, const Arguments& arguments) {
     const QString order = arguments.value(u"sira").value_or(u"kitap"_s);
     if (order == u"kitap")
         request.order = search::ListOrder::Kitap;
@@ -70,7 +70,7 @@ ExitStatus failUsage(const Error& error) {
 }
 
 ExitStatus ara(const Arguments& arguments) {
-    Request request = requestOf(arguments.positional[1], arguments);
+    SearchRequest request = requestOf(arguments.positional[1], arguments);
     if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
     const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
     if (!open) return fail(open.error());
@@ -95,7 +95,7 @@ ExitStatus ozet(const Arguments& arguments) {
     bool isNumber = false;
     const int group = arguments.value(u"grup")->toInt(&isNumber);
     if (!isNumber || group < 0) return failUsage({u"--grup 0 ya da daha büyük bir tam sayı olmalı."_s});
-    Request request = requestOf(arguments.positional[1], arguments);
+    SearchRequest request = requestOf(arguments.positional[1], arguments);
     if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
     const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
     if (!open) return fail(open.error());
@@ -103,12 +103,12 @@ ExitStatus ozet(const Arguments& arguments) {
 }
 
 // Context and distribution: what they need, and where it goes.
-using Printed = Result<void> (*)(const data::Library&, const Request&, qsizetype,
+using Printed = Result<void> (*)(const data::Library&, const SearchRequest&, qsizetype,
                                  const search::companion::Output&);
 constexpr qsizetype ContextWidth = 60, WidestContext = 100'000;
 
 ExitStatus printRun(const Arguments& arguments, Printed print) {
-    Request request = requestOf(arguments.positional[1], arguments);
+    SearchRequest request = requestOf(arguments.positional[1], arguments);
     if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
     bool isNumber = true;
     const auto typed = arguments.value(u"genislik");
@@ -123,14 +123,14 @@ ExitStatus printRun(const Arguments& arguments, Printed print) {
 }
 
 ExitStatus baglam(const Arguments& arguments) {
-    return printRun(arguments, [](const data::Library& library, const Request& request, qsizetype width,
+    return printRun(arguments, [](const data::Library& library, const SearchRequest& request, qsizetype width,
                                   const search::companion::Output& output) {
         return search::companion::baglam(library, request, width, output);
     });
 }
 
 ExitStatus dagilim(const Arguments& arguments) {
-    return printRun(arguments, [](const data::Library& library, const Request& request, qsizetype,
+    return printRun(arguments, [](const data::Library& library, const SearchRequest& request, qsizetype,
                                   const search::companion::Output& output) {
         return search::companion::dagilim(library, request, output);
     });
