@@ -64,7 +64,7 @@ struct Run {
 
 }  // namespace
 
-Result<QByteArray> ara(const data::Library& library, SearchRequest request) {
+Result<QByteArray> ara(const data::Library& library, const SearchRequest& request) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
     SearchRun empty;
@@ -83,10 +83,10 @@ Result<QByteArray> ara(const data::Library& library, SearchRequest request) {
 }
 
 QByteArray vurgula(const data::Library& library, const platform::AppFolder& folder, data::TopicId topic,
-                   SearchRequest request, bool json) {
+                   const SearchRequest& request, bool json) {
     ResultTree tree;
     RunHost host;
-    const SearchRun run = SearchEngine(library, tree).prepare(std::move(request), host).run;
+    const SearchRun run = SearchEngine(library, tree).prepare(request, host).run;
     const auto page = highlightedPage(library, folder, topic, {}, run);
     if (!page) return {};
     if (!json) return browse::pageBytes(page->page);
@@ -96,7 +96,7 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
            '\n';
 }
 
-Result<QByteArray> ozet(const data::Library& library, SearchRequest request, int group) {
+Result<QByteArray> ozet(const data::Library& library, const SearchRequest& request, int group) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
     const Result<QString> page = summaryPage(
@@ -152,7 +152,7 @@ void appendBook(QByteArray& line, const BookHits& book) {
 
 }  // namespace
 
-Result<void> baglam(const data::Library& library, SearchRequest request, qsizetype width,
+Result<void> baglam(const data::Library& library, const SearchRequest& request, qsizetype width,
                     const Output& output) {
     const Run run(library, request);
     if (!run.result) return run.result.error();
@@ -168,7 +168,7 @@ Result<void> baglam(const data::Library& library, SearchRequest request, qsizety
                          });
 }
 
-Result<void> dagilim(const data::Library& library, SearchRequest request, const Output& output) {
+Result<void> dagilim(const data::Library& library, const SearchRequest& request, const Output& output) {
     Run run(library, request);
     if (!run.result) return run.result.error();
     if (!run.result->run) return {};
