@@ -38,8 +38,7 @@ class EveryWindow : public MainWindowTest {
     }
 
     void inListOfNotes(const Check& check) {
-        inDialog([this] { find<notes::frm_IcerikCopy>(u"frm_IcerikCopy"_s)->editor().menu(u"mnu_ac"); },
-                 check);
+        inDialog([this] { find<notes::frm_IcerikCopy>(u"frm_IcerikCopy"_s)->editor().open(); }, check);
     }
 
     /// `check` gets the main window with its children, then each dialog and the splash window.

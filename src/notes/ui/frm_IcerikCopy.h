@@ -1,4 +1,5 @@
-// frm_IcerikCopy — the notebook's window: menus, Toolbar1, the edit box. What they do is NoteEditor's matter.
+// frm_IcerikCopy — the notebook's window: menus, Toolbar1 (note_commands), the edit box. What they do is
+// NoteEditor's matter.
 #pragma once
 
 #include <QElapsedTimer>
@@ -6,15 +7,13 @@
 #include <QTimer>
 #include <functional>
 
-#include "notes/note_editor.h"
 #include "notes/ui/note_box.h"
-#include "notes/ui/system_clipboard.h"
-
-class QMenu;
+#include "notes/ui/note_commands.h"
+#include "notes/ui/note_editor.h"
 
 namespace lirovan::notes {
 
-class frm_IcerikCopy : public QMainWindow, private EditorWindow {
+class frm_IcerikCopy : public QMainWindow {
     Q_OBJECT
 
   public:
@@ -36,30 +35,14 @@ class frm_IcerikCopy : public QMainWindow, private EditorWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    void makeMenus();
-    void makeToolbar();
     void watchTheBox();
-    void addItem(QMenu* menu, QStringView name, const QString& caption, const QKeySequence& shortcut = {});
-    void giveShortcut(QAction& action, const QKeySequence& shortcut);
     QAction* itemFor(const QKeyEvent& event) const;
     void keepDraft();
     void showDraftState();
 
-    void setCaption(const QString& caption) override { setWindowTitle(caption); }
-    QPoint onScreen(platform::Twips x, platform::Twips y) const override;
-    void setButtonPressed(QStringView key, bool pressed) override;
-    void setButtonEnabled(QStringView key, bool enabled) override;
-    void setItemEnabled(QStringView item, bool enabled) override;
-    void popUpSizes() override;
-    void showNoteList() override { surroundings_.showNoteList(editor_); }
-    void closeWindow() override;
-    bool print(const platform::PrintTarget& target) override;
-
-    Surroundings surroundings_;
     NoteBox* txt_Icerik;
     NoteBox* txt_Icerik2;  // never shown
-    QMenu* mnu_yazi = nullptr;
-    SystemClipboard clipboard_;
+    NoteActions actions_;
     NoteEditor editor_;
     QTimer draftTimer_, draftDoneTimer_;
     QElapsedTimer unkept_;  // since the first change that is in no draft

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "notes/note_list.h"
+#include "notes/ui/note_list.h"
 
 class QListWidget;
 class QMenu;

@@ -11,7 +11,7 @@
 
 #include "notes/note_text.h"
 #include "notes/ui/long_work.h"
-#include "notes/ui/system_clipboard.h"
+#include "notes/ui/passages.h"
 #include "platform/core/rtf/bounds.h"
 #include "platform/core/rtf/reader.h"
 #include "platform/ui/clipboard.h"

@@ -3,35 +3,43 @@
 
 #include <QTextEdit>
 #include <memory>
+#include <optional>
 
-#include "notes/editor_ports.h"
+#include "platform/core/rtf/document.h"
 
 namespace lirovan::notes {
 
 class LongWork;
 
-class NoteBox : public QTextEdit, public RichBox {
+enum class Style { Bold, Italic, Underline };
+
+class NoteBox : public QTextEdit {
     Q_OBJECT
 
   public:
     explicit NoteBox(QWidget* parent = nullptr);
 
-    QString plainText() const override { return toPlainText(); }
-    platform::rtf::Document document() const override;
-    void setDocument(const platform::rtf::Document& document) override;
-    std::optional<platform::rtf::Document> load(const QString& notRtf) override;
-    void moveToEnd() override;
-    bool hasSelection() const override { return textCursor().hasSelection(); }
-    platform::rtf::Document selection() const override;
-    void replaceSelection(const platform::rtf::Document& document) override;
-    void paste() override { QTextEdit::paste(); }
-    std::optional<bool> style(Style style) const override;
-    void setStyle(Style style, bool on) override;
-    std::optional<platform::rtf::Rgb> color() const override;
-    void setColor(platform::rtf::Rgb color) override;
-    double fontSize() const override;
-    void setFontSize(double points) override;
-    void setFocus() override { QTextEdit::setFocus(); }
+    platform::rtf::Document document() const;
+    void setDocument(const platform::rtf::Document& document);
+    /// Shows a NotRTF and gives its text as the box holds it. Nothing when that was stopped: all is as it
+    /// was.
+    std::optional<platform::rtf::Document> load(const QString& notRtf);
+
+    /// The cursor goes behind the last letter, and into view.
+    void moveToEnd();
+    bool hasSelection() const { return textCursor().hasSelection(); }
+    platform::rtf::Document selection() const;
+    void replaceSelection(const platform::rtf::Document& document);
+
+    // Of the selection, or of what would be typed at the cursor. Nothing: mixed.
+    std::optional<bool> style(Style style) const;
+    void setStyle(Style style, bool on);
+    std::optional<platform::rtf::Rgb> color() const;  ///< the box's own text colour is black
+    void setColor(platform::rtf::Rgb color);
+
+    /// Size of the box's font in points. Setting it changes all text.
+    double fontSize() const;
+    void setFontSize(double points);
 
     /// While a long text is being put in bit by bit and events are handled in between.
     bool isBusy() const { return busy_; }

@@ -8,6 +8,8 @@
 
 namespace lirovan::notes {
 
+using namespace Qt::StringLiterals;
+
 Notebook::Notebook(QMdiArea& area, platform::AppFolder folder, const platform::MainFrame& frame,
                    platform::Dialogs& dialogs, platform::Printing& printing, NotesDatabase::Importer importer,
                    QObject* parent)
@@ -34,7 +36,7 @@ void Notebook::show() {
     const auto prepared = preparePlace(place);
     window_ = new frm_IcerikCopy({dialogs_, printing_, [this, place] { return openNotes(place, importer_); },
                                   [this](NoteEditor& editor) { showNoteList(editor); }});
-    auto* frame = new platform::MdiChild(QStringLiteral("notebookFrame"));
+    auto* frame = new platform::MdiChild(u"notebookFrame"_s);
     frame->setWidget(window_);
     frame->setWindowIcon(platform::icon(u"not"));
     area_.addSubWindow(frame);
@@ -43,8 +45,7 @@ void Notebook::show() {
     window_->box().setFocus();
     window_->editor().load(NoteDraft::in(place.home));
     // What went wrong is told when the notes are opened.
-    if (prepared && *prepared)
-        dialogs_.show(platform::noticeMessage(placeNotice(place), QStringLiteral("Notlar")));
+    if (prepared && *prepared) dialogs_.show(platform::noticeMessage(placeNotice(place), u"Notlar"_s));
 }
 
 void Notebook::pasteFromClipboard() {

@@ -1,4 +1,4 @@
-#include "notes/note_list.h"
+#include "notes/ui/note_list.h"
 
 #include "platform/core/rtf/reader.h"
 

@@ -1,19 +1,20 @@
-// The notebook's decisions: which note is in the edit box, when it is saved and who is asked, what the
-// buttons and menu items do. Written against ports; frm_IcerikCopy is the window.
+// Which note is in the notebook's edit box, when it is saved and who is asked, and what the commands do
+// (note_commands says which there are). frm_IcerikCopy is the window.
 //
 // Text in the box is never lost to a failure: where a note cannot be written the box keeps it, the window
 // stays open, and the user may put it into a file.
 #pragma once
 
-#include <QDate>
 #include <QString>
 #include <functional>
 
-#include "notes/editor_ports.h"
 #include "notes/note_draft.h"
 #include "notes/notes_database.h"
+#include "notes/ui/note_box.h"
+#include "notes/ui/note_commands.h"
 #include "platform/core/dialogs.h"
 #include "platform/core/main_frame.h"
+#include "platform/core/printing.h"
 #include "platform/core/twips.h"
 
 namespace lirovan::notes {
@@ -26,21 +27,19 @@ class NoteEditor {
     using OpenNotes = std::function<platform::Result<NotesDatabase>()>;
 
     struct Parts {
-        EditorWindow& window;
-        RichBox& box;      ///< txt_Icerik
-        RichBox& scratch;  ///< txt_Icerik2
-        NoteClipboard& clipboard;
+        QWidget& window;
+        NoteBox& box;      ///< txt_Icerik
+        NoteBox& scratch;  ///< txt_Icerik2
+        NoteActions& actions;
         platform::Dialogs& dialogs;
         platform::Printing& printing;
+        OpenNotes openNotes;
+        std::function<void(NoteEditor&)> showNoteList;  ///< runs frm_NotList until it is closed
     };
-
-    NoteEditor(Parts parts, OpenNotes openNotes, std::function<QDate()> today = QDate::currentDate);
+    explicit NoteEditor(Parts parts) : parts_(std::move(parts)) {}
 
     /// The window has opened: opens NotBaglanti, and offers what an earlier run could not save.
     void load(NoteDraft draft = {});
-
-    void menu(QStringView item);
-    void button(QStringView key);
 
     // Save, the offer to save, New and Open
     void save();
@@ -50,12 +49,22 @@ class NoteEditor {
     /// The closing step: false when the window has to stay open.
     bool close();
 
+    // The text
+    void cut();
+    void copy();
+    void paste() { parts_.box.paste(); }
+    void printWithDialog();
+    void printDirectly();
+    void toggle(NoteCommand style);
+    void toggleColor(NoteCommand color);  ///< a second time: back to black; black itself turns red
+    void stepFontSize(int direction);     ///< 0: the normal size
+    void closeWindow();                   ///< runs the closing step
+
     // What happens in the edit box
     void selectionChanged();
     void rightButtonDown();
-    void inputHappened() { refreshState(); }
     void clipboardChanged();
-    void paste() { parts_.box.paste(); }
+    void refreshState();  ///< of the buttons for style and colour
     /// Puts the unsaved text, if there is any, beside the notes file; called a moment after a change.
     void keepDraft();
     const NoteDraft& draft() const { return draft_; }
@@ -72,8 +81,6 @@ class NoteEditor {
     /// The open note's row was deleted: its text becomes a new, unsaved note.
     void rowDeleted();
 
-    bool KayitIptal() const { return KayitIptal_; }
-
   private:
     bool offerDraft(const Unsaved& left);
     bool setTextAside();
@@ -89,19 +96,9 @@ class NoteEditor {
     bool differs(const platform::rtf::Document& text, const QString& notRtf);
     bool differsFromRow();
 
-    void cut();
-    void copy();
-    void printWithDialog();
-    void printDirectly();
-    void toggle(Style style, QStringView key);
-    void toggleColor(QStringView key);
-    void pressOnly(QStringView colorKey);
-    void refreshState();
-    void setFontSize(double points);
+    void pressOnly(NoteCommand color);
 
     Parts parts_;
-    OpenNotes openNotes_;
-    std::function<QDate()> today_;
     NotesDatabase NotBaglanti_;
     NoteDraft draft_;
 

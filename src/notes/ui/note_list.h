@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "notes/note_editor.h"
+#include "notes/ui/note_editor.h"
 #include "platform/core/dialogs.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/twips.h"

@@ -1,4 +1,4 @@
-#include "notes/ui/system_clipboard.h"
+#include "notes/ui/passages.h"
 
 #include <QMimeData>
 
@@ -28,13 +28,8 @@ Passage read(const ClipboardText& text) {
     return {rtf::plainDocument(text.plain), true};
 }
 
-void SystemClipboard::put(const rtf::Document& document) {
-    // Copying nothing leaves the clipboard as it is.
+void putOnClipboard(const rtf::Document& document) {
     if (!document.isEmpty()) platform::putOnClipboard(formatted(document));
-}
-
-bool SystemClipboard::hasText() const {
-    return platform::clipboardHasText();
 }
 
 }  // namespace lirovan::notes

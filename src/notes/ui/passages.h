@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "notes/editor_ports.h"
+#include "platform/core/rtf/document.h"
 #include "platform/ui/clipboard.h"
 
 class QMimeData;
@@ -11,6 +11,8 @@ class QMimeData;
 namespace lirovan::notes {
 
 platform::FormattedText formatted(const platform::rtf::Document& document);
+/// An empty passage leaves the clipboard as it is.
+void putOnClipboard(const platform::rtf::Document& document);
 
 /// What a clipboard holds of a text, taken out of it.
 struct ClipboardText {
@@ -26,11 +28,5 @@ struct Passage {
 };
 /// Of RTF, or else HTML, as programs that know no RTF offer it, or else plain text. On any thread.
 Passage read(const ClipboardText& text);
-
-class SystemClipboard : public NoteClipboard {
-  public:
-    void put(const platform::rtf::Document& document) override;
-    bool hasText() const override;
-};
 
 }  // namespace lirovan::notes
