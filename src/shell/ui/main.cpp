@@ -1,21 +1,18 @@
 // The program: chooses the application folder, shows the main window.
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QPalette>
 #include <QStandardPaths>
-#include <QTimer>
 #include <algorithm>
 #include <cstdio>
 
 #include "platform/core/version.h"
-#include "platform/ui/icons.h"
 #include "platform/ui/memory_bounds.h"
 #include "platform/ui/message_boxes.h"
 #include "platform/ui/start_notices.h"
 #include "platform/ui/system_printing.h"
 #include "shell/application_folder.h"
 #include "shell/ui/KitaplarMDI.h"
-#include "shell/ui/tour.h"
+#include "shell/ui/appearance.h"
 
 using namespace Qt::StringLiterals;
 using namespace lirovan;
@@ -28,12 +25,10 @@ struct Arguments {
     const QCommandLineOption folder{u"klasor"_s, u"Kitapların bulunduğu klasör."_s, u"KLASÖR"_s};
     const QCommandLineOption help{{u"h"_s, u"help"_s}, u"Bu yardımı yazar."_s};
     const QCommandLineOption version{{u"v"_s, u"version"_s}, u"Sürümü yazar."_s};
-    QCommandLineOption tour{u"tur"_s, u"Programı gezdirir, her adımın resmini klasöre bırakır."_s, u"DIR"_s};
 
     Arguments() {
         parser.setApplicationDescription(u"Veskaran`nin Lirovan: kitap okuyucu"_s);
-        tour.setFlags(QCommandLineOption::HiddenFromHelp);
-        parser.addOptions({folder, tour, help, version});
+        parser.addOptions({folder, help, version});
     }
 };
 
@@ -70,16 +65,6 @@ shell::FolderCandidates folderCandidates(const Arguments& arguments) {
             program + u"/../share/lirovan"_s, data + u"/lirovan"_s};
 }
 
-/// Where the desktop brings no colours of its own, the accent is that of the program's drawings.
-void setAccent() {
-    const QColor stockAccent(48, 140, 198);
-    QPalette palette = QApplication::palette();
-    if (palette.color(QPalette::Highlight) != stockAccent) return;
-    palette.setColor(QPalette::Highlight, QColor(0x2b, 0x6f, 0x78));
-    palette.setColor(QPalette::Link, QColor(0x1d, 0x6b, 0x76));
-    QApplication::setPalette(palette);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -96,10 +81,7 @@ int main(int argc, char** argv) {
     platform::WebEngine::prepare();
     QApplication application(argc, argv);
     platform::boundMemory();
-    QApplication::setDesktopFileName(u"lirovan"_s);
-    QApplication::setWindowIcon(platform::applicationIcon());
-    platform::installTranslations(application);
-    setAccent();
+    shell::dress(application);
 
     Arguments arguments;
     arguments.parser.process(application);
@@ -115,12 +97,5 @@ int main(int argc, char** argv) {
     shell::KitaplarMDI window({*folder, dialogs, printing, registry, QStringLiteral(LIROVAN_UPDATE_SERVER),
                                QStringLiteral(LIROVAN_WEB_SITE)});
     if (!window.load()) return 1;
-    if (arguments.parser.isSet(arguments.tour)) {
-        QTimer::singleShot(0, &window, [&] {
-            const bool complete = shell::Tour(window, arguments.parser.value(arguments.tour)).run();
-            window.close();
-            QApplication::exit(complete ? 0 : 1);
-        });
-    }
     return QApplication::exec();
 }

@@ -1,5 +1,5 @@
 // A guided tour: drives the program's own controls from the start page to the notebook and leaves a picture
-// of every step. Behind the option --tur DIR.
+// of every step. A program of its own: the reader does not carry it.
 #pragma once
 
 #include <QDir>
@@ -10,15 +10,17 @@ class QTreeView;
 class QModelIndex;
 
 namespace lirovan::shell {
-
 class KitaplarMDI;
+}
+
+namespace lirovan::tour {
 
 class Tour : public QObject {
     Q_OBJECT
 
   public:
     /// Pictures go into `folder` as "01-giris.png", "02-konu.png" and so on. The tour writes a note.
-    Tour(KitaplarMDI& window, const QDir& folder);
+    Tour(shell::KitaplarMDI& window, const QDir& folder);
 
     /// Walks through all steps, with events running; false when a picture could not be saved or a control
     /// that a step needs is missing.
@@ -44,9 +46,9 @@ class Tour : public QObject {
     void whenModal(std::function<void(QWidget&)> answer);
     void selectPassage();
 
-    KitaplarMDI& window_;
+    shell::KitaplarMDI& window_;
     QDir folder_;
     int pictures_ = 0;
 };
 
-}  // namespace lirovan::shell
+}  // namespace lirovan::tour

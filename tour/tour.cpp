@@ -1,4 +1,4 @@
-#include "shell/ui/tour.h"
+#include "tour.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,7 +15,7 @@
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/child_windows.h"
 
-namespace lirovan::shell {
+namespace lirovan::tour {
 
 using namespace Qt::StringLiterals;
 
@@ -56,7 +56,7 @@ void send(QWidget* widget, QEvent::Type type, const QPointF& place, Qt::MouseBut
 
 }  // namespace
 
-Tour::Tour(KitaplarMDI& window, const QDir& folder) : window_(window), folder_(folder) {}
+Tour::Tour(shell::KitaplarMDI& window, const QDir& folder) : window_(window), folder_(folder) {}
 
 bool Tour::run() {
     folder_.mkpath(u"."_s);
@@ -252,4 +252,4 @@ void Tour::selectPassage() {
     settle();
 }
 
-}  // namespace lirovan::shell
+}  // namespace lirovan::tour

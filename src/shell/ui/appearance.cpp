@@ -1,0 +1,33 @@
+#include "shell/ui/appearance.h"
+
+#include <QApplication>
+#include <QPalette>
+
+#include "platform/ui/icons.h"
+#include "platform/ui/message_boxes.h"
+
+namespace lirovan::shell {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void setAccent() {
+    const QColor stockAccent(48, 140, 198);
+    QPalette palette = QApplication::palette();
+    if (palette.color(QPalette::Highlight) != stockAccent) return;
+    palette.setColor(QPalette::Highlight, QColor(0x2b, 0x6f, 0x78));
+    palette.setColor(QPalette::Link, QColor(0x1d, 0x6b, 0x76));
+    QApplication::setPalette(palette);
+}
+
+}  // namespace
+
+void dress(QApplication& application) {
+    QApplication::setDesktopFileName(u"lirovan"_s);
+    QApplication::setWindowIcon(platform::applicationIcon());
+    platform::installTranslations(application);
+    setAccent();
+}
+
+}  // namespace lirovan::shell
