@@ -1,5 +1,6 @@
 #include "browse/book_selector.h"
 
+#include "data/each_row.h"
 #include "text/blanks.h"
 #include "text/comparison.h"
 #include "text/title.h"
@@ -20,29 +21,17 @@ std::optional<qint32> itemData(data::AuthorId author, const QString& book) {
 
 Result<void> appendBooks(const data::Library& library, data::AuthorId author,
                          std::vector<SelectorRow>& rows) {
-    auto books = library.selectorBooks(author);
-    if (!books) return books.error();
-    data::Book book;
-    while (true) {
-        const Result<bool> more = books->next(book);
-        if (!more) return more.error();
-        if (!*more) return {};
+    return data::eachRow(library.selectorBooks(author), [&](data::Book& book) {
         rows.push_back(
             {bookRowText(book.title), itemData(author, QString::number(book.id.value)), author, book.id});
-    }
+    });
 }
 
 Result<void> appendAuthors(const data::Library& library, std::vector<SelectorRow>& rows) {
-    auto authors = library.authors();
-    if (!authors) return authors.error();
-    data::Author author;
-    while (true) {
-        const Result<bool> more = authors->next(author);
-        if (!more) return more.error();
-        if (!*more) return {};
+    return data::eachRow(library.authors(), [&](const data::Author& author) {
         rows.push_back({authorRowText(author.name), itemData(author.id, {}), author.id, {}});
-        if (const Result<void> done = appendBooks(library, author.id, rows); !done) return done;
-    }
+        return appendBooks(library, author.id, rows);
+    });
 }
 
 }  // namespace

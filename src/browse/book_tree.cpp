@@ -3,6 +3,7 @@
 #include <map>
 #include <tuple>
 
+#include "data/each_row.h"
 #include "text/blanks.h"
 #include "text/title.h"
 
@@ -26,13 +27,7 @@ class Reader {
 
   private:
     Result<void> readAuthors() {
-        auto rows = library_.authors();
-        if (!rows) return rows.error();
-        data::Author author;
-        while (true) {
-            const Result<bool> more = rows->next(author);
-            if (!more) return more.error();
-            if (!*more) return {};
+        return data::eachRow(library_.authors(), [&](const data::Author& author) {
             const bool first = authors_ == 0;
             TreeNode node;
             node.kind = TreeNode::Kind::Author;
@@ -40,20 +35,13 @@ class Reader {
             node.text = author.name;
             node.image = first ? image::FirstAuthor : image::ClosedBook;
             node.author = author.id;
-            const qsizetype at = add(std::move(node));
-            if (const Result<void> done = readBooks(at); !done) return done;
-        }
+            return readBooks(add(std::move(node)));
+        });
     }
 
     Result<void> readBooks(qsizetype authorNode) {
         const data::AuthorId author = tree_.nodes[static_cast<size_t>(authorNode)].author;
-        auto rows = library_.treeBooks(author);
-        if (!rows) return rows.error();
-        data::Book book;
-        while (true) {
-            const Result<bool> more = rows->next(book);
-            if (!more) return more.error();
-            if (!*more) return {};
+        return data::eachRow(library_.treeBooks(author), [&](data::Book& book) {
             TreeNode node;
             node.kind = TreeNode::Kind::Book;
             node.text = text::ClearTitle(book.title);
@@ -63,21 +51,14 @@ class Reader {
             node.parent = authorNode;
             node.author = author;
             node.book = book.id;
-            const qsizetype at = add(std::move(node));
-            if (const Result<void> done = readTopics(at); !done) return done;
-        }
+            return readTopics(add(std::move(node)));
+        });
     }
 
     Result<void> readTopics(qsizetype bookNode) {
         const data::BookId book = tree_.nodes[static_cast<size_t>(bookNode)].book;
         const data::AuthorId author = tree_.nodes[static_cast<size_t>(bookNode)].author;
-        auto rows = library_.headings(book);
-        if (!rows) return rows.error();
-        data::Heading heading;
-        while (true) {
-            const Result<bool> more = rows->next(heading);
-            if (!more) return more.error();
-            if (!*more) return {};
+        return data::eachRow(library_.headings(book), [&](const data::Heading& heading) {
             TreeNode node;
             node.kind = TreeNode::Kind::Topic;
             node.key = u'C' + QString::number(++topics_);
@@ -90,7 +71,7 @@ class Reader {
             node.hasTag = heading.hasTopic;
             const qsizetype at = add(std::move(node));
             if (progress_.topicAdded) progress_.topicAdded(tree_.nodes[static_cast<size_t>(at)].text);
-        }
+        });
     }
 
     qsizetype add(TreeNode node) {

@@ -1,15 +1,14 @@
 #include "browse/page_layout.h"
 
+#include "data/special_books.h"
 #include "platform/core/code_page.h"
 
 namespace lirovan::browse {
 
 namespace {
 
-constexpr data::BookId NarrowNameBook{32};
-
 void appendHeaderRow(QString& page, const PageFrame& frame) {
-    const bool narrow = frame.book == NarrowNameBook;
+    const bool narrow = frame.book == data::NarrowNameBook;
     page += u"<tr><td width=100% bgcolor=#000000><table width=100%><tr>";
     page += u"<td width=";
     page += narrow ? u"40" : u"60";

@@ -2,14 +2,13 @@
 
 #include "browse/page_file.h"
 #include "browse/page_layout.h"
+#include "data/special_books.h"
 
 namespace lirovan::browse {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr data::BookId ListBook{5};
 
 // Positions in the shaping are counted from 1; 0 means that the text is not there.
 qsizetype position(QStringView text, QStringView of) {
@@ -63,7 +62,8 @@ QString scriptFragment(const data::Library& library, const platform::AppFolder& 
 QString topicContent(QStringView script, const data::TopicText& topic, data::BookId book) {
     QString content = script.toString();
     content += QString(topic.text).remove(u"<html>"_s);
-    if (book == ListBook && topic.partNumber > 1) return shapedListPart(std::move(content), topic.partNumber);
+    if (book == data::ListBook && topic.partNumber > 1)
+        return shapedListPart(std::move(content), topic.partNumber);
     return content;
 }
 

@@ -6,6 +6,7 @@
 
 #include "data/ids.h"
 #include "platform/core/database.h"
+#include "platform/core/each_row.h"
 #include "platform/core/result.h"
 
 namespace lirovan::data {
@@ -61,14 +62,7 @@ platform::Result<void> execute(const platform::Database& database, QStringView s
 template <class Row, class... Values>
 platform::Result<void> forEachRow(const platform::Database& database, QStringView sql, Row row,
                                   const Values&... values) {
-    platform::Result<platform::Statement> statement = prepared(database, sql, values...);
-    if (!statement) return statement.error();
-    while (true) {
-        const platform::Result<platform::Step> step = statement->step();
-        if (!step) return step.error();
-        if (*step == platform::Step::Done) return {};
-        row(static_cast<const platform::Statement&>(*statement));
-    }
+    return platform::eachRow(prepared(database, sql, values...), row);
 }
 
 }  // namespace lirovan::data

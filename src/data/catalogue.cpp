@@ -1,5 +1,7 @@
 #include "data/catalogue.h"
 
+#include "data/special_books.h"
+
 namespace lirovan::data::catalogue {
 
 using namespace Qt::StringLiterals;
@@ -19,13 +21,18 @@ QString quoted(QStringView text) {
     return u'\'' + safe + u'\'';
 }
 
-const QString BookOrderEnding =
-    u" and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_Kitaplar.KitapSiraID, tbl_KonuBaslik.Konu_Sira"_s;
-const QString HeadingOrderEnding = u"  and tbl_KonuBaslik.KitapID<>35  ORDER BY tbl_KonuBaslik.KonuBaslik"_s;
-const QString OneAuthorBookOrderEnding =
-    u"  and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_Kitaplar.KitapSiraID, tbl_KonuBaslik.Konu_Sira"_s;
-const QString OneAuthorHeadingOrderEnding =
-    u"  and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_KonuBaslik.KonuBaslik"_s;
+// What the statements over the topics of a search begin with, and how they end.
+const QString TopicRows =
+    u"SELECT tbl_Konu.rowid, tbl_Konu.KonuID, tbl_KonuBaslik.KitapID, tbl_KonuBaslik.rowid FROM "_s;
+const QString HeadingsBooksTopics =
+    u"(tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = tbl_Kitaplar.KitapID) "
+    "INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID WHERE "_s;
+const QString ByBook = u" ORDER BY tbl_Kitaplar.KitapSiraID, tbl_KonuBaslik.Konu_Sira"_s;
+const QString ByHeading = u" ORDER BY tbl_KonuBaslik.KonuBaslik"_s;
+
+QString exceptHidden(const QString& column) {
+    return u" and "_s + column + u"<>"_s + number(HiddenBook);
+}
 
 }  // namespace
 
@@ -42,8 +49,8 @@ QString authorInOrder(AuthorId author) {
 }
 
 QString selectorBooks(AuthorId author) {
-    return u"select * from tbl_Kitaplar where YazarID="_s + number(author) +
-           u" and KitapID<>35 order by KitapAdi"_s;
+    return u"select * from tbl_Kitaplar where YazarID="_s + number(author) + exceptHidden(u"KitapID"_s) +
+           u" order by KitapAdi"_s;
 }
 
 QString treeBooks(AuthorId author) {
@@ -98,36 +105,21 @@ QString topics() {
     return u"select * from tbl_Konu "_s;
 }
 
-QString topicsOfAuthor(AuthorId author, AuthorScope scope, TopicOrder order) {
-    const bool byBook = order == TopicOrder::Book;
-    if (scope == AuthorScope::All)
-        return u"SELECT  tbl_Konu.* FROM (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
-               "tbl_Kitaplar.KitapID) INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID Where "
-               "tbl_Kitaplar.YazarID="_s +
-               number(author) + (byBook ? BookOrderEnding : HeadingOrderEnding);
-    return u"SELECT tbl_Konu.* FROM (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
-           "tbl_Kitaplar.KitapID) INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID WHERE "
-           "tbl_Kitaplar.YazarID="_s +
-           number(author) + (byBook ? OneAuthorBookOrderEnding : OneAuthorHeadingOrderEnding);
+QString topicsOfAuthor(AuthorId author, TopicOrder order) {
+    return TopicRows + HeadingsBooksTopics + u"tbl_Kitaplar.YazarID="_s + number(author) +
+           exceptHidden(u"tbl_KonuBaslik.KitapID"_s) + (order == TopicOrder::Book ? ByBook : ByHeading);
 }
 
 QString topicsOfBook(BookId book, TopicOrder order) {
-    if (order == TopicOrder::Book)
-        return u"select * from tbl_Konu INNER JOIN tbl_KonuBaslik ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID "
-               u"where "
-               "tbl_Konu.KonuID IN (select KonuID from tbl_KonuBaslik where KitapID="_s +
-               number(book) + u")  and tbl_KonuBaslik.KitapID<>35 ORDER BY tbl_KonuBaslik.Konu_Sira"_s;
-    return u"SELECT tbl_Konu.* FROM (tbl_KonuBaslik INNER JOIN tbl_Kitaplar ON tbl_KonuBaslik.KitapID = "
-           "tbl_Kitaplar.KitapID) INNER JOIN tbl_Konu ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID where "
-           "tbl_KonuBaslik.KitapID="_s +
-           number(book) + OneAuthorHeadingOrderEnding;
-}
-
-QString topicRows(const QString& topicsStatement) {
-    QString statement = topicsStatement;
-    return statement.replace(0, statement.indexOf(u" FROM "_s, 0, Qt::CaseInsensitive),
-                             u"SELECT tbl_Konu.rowid, tbl_Konu.KonuID, tbl_KonuBaslik.KitapID, "
-                             "tbl_KonuBaslik.rowid"_s);
+    if (order == TopicOrder::Heading)
+        return TopicRows + HeadingsBooksTopics + u"tbl_KonuBaslik.KitapID="_s + number(book) +
+               exceptHidden(u"tbl_KonuBaslik.KitapID"_s) + ByHeading;
+    // Under every heading of the book's topics, in whichever book that stands.
+    return TopicRows +
+           u"tbl_Konu INNER JOIN tbl_KonuBaslik ON tbl_KonuBaslik.KonuID = tbl_Konu.KonuID WHERE "
+           "tbl_Konu.KonuID IN (select KonuID from tbl_KonuBaslik where KitapID="_s +
+           number(book) + u')' + exceptHidden(u"tbl_KonuBaslik.KitapID"_s) +
+           u" ORDER BY tbl_KonuBaslik.Konu_Sira"_s;
 }
 
 QString topicTextsFromRow() {

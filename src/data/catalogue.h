@@ -16,8 +16,8 @@
 
 namespace lirovan::data::catalogue {
 
-/// Column positions of tbl_Konu, for scans that read the stored text without converting it.
-inline constexpr int TopicIdColumn = 1, TopicTextColumn = 2, PartNumberColumn = 3;
+/// Column position in tbl_Konu, for scans that read the stored text without converting it.
+inline constexpr int TopicTextColumn = 2;
 /// Column position of the fragment in tbl_scripts.
 inline constexpr int ScriptColumn = 1;
 
@@ -26,10 +26,6 @@ enum class TopicOrder {
     Book,    ///< by the books' reading order, then by the headings' order
     Heading  ///< by heading text
 };
-
-/// The two spellings of the statements over an author's topics. They read the same rows; the first serves a
-/// search through all authors, the second a search through one.
-enum class AuthorScope { All, One };
 
 QString authors();                            ///< 0 YazarID, 1 Yazar; ascending YazarID
 QString author(AuthorId author);              ///< Yazar
@@ -47,14 +43,12 @@ QString scripts();                        ///< 1 fragment; only the first row co
 QString topic(TopicId topic);             ///< 2 Konu, 3 part number
 QString topicWithHeading(TopicId topic);  ///< KonuBaslik, KitapAdi, Konu
 QString topics();                         ///< every topic: 1 KonuID, 2 Konu
-QString topicsOfAuthor(AuthorId author, AuthorScope scope,
-                       TopicOrder order);             ///< 1 KonuID, 2 Konu; no HiddenBook
-QString topicsOfBook(BookId book, TopicOrder order);  ///< 1 KonuID, 2 Konu; no HiddenBook
 
-/// The rows that a statement of topicsOfAuthor() or topicsOfBook() reads, in its order but without their
-/// texts: 0 row id in tbl_Konu, 1 KonuID, 2 KitapID, 3 row id in tbl_KonuBaslik. Sorting then carries no
+/// The topics of an author or a book as a search goes through them, without their texts and without
+/// HiddenBook: 0 row id in tbl_Konu, 1 KonuID, 2 KitapID, 3 row id in tbl_KonuBaslik. Sorting carries no
 /// texts, and a search reads what it needs straight from its row, with the statements below.
-QString topicRows(const QString& topicsStatement);
+QString topicsOfAuthor(AuthorId author, TopicOrder order);
+QString topicsOfBook(BookId book, TopicOrder order);
 QString topicTextsFromRow();  ///< 0 Konu, 1 row id, by ascending row id; parameter 1: the first one
 QString topicText();          ///< 0 Konu; the topic's id goes into parameter 1
 QString topicRowSpan();       ///< 0 the first row id of tbl_Konu, 1 the last

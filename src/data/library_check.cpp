@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include "data/book_check.h"
+#include "platform/core/each_row.h"
 #include "platform/core/library_layout.h"
 
 namespace lirovan::data {
@@ -11,7 +12,6 @@ using namespace Qt::StringLiterals;
 using platform::Database;
 using platform::Result;
 using platform::Statement;
-using platform::Step;
 
 namespace {
 
@@ -49,19 +49,6 @@ const Rule Rules[] = {
     {u"SELECT KitapID FROM tbl_Kitaplar WHERE trim(coalesce(KitapAdi,''))=''", u"Kitap %1: adı boş."},
     {u"SELECT KonuID FROM tbl_KonuBaslik WHERE trim(coalesce(KonuBaslik,''))=''", u"Konu %1: başlığı boş."},
 };
-
-// Calls `row` for every row of `sql`.
-template <class Row>
-Result<void> forEach(const Database& database, QStringView sql, Row row) {
-    Result<Statement> statement = database.prepare(sql);
-    if (!statement) return statement.error();
-    while (true) {
-        const Result<Step> step = statement->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) return {};
-        row(*statement);
-    }
-}
 
 QString shownId(const Statement& row) {
     return row.isNull(0) ? u"(numarasız)"_s : row.text(0);
@@ -103,8 +90,9 @@ void addDamage(QStringList& faults, const QString& report) {
 
 Result<QStringList> damage(const Database& database) {
     QStringList faults;
-    const Result<void> checked = forEach(database, u"PRAGMA quick_check(5)",
-                                         [&](const Statement& row) { addDamage(faults, row.text(0)); });
+    const Result<void> checked =
+        platform::eachRow(database.prepare(u"PRAGMA quick_check(5)"),
+                          [&](const Statement& row) { addDamage(faults, row.text(0)); });
     // The engine stops at damage that it has just told.
     if (!checked && faults.isEmpty()) return checked.error();
     return faults;
@@ -121,14 +109,14 @@ Result<QStringList> checkLibrary(const Database& database) {
     if (!faults->isEmpty()) return faults;
 
     for (const Rule& rule : Rules) {
-        const Result<void> done = forEach(database, rule.sql, [&](const Statement& row) {
+        const Result<void> done = platform::eachRow(database.prepare(rule.sql), [&](const Statement& row) {
             *faults += rule.message.toString().arg(shownId(row));
         });
         if (!done) return done.error();
     }
     BookCheck books(database);
     const Result<void> texts =
-        forEach(database, u"SELECT KonuID, Konu FROM tbl_Konu", [&](const Statement& row) {
+        platform::eachRow(database.prepare(u"SELECT KonuID, Konu FROM tbl_Konu"), [&](const Statement& row) {
             const QString text = row.text(1);
             books.look(shownId(row), text);
             if (text.trimmed().isEmpty())

@@ -49,16 +49,7 @@ struct Variant {
     QString searchForm;  ///< KelimeKontAra
 };
 
-/// Walks a query once, from the first row to the end:
-///
-///     Result<Rows<Author>> authors = library.authors();
-///     Author author;
-///     while (true) {
-///         const Result<bool> more = authors->next(author);
-///         if (!more) return more.error();
-///         if (!*more) break;
-///         ...
-///     }
+/// Walks a query once, from the first row to the end; eachRow() (each_row.h) does it for every row.
 template <class Row>
 class Rows {
   public:

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "platform/core/each_row.h"
 #include "platform/core/library_layout.h"
 
 namespace lirovan::notes {
@@ -113,29 +114,20 @@ Result<void> NotesDatabase::remove(NoteId id) const {
 
 Result<std::vector<Note>> NotesDatabase::list(int rtfCharacters) const {
     // As "select * from tbl_Notlar", but a note may be megabytes long and the list shows one line of it.
-    Result<Statement> rows = database_.prepare(
-        QStringLiteral("select NotID, NotTarihi, NotBaslik, substr(NotRTF, 1, %1) from tbl_Notlar")
-            .arg(rtfCharacters));
-    if (!rows) return rows.error();
     std::vector<Note> notes;
-    while (true) {
-        const Result<Step> step = rows->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) return notes;
-        notes.push_back(noteOf(*rows));
-    }
+    const Result<void> read = platform::eachRow(
+        database_.prepare(
+            QStringLiteral("select NotID, NotTarihi, NotBaslik, substr(NotRTF, 1, %1) from tbl_Notlar")
+                .arg(rtfCharacters)),
+        [&](const Statement& row) { notes.push_back(noteOf(row)); });
+    if (!read) return read.error();
+    return notes;
 }
 
 Result<void> NotesDatabase::forEach(const std::function<void(const Note&)>& onNote) const {
-    Result<Statement> rows =
-        database_.prepare(u"select NotID, NotTarihi, NotBaslik, NotRTF from tbl_Notlar order by NotID");
-    if (!rows) return rows.error();
-    while (true) {
-        const Result<Step> step = rows->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) return {};
-        onNote(noteOf(*rows));
-    }
+    return platform::eachRow(
+        database_.prepare(u"select NotID, NotTarihi, NotBaslik, NotRTF from tbl_Notlar order by NotID"),
+        [&](const Statement& row) { onNote(noteOf(row)); });
 }
 
 }  // namespace lirovan::notes

@@ -2,6 +2,8 @@
 
 #include <numeric>
 
+#include "platform/core/each_row.h"
+
 namespace lirovan::search {
 
 using platform::Result;
@@ -13,8 +15,7 @@ namespace catalogue = data::catalogue;
 QString topicsOfScope(const platform::BookSelection& scope, data::AuthorId author,
                       catalogue::TopicOrder order) {
     if (scope.bookId != 0) return catalogue::topicsOfBook({scope.bookId}, order);
-    const auto ofAuthors = scope.authorId == 0 ? catalogue::AuthorScope::All : catalogue::AuthorScope::One;
-    return catalogue::topicsOfAuthor(author, ofAuthors, order);
+    return catalogue::topicsOfAuthor(author, order);
 }
 
 void TopicOutline::refresh() {
@@ -25,15 +26,11 @@ void TopicOutline::refresh() {
 
 Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement) {
     if (const auto known = topics_.constFind(statement); known != topics_.cend()) return *known;
-    Result<Statement> rows = library_.query(catalogue::topicRows(statement));
-    if (!rows) return rows.error();
     auto topics = std::make_shared<std::vector<TopicRow>>();
-    while (true) {
-        const Result<Step> step = rows->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) break;
-        topics->push_back({rows->integer(0), rows->integer(3), {rows->integer(1)}, {rows->integer(2)}});
-    }
+    const Result<void> read = platform::eachRow(library_.query(statement), [&](const Statement& row) {
+        topics->push_back({row.integer(0), row.integer(3), {row.integer(1)}, {row.integer(2)}});
+    });
+    if (!read) return read.error();
     topics_.insert(statement, topics);
     return Rows(std::move(topics));
 }

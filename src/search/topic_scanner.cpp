@@ -2,9 +2,9 @@
 
 #include <QByteArray>
 #include <algorithm>
-#include <array>
 #include <optional>
 
+#include "data/special_books.h"
 #include "search/search_query.h"
 #include "search/stored_text.h"
 #include "search/text_grams.h"
@@ -12,10 +12,7 @@
 namespace lirovan::search {
 namespace {
 
-// The two books of very long topics, and the topics in them whose words are always counted by the shortcut.
-// In the other topics of these books it takes over where a word occurs more than this many times.
-constexpr data::BookId LargeBooks[] = {{33}, {34}};
-constexpr std::array<qint64, 8> LargeTopics = {1197, 1198, 1199, 1200, 1201, 1202, 1203, 1205};
+// In the topics of the large books the shortcut takes over where a word occurs more than this many times.
 constexpr qint64 ManyOccurrences = 333;
 
 // So many words are looked for as they come; from there on, noting a text's runs of letters saves more time
@@ -126,10 +123,8 @@ bool TopicScanner::matches(std::string_view text) const {
 
 // Gives how many hits went into the record.
 qint32 TopicScanner::count(const Word& word, std::string_view text, Count& count, const GoOn& goOn) const {
-    const bool largeBook = std::find(std::begin(LargeBooks), std::end(LargeBooks),
-                                     count.topic.AktifKitapID) != std::end(LargeBooks);
-    const bool largeTopic =
-        std::find(LargeTopics.begin(), LargeTopics.end(), count.topic.AktifKonuID.value) != LargeTopics.end();
+    const bool largeBook = std::ranges::count(data::LargeBooks, count.topic.AktifKitapID) > 0;
+    const bool largeTopic = std::ranges::count(data::LargeTopics, count.topic.AktifKonuID) > 0;
     std::optional<qint64> occurring;  // of the word, looked up once
     qint32 recorded = 0;
     HitWalk hits(text, word.pattern, wholeWord_);

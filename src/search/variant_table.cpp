@@ -3,6 +3,7 @@
 #include <QSet>
 #include <vector>
 
+#include "platform/core/each_row.h"
 #include "text/comparison.h"
 #include "text/variant_builder.h"
 
@@ -11,7 +12,6 @@ namespace lirovan::search {
 using platform::Error;
 using platform::Result;
 using platform::Statement;
-using platform::Step;
 using platform::Transaction;
 using text::WordVariant;
 
@@ -24,22 +24,21 @@ Error interrupted() {
 // The rows of the new table, in the order in which the texts show them.
 Result<std::vector<WordVariant>> collectVariants(const data::Library& library,
                                                  const std::function<bool()>& goOn) {
-    Result<Statement> topics = library.query(data::catalogue::topics());
-    if (!topics) return topics.error();
     std::vector<WordVariant> variants;
     QSet<QString> known;  // text forms, folded as the database compares them
-    while (true) {
-        const Result<Step> step = topics->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) return variants;
-        for (WordVariant& variant : text::extractVariants(topics->text(data::catalogue::TopicTextColumn))) {
+    const auto collect = [&](const Statement& topic) -> Result<void> {
+        for (WordVariant& variant : text::extractVariants(topic.text(data::catalogue::TopicTextColumn))) {
             QString form = text::folded(variant.textForm);
             if (known.contains(form)) continue;
             known.insert(std::move(form));
             variants.push_back(std::move(variant));
         }
         if (!goOn()) return interrupted();
-    }
+        return {};
+    };
+    const Result<void> read = platform::eachRow(library.query(data::catalogue::topics()), collect);
+    if (!read) return read.error();
+    return variants;
 }
 
 }  // namespace

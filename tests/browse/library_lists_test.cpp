@@ -3,6 +3,7 @@
 
 #include "browse/book_selector.h"
 #include "browse/book_tree.h"
+#include "data/special_books.h"
 #include "support/library_file.h"
 
 using namespace lirovan;

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "data/special_books.h"
 #include "support/files.h"
 #include "support/library_file.h"
 
 using namespace lirovan;
 using namespace lirovan::data;
 using namespace Qt::StringLiterals;
-using catalogue::AuthorScope;
 using catalogue::TopicOrder;
 using platform::OpenMode;
 
@@ -41,10 +41,8 @@ TEST(Library, FindsRowsInTheirOrderWithoutTheHiddenBook) {
         {catalogue::heading(book, topic), u"KonuBaslik", "IRMAK BOYU"},
         {catalogue::heading(BookId{1}, topic), u"KonuBaslik", ""},
         {catalogue::topicWithHeading(topic), u"KonuBaslik", "IRMAK BOYU"},
-        {catalogue::topicsOfAuthor(second, AuthorScope::All, TopicOrder::Book), u"KonuID", byBook},
-        {catalogue::topicsOfAuthor(second, AuthorScope::One, TopicOrder::Book), u"KonuID", byBook},
-        {catalogue::topicsOfAuthor(second, AuthorScope::All, TopicOrder::Heading), u"KonuID", byHeading},
-        {catalogue::topicsOfAuthor(second, AuthorScope::One, TopicOrder::Heading), u"KonuID", byHeading},
+        {catalogue::topicsOfAuthor(second, TopicOrder::Book), u"KonuID", byBook},
+        {catalogue::topicsOfAuthor(second, TopicOrder::Heading), u"KonuID", byHeading},
         {catalogue::topicsOfBook(book, TopicOrder::Book), u"KonuID", "3200/3201/3202"},
         {catalogue::topicsOfBook(book, TopicOrder::Heading), u"KonuID", "3201/3200/3202"},
         {catalogue::topicsOfBook(HiddenBook, TopicOrder::Book), u"KonuID", ""},

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "platform/core/database.h"
+#include "platform/core/each_row.h"
 #include "tools/jet_import/row_source.h"
 
 namespace lirovan::jet_import {
@@ -77,16 +78,11 @@ Result<std::unique_ptr<RowSource>> openSqlite(const QString& path) {
                     .arg(QFileInfo(path + suffix).fileName())};
     Result<Database> database = Database::open(path, platform::OpenMode::ReadOnly);
     if (!database) return database.error();
-    Result<Statement> rows =
-        database->prepare(u"SELECT name FROM sqlite_master WHERE type IN ('table','view')");
-    if (!rows) return rows.error();
     QStringList tables;
-    for (;;) {
-        const Result<Step> step = rows->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) break;
-        tables += rows->text(0);
-    }
+    const Result<void> read =
+        platform::eachRow(database->prepare(u"SELECT name FROM sqlite_master WHERE type IN ('table','view')"),
+                          [&](const Statement& row) { tables += row.text(0); });
+    if (!read) return read.error();
     return std::unique_ptr<RowSource>(
         std::make_unique<SqliteSource>(std::move(*database), std::move(tables)));
 }
