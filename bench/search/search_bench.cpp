@@ -250,7 +250,7 @@ void measurePage(double factor) {
     for (int i = 0; i < 5; ++i)
         times.push_back(milliseconds([&] {
             const search::HighlightedText marked =
-                search::markHits(text, {FrequentWord}, search::SearchRun(), false);
+                search::markHits(text, {FrequentWord}, search::SearchRun());
             hits = marked.hits;
             bytes = browse::pageBytes(browse::framedPage({}, marked.text));
         }));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 #include "search/search_query.h"
 #include "search/word_list.h"
@@ -34,8 +35,11 @@ class NextMark {
 // on behind it.
 class WordMarker {
   public:
-    WordMarker(const QString& text, QStringView word, text::Comparison comparison, bool wholeWord)
-        : text_(text), word_(word), comparison_(comparison), wholeWord_(wholeWord) {}
+    WordMarker(const QString& text, QStringView word, const SearchRun& run)
+        : text_(text),
+          word_(word),
+          comparison_(run.KarsilastirmaKipi),
+          wholeWord_(run.request.options.wholeWord) {}
 
     // Returns the marked text, or the text itself when there is no hit.
     QString mark(QStringView colour, qint32& anchor, const MarkingProgress& progress) {
@@ -77,14 +81,15 @@ class WordMarker {
         return units;
     }
 
-    // KontTumKelime, with what was marked so far before the hit.
+    // With what was marked so far before the hit.
     bool isWholeWord(qsizetype hit) const {
         const QChar before = hit > copied_        ? text_.at(hit - 1)
                              : !marked_.isEmpty() ? marked_.back()
                                                   : text_.at(hit);
         const qsizetype behind = hit + word_.size();
-        return !text::isWordLetter(before.unicode()) && behind < text_.size() &&
-               !text::isWordLetter(text_.at(behind).unicode());
+        return text::KontTumKelime(before.unicode(), behind < text_.size()
+                                                         ? std::optional(text_.at(behind).unicode())
+                                                         : std::nullopt);
     }
 
     void append(qsizetype hit, QStringView colour, qint32 anchor) {
@@ -128,7 +133,7 @@ QStringList wordsToMark(const SearchRun& run) {
     return words;
 }
 
-HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run, bool wholeWord,
+HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run,
                          const MarkingProgress& progress) {
     HighlightedText result;
     std::map<qsizetype, QStringView> colourOfWord;
@@ -140,9 +145,7 @@ HighlightedText markHits(QString text, const QStringList& words, const SearchRun
         progress.wordStarted(word, text.size());
         // A piece of markup: marking it would take the page, and the marks before it, apart.
         const bool isMarkup = word.contains(u'<');
-        if (!isMarkup)
-            text =
-                WordMarker(text, word, run.KarsilastirmaKipi, wholeWord).mark(colour, result.hits, progress);
+        if (!isMarkup) text = WordMarker(text, word, run).mark(colour, result.hits, progress);
         result.colours.emplace_back(word, colour.toString());
     }
     result.text = std::move(text);

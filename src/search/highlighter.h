@@ -44,7 +44,7 @@ QStringList wordsToMark(const SearchRun& run);
 /// the last "<", what would break a "&quot;", pieces of markup (words with a "<"), and with `wholeWord` the
 /// parts of words. Words that repeat an earlier one under the run's comparison are passed over and take no
 /// colour. Linear in text and hits for each word.
-HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run, bool wholeWord,
+HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run,
                          const MarkingProgress& progress = {});
 
 }  // namespace lirovan::search

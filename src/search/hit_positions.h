@@ -36,7 +36,6 @@ class HitPositions {
     void firstActivation();
 
     qint32 current() const { return current_; }
-    const std::vector<qint32>& stops() const { return stops_; }
 
   private:
     void scrollToFirst();

@@ -48,8 +48,7 @@ std::optional<ResultPage> highlightedPage(const Library& library, const platform
     data::TopicText text = orEmpty(std::move(row));
 
     ResultPage result;
-    result.marks =
-        markHits(std::move(text.text), wordsToMark(run), run, run.request.options.wholeWord, progress);
+    result.marks = markHits(std::move(text.text), wordsToMark(run), run, progress);
     text.text = std::exchange(result.marks.text, QString());
 
     const data::BookHeading heading = orEmpty(library.headingWithBook(topic, headingRow));

@@ -29,18 +29,17 @@ size_t characterEnd(std::string_view text, size_t begin) {
     return end;
 }
 
-// No letter of the alphabet takes more than two bytes, though a partner in the other case may take three.
-bool isLetterAt(std::string_view text, size_t begin) {
+// The unit of the character at a byte. Of four bytes no character is a letter: no unit then.
+char16_t unitAt(std::string_view text, size_t begin) {
     const auto lead = static_cast<unsigned char>(text[begin]);
-    if (lead < 0x80) return text::isWordLetter(lead);
+    if (lead < 0x80) return lead;
     const size_t length = characterEnd(text, begin) - begin;
     const auto bits = [&](size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(text[begin + i]) & 0x3F);
     };
-    if (length == 2) return text::isWordLetter(static_cast<char16_t>((lead & 0x1Fu) << 6 | bits(1)));
-    if (length == 3)
-        return text::isWordLetter(static_cast<char16_t>((lead & 0x0Fu) << 12 | bits(1) << 6 | bits(2)));
-    return false;
+    if (length == 2) return static_cast<char16_t>((lead & 0x1Fu) << 6 | bits(1));
+    if (length == 3) return static_cast<char16_t>((lead & 0x0Fu) << 12 | bits(1) << 6 | bits(2));
+    return 0;
 }
 
 }  // namespace
@@ -62,7 +61,8 @@ bool isWholeWord(std::string_view text, ByteRange hit) noexcept {
     size_t before = hit.begin;
     if (before > 0) --before;
     while (before > 0 && before < hit.begin && isTrail(text[before])) --before;
-    return !isLetterAt(text, before) && hit.end < text.size() && !isLetterAt(text, hit.end);
+    return text::KontTumKelime(unitAt(text, before),
+                               hit.end < text.size() ? std::optional(unitAt(text, hit.end)) : std::nullopt);
 }
 
 QByteArray properUtf8(std::string_view text) {

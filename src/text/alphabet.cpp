@@ -21,20 +21,14 @@ const UnitSet& wordLetters() {
     return letters;
 }
 
-// What follows the end of a text counts as a letter: there is no boundary to be seen.
-bool isLetterAt(QStringView text, qsizetype position) noexcept {
-    return position < 1 || position > text.size() || isWordLetter(text[position - 1].unicode());
-}
-
 }  // namespace
 
 bool isWordLetter(char16_t unit) noexcept {
     return wordLetters()[unit];
 }
 
-bool KontTumKelime(qsizetype position, QStringView text, qsizetype length) noexcept {
-    const qsizetype before = position == 1 ? 1 : position - 1;
-    return !isLetterAt(text, before) && !isLetterAt(text, position + length);
+bool KontTumKelime(char16_t before, std::optional<char16_t> behind) noexcept {
+    return !isWordLetter(before) && behind && !isWordLetter(*behind);
 }
 
 QString SapkasizYaz(QStringView word) {

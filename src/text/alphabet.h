@@ -33,10 +33,10 @@ inline constexpr std::array<CircumflexPair, 10> CircumflexPairs{{{u'â', u'a'},
 /// Whether `unit`, in either case, is a letter of KelimeHarfleri.
 bool isWordLetter(char16_t unit) noexcept;
 
-/// KontTumKelime — whether the hit of `length` units at `position` is a whole word: no letter on either side.
-/// A hit that begins with a letter at position 1 is none, and neither is one that ends with the text.
-/// KontTumKelime(4, u"<p>ilim</p>", 4) is true, KontTumKelime(1, u"ilim ve", 4) is false.
-bool KontTumKelime(qsizetype position, QStringView text, qsizetype length) noexcept;
+/// KontTumKelime — whether a hit between these units is a whole word: no letter on either side. At the very
+/// beginning of a text the hit's own first unit stands for the one before; nothing behind it, the end of the
+/// text, is no boundary to be seen. In "<p>ilim</p>" ilim is one, in "ilim ve" and "ve ilim" it is not.
+bool KontTumKelime(char16_t before, std::optional<char16_t> behind) noexcept;
 
 /// SapkasizYaz — the word without circumflexes: «hakîkat» to «hakikat», «rôl» to «röl», «Îman» to «İman».
 QString SapkasizYaz(QStringView word);

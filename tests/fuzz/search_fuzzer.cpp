@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     for (const WordCount& word : wordCounts(run)) ofWords += word.hits;
     if (ofWords != count) std::abort();
 
-    const HighlightedText page = markHits(text(stored), wordsToMark(run), run, options.wholeWord);
+    const HighlightedText page = markHits(text(stored), wordsToMark(run), run);
     if (page.text.count(QStringLiteral("<input type='submit' name='ggggittt")) < page.hits) std::abort();
 
     QString summary;

@@ -70,7 +70,7 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
         ASSERT_EQ(record.toStdString(), expectedRecord.toStdString());
 
         const QStringList words = search::wordsToMark(c.run);
-        const auto page = search::markHits(c.text, words, c.run, c.options.wholeWord);
+        const auto page = search::markHits(c.text, words, c.run);
         const auto expected =
             reference::highlight(c.text, words, c.run.KarsilastirmaKipi, c.options.wholeWord);
         ASSERT_EQ(page.text.toStdString(), expected.text.toStdString());

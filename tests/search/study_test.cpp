@@ -99,7 +99,7 @@ TEST(SoundChanges, ShareTheColourOfTheirWord) {
     SearchRun run = startRun({{}, options}, u"hak kitap"_s);
     completeRun(
         run, [](const QString& word) { return word == u"kitap" ? QStringList{u"kitâp"_s} : QStringList(); });
-    const HighlightedText page = markHits(u"<p>hakkı kitabı kitâbı</p>"_s, wordsToMark(run), run, false);
+    const HighlightedText page = markHits(u"<p>hakkı kitabı kitâbı</p>"_s, wordsToMark(run), run);
     std::map<QString, QString> colours(page.colours.begin(), page.colours.end());
     EXPECT_EQ(colours[u"hak"_s], colours[u"hağ"_s]);
     EXPECT_EQ(colours[u"kitap"_s], colours[u"kitab"_s]);
