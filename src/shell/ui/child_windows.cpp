@@ -14,9 +14,9 @@
 namespace lirovan::shell {
 
 using namespace Qt::StringLiterals;
+using browse::frm_Arama;
 using browse::frm_Icerik;
 using platform::WebView;
-using search::frm_Arama;
 
 /// frm_Icerik for those who show pages in it: asking for its views loads it again after it was closed.
 class ChildWindows::ContentPort : public browse::ContentView {

@@ -10,11 +10,11 @@
 #include "browse/content_window.h"
 #include "browse/page_toolbar.h"
 #include "browse/search_tab_state.h"
+#include "browse/ui/frm_Arama.h"
 #include "browse/ui/frm_Icerik.h"
 #include "data/library.h"
 #include "notes/ui/notebook.h"
 #include "search/hit_positions.h"
-#include "search/ui/frm_Arama.h"
 #include "search/ui/search_tab.h"
 #include "shell/extra_windows.h"
 #include "shell/ui/frm_IcerikN.h"
@@ -38,8 +38,8 @@ class ChildWindows : public QObject {
     QList<QAction*> pageMenuItems;
 
     /// Loads the browse window if it is not loaded; not shown yet.
-    search::frm_Arama& browseWindow();
-    search::frm_Arama* loadedBrowseWindow() const { return browse_; }
+    browse::frm_Arama& browseWindow();
+    browse::frm_Arama* loadedBrowseWindow() const { return browse_; }
     browse::frm_Icerik& contentWindow();
     browse::frm_Icerik* loadedContentWindow() const { return content_; }
 
@@ -129,7 +129,7 @@ class ChildWindows : public QObject {
     browse::PageCommands pageCommands_;
     browse::ContentWindow contentDecisions_;
     browse::SearchTabState search_;
-    QPointer<search::frm_Arama> browse_;
+    QPointer<browse::frm_Arama> browse_;
     QPointer<search::SearchTab> searchTab_;
     QPointer<browse::frm_Icerik> content_;
     std::optional<search::HitPositions> hits_;

@@ -1,4 +1,4 @@
-#include "search/ui/frm_Arama.h"
+#include "browse/ui/frm_Arama.h"
 
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -7,13 +7,12 @@
 
 #include "platform/ui/icons.h"
 
-namespace lirovan::search {
+namespace lirovan::browse {
 
 using namespace Qt::StringLiterals;
-using browse::Tab;
 
 /// The window as its decisions see it.
-class frm_Arama::View : public browse::BrowseView {
+class frm_Arama::View : public BrowseView {
   public:
     View(frm_Arama& window, std::function<void()> maximize)
         : window_(window), maximize_(std::move(maximize)) {}
@@ -92,17 +91,16 @@ void frm_Arama::buildTree() {
             [this](const QModelIndex& index) { decisions_.collapsed(books_.node(index)); });
 }
 
-const browse::BookTree& frm_Arama::load(const browse::TreeProgress& progress,
-                                        std::optional<platform::Twips> widthBefore) {
-    const browse::BookTree& tree = decisions_.load(progress, widthBefore);
+const BookTree& frm_Arama::load(const TreeProgress& progress, std::optional<platform::Twips> widthBefore) {
+    const BookTree& tree = decisions_.load(progress, widthBefore);
     books_.setNodes(decisions_.nodes());
     return tree;
 }
 
 bool frm_Arama::openTopic(data::TopicId topic) {
-    const std::vector<browse::TreeNode>& nodes = decisions_.nodes();
-    const auto node = std::find_if(nodes.begin(), nodes.end(), [topic](const browse::TreeNode& each) {
-        return each.kind == browse::TreeNode::Kind::Topic && each.topic == topic;
+    const std::vector<TreeNode>& nodes = decisions_.nodes();
+    const auto node = std::find_if(nodes.begin(), nodes.end(), [topic](const TreeNode& each) {
+        return each.kind == TreeNode::Kind::Topic && each.topic == topic;
     });
     if (node == nodes.end()) return false;
     const QModelIndex index = books_.index(node - nodes.begin());
@@ -120,7 +118,7 @@ void frm_Arama::reload() {
     const qsizetype current = books_.node(tvw_Kitaplar->currentIndex());
     const int top = tvw_Kitaplar->verticalScrollBar()->value();
 
-    const browse::BrowseWindow::Reloaded reloaded = decisions_.reload();
+    const BrowseWindow::Reloaded reloaded = decisions_.reload();
     books_.setNodes(decisions_.nodes());
     for (std::size_t n = 0; n < count; ++n)
         if (unfolded[n]) tvw_Kitaplar->expand(books_.index(reloaded.now[n]));
@@ -140,4 +138,4 @@ bool frm_Arama::eventFilter(QObject* watched, QEvent* event) {
     return MdiChild::eventFilter(watched, event);
 }
 
-}  // namespace lirovan::search
+}  // namespace lirovan::browse

@@ -10,7 +10,7 @@
 #include "browse/ui/book_tree_model.h"
 #include "platform/ui/mdi_child.h"
 
-namespace lirovan::search {
+namespace lirovan::browse {
 
 class frm_Arama : public platform::MdiChild {
     Q_OBJECT
@@ -18,11 +18,11 @@ class frm_Arama : public platform::MdiChild {
   public:
     struct Parts {
         platform::MainFrame& frame;
-        browse::ContentView& content;
+        ContentView& content;
         const data::Library& library;
         platform::AppFolder folder;
-        browse::SearchTabState& search;
-        browse::PageCommands& page;
+        SearchTabState& search;
+        PageCommands& page;
         std::function<bool()> isHelpShown;
         std::function<void()> maximizeMainWindow;
     };
@@ -32,17 +32,16 @@ class frm_Arama : public platform::MdiChild {
     /// The second tab's content; it holds a text box named txt_Bul, which the tab gives the focus to.
     void setSearchTab(QWidget* tab);
     /// Fills the tree; the window is in its frame already. `widthBefore`: see BrowseWindow::load().
-    const browse::BookTree& load(const browse::TreeProgress& progress,
-                                 std::optional<platform::Twips> widthBefore);
+    const BookTree& load(const TreeProgress& progress, std::optional<platform::Twips> widthBefore);
 
     /// Opens a topic as a click on it does, and shows it in the tree; false where the tree has none.
     bool openTopic(data::TopicId topic);
     /// The library changed: the tree shows it as it is now, unfolded as it was.
     void reload();
 
-    browse::BrowseWindow& decisions() { return decisions_; }
+    BrowseWindow& decisions() { return decisions_; }
     QTreeView& bookTree() { return *tvw_Kitaplar; }
-    const browse::BookTreeModel& books() const { return books_; }
+    const BookTreeModel& books() const { return books_; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -53,10 +52,10 @@ class frm_Arama : public platform::MdiChild {
     void buildTree();
 
     std::unique_ptr<View> view_;
-    browse::BrowseWindow decisions_;
-    browse::BookTreeModel books_;
+    BrowseWindow decisions_;
+    BookTreeModel books_;
     QTabWidget* tb_Arama;
     QTreeView* tvw_Kitaplar;
 };
 
-}  // namespace lirovan::search
+}  // namespace lirovan::browse
