@@ -1,5 +1,5 @@
-// From a click on a topic to the loaded page, against loading the same file in a bare page view. The two
-// alternate; medians count.
+// From a click on a topic to the loaded page, and from "back" to the page at its place, against loading the
+// same file in a bare page view. They alternate; medians count.
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -58,6 +58,18 @@ double click(const data::Library& library, const platform::AppFolder& folder, pl
     return milliseconds(timer);
 }
 
+/// The place is asked of the page that is left, as the window does.
+double back(const data::Library& library, const platform::AppFolder& folder, platform::WebView& view,
+            qint64 topic, const platform::PagePlace& place) {
+    QElapsedTimer timer;
+    timer.start();
+    if (!view.place(false)) return -1;
+    if (click(library, folder, view, topic) < 0) return -1;
+    view.waitUntilComplete();
+    view.goTo(place, false);
+    return milliseconds(timer);
+}
+
 }  // namespace
 
 int main(int count, char* words[]) {
@@ -76,16 +88,21 @@ int main(int count, char* words[]) {
         view->resize(900, 600);
         view->show();
     }
-    std::vector<double> clicks, loads;
+    std::vector<double> clicks, loads, backs;
     for (int round = 0; round < Rounds + WarmUp; ++round) {
         const double clicked = click(*library, folder, reader, 1 + round * 37);
         const double loaded = bareLoad(bare, folder.path(browse::PageFile));
-        if (clicked < 0) return 1;
+        reader.setScrollTop(200);
+        const auto place = reader.place(false);
+        const double wentBack = place ? back(*library, folder, reader, 1 + round * 37, *place.value) : -1;
+        if (clicked < 0 || wentBack < 0) return 1;
         if (round < WarmUp) continue;
+        backs.push_back(wentBack);
         clicks.push_back(clicked);
         loads.push_back(loaded);
     }
     std::printf("click to page %.1f ms, bare load %.1f ms, ratio %.2f\n", median(clicks), median(loads),
                 median(clicks) / median(loads));
+    std::printf("back to the place %.1f ms, ratio %.2f\n", median(backs), median(backs) / median(loads));
     return 0;
 }

@@ -127,6 +127,28 @@ ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node) {
     return isTopic ? ClickTarget::Topic : ClickTarget::StartPage;
 }
 
+PageIdentity pageOf(const TreeNode& node) {
+    if (node.kind != TreeNode::Kind::Topic) return {};
+    return {PageIdentity::Kind::Topic, node.topic, node.book, 0, 0, 0};
+}
+
+qsizetype topicNode(const std::vector<TreeNode>& nodes, data::TopicId topic, data::BookId book) {
+    qsizetype first = -1;
+    for (std::size_t n = 0; n < nodes.size(); ++n) {
+        if (nodes[n].kind != TreeNode::Kind::Topic || nodes[n].topic != topic) continue;
+        if (nodes[n].book == book) return static_cast<qsizetype>(n);
+        if (first < 0) first = static_cast<qsizetype>(n);
+    }
+    return first;
+}
+
+qsizetype neighbourTopic(const std::vector<TreeNode>& nodes, qsizetype from, int step) {
+    const qsizetype count = static_cast<qsizetype>(nodes.size());
+    for (qsizetype n = from < 0 && step < 0 ? count - 1 : from + step; n >= 0 && n < count; n += step)
+        if (nodes[static_cast<std::size_t>(n)].kind == TreeNode::Kind::Topic) return n;
+    return -1;
+}
+
 QStringView expandedImage(QStringView image) {
     return image == image::ClosedBook ? image::OpenBook : image;
 }

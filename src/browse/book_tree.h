@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "browse/page_identity.h"
 #include "data/library.h"
 #include "platform/core/result.h"
 
@@ -69,6 +70,14 @@ enum class ClickTarget {
     Topic
 };
 ClickTarget clickTarget(const std::vector<TreeNode>& nodes, qsizetype node);
+
+/// The page of a topic's node; the start page for others.
+PageIdentity pageOf(const TreeNode& node);
+/// The node of a topic: in `book`, where that has it, or else the first. -1: none.
+qsizetype topicNode(const std::vector<TreeNode>& nodes, data::TopicId topic, data::BookId book = {});
+/// The topic after (`step` 1) or before (-1) a node, on into the next book; -1 at the end. From -1 it is the
+/// first or the last one.
+qsizetype neighbourTopic(const std::vector<TreeNode>& nodes, qsizetype from, int step);
 
 /// A node's image after it was expanded, collapsed or, for a topic, opened.
 QStringView expandedImage(QStringView image);

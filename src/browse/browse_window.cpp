@@ -107,9 +107,10 @@ void BrowseWindow::collapsed(qsizetype node) {
 
 void BrowseWindow::NodeClick(qsizetype node) {
     if (parts_.search.running) return;
+    const bool isTopic = clickTarget(tree_.nodes, node) == ClickTarget::Topic;
+    parts_.content.aboutToShow(isTopic ? pageOf(at(node)) : PageIdentity());
     parts_.frame.FontSize(TopicFontSize);
-    if (clickTarget(tree_.nodes, node) == ClickTarget::StartPage)
-        return showStartPage(parts_.content, parts_.page);
+    if (!isTopic) return showStartPage(parts_.content, parts_.page);
     setImage(node, openedImage(at(node).image));
     parts_.content.show();
     showGeneratedPage(parts_.content);

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringView>
 
+#include "browse/page_identity.h"
 #include "browse/page_toolbar.h"
 #include "platform/core/page_view.h"
 #include "platform/core/result.h"
@@ -48,6 +49,9 @@ class ContentView {
     virtual void show() = 0;
     virtual QString caption() const = 0;
     virtual void setCaption(const QString& caption) = 0;
+
+    /// Another page is about to be shown; the one before stands as it was read. Events may run.
+    virtual void aboutToShow(const PageIdentity&) {}
 
     virtual platform::PageView& wb_Icerik() = 0;   ///< generated pages
     virtual platform::PageView& wb_Icerik2() = 0;  ///< the start page

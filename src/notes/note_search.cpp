@@ -65,8 +65,15 @@ std::vector<NoteHit> hitsOf(search::SearchRun& run, const search::TopicScanner& 
 }  // namespace
 
 SearchableNote searchable(const Note& note) {
-    const QString plain = u' ' + withoutMarkupSigns(textOf(note.rtf).plainText()) + u' ';
-    return {note.id, note.date, note.title, plain.toStdString(), text::extractVariants(plain)};
+    SearchableNote result = searchableText(note.id, textOf(note.rtf).plainText());
+    result.date = note.date;
+    result.title = note.title;
+    return result;
+}
+
+SearchableNote searchableText(NoteId id, const QString& text) {
+    const QString plain = u' ' + withoutMarkupSigns(text) + u' ';
+    return {id, {}, {}, plain.toStdString(), text::extractVariants(plain)};
 }
 
 Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes) {

@@ -27,6 +27,8 @@ struct SearchableNote {
 /// searches again keeps them.
 platform::Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes);
 SearchableNote searchable(const Note& note);
+/// Any plain text, as a note that has no date and no title.
+SearchableNote searchableText(NoteId id, const QString& text);
 
 struct NoteHit {
     qint64 position;  ///< 1-based, UTF-16 units of the note's plain text

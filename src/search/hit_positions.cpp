@@ -74,6 +74,19 @@ void HitPositions::DownerPos() {
     }
 }
 
+bool HitPositions::canStep(int step) {
+    ReOrderPos();
+    return hasHits_ && (step > 0 ? current_ < lastIndex() : current_ > 0);
+}
+
+void HitPositions::goTo(qint32 hit) {
+    ReOrderPos();
+    current_ = std::clamp(hit, 0, lastIndex());
+    current_ == 0 ? scrollToFirst() : scrollToCurrent();
+    enableButton_(Up, current_ > 0);
+    enableButton_(Down, hasHits_ && (current_ < lastIndex() || current_ == 0));
+}
+
 void HitPositions::firstActivation() {
     if (activated_) return;
     enableButton_(Up, false);

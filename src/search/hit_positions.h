@@ -31,6 +31,10 @@ class HitPositions {
     void SetPosZero();
     void UpperPos();   ///< to the hit before
     void DownerPos();  ///< to the next hit
+    /// Whether there is a hit after (`step` 1) or before (-1) the current one.
+    bool canStep(int step);
+    /// Makes a hit the current one; one beyond the last is the last.
+    void goTo(qint32 hit);
     /// What an extra content window does when it is first activated: sets its buttons and goes to the current
     /// stop. Later calls do nothing.
     void firstActivation();

@@ -4,6 +4,7 @@
 
 #include "browse/browse_window.h"
 #include "browse/page_file.h"
+#include "search/found_topics.h"
 #include "search/hit_positions.h"
 #include "search/result_page.h"
 #include "search/search_query.h"
@@ -140,6 +141,7 @@ bool SearchWindow::listele(const QString& query, ListOrder order) {
             {query, parts_.view.options(), order, parts_.frame.selectedBooks(), parts_.view.searchText()},
             *this);
         closed = result && result->end == SearchOutcome::End::Listed;
+        if (closed && parts_.searched) parts_.searched(query, parts_.view.options());
         if (closed || !result) {
             followNewestBook();
             parts_.view.letEventsRun();
@@ -272,6 +274,7 @@ void SearchWindow::NodeClick(ResultNode& node) {
             if (run) showTopic(node, *run);
             break;
         default:
+            parts_.content.aboutToShow({});
             browse::showStartPage(parts_.content, parts_.page);
     }
 }
@@ -301,6 +304,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
     // The topic may be gone since the search; then the page stays as it is.
     if (!page) return;
 
+    parts_.content.aboutToShow(pageOf(node));
     parts_.state.showPanel3 = true;
     parts_.page.showPageCommands(browse::ShownPage::Topic);
     parts_.content.show();
@@ -340,6 +344,8 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
     const Result<QByteArray> written =
         page ? browse::writePage(parts_.folder, *page) : Result<QByteArray>(page.error());
     if (written) {
+        parts_.content.aboutToShow(
+            {.kind = browse::PageIdentity::Kind::Summary, .run = run->AramaNo, .group = group});
         parts_.content.show();
         parts_.view.showSummaryStop(false);
         parts_.page.showPageCommands(browse::ShownPage::Summary);

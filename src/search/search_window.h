@@ -30,6 +30,7 @@ class SearchWindow : private RunHost {
         browse::PageCommands& page;     ///< of frm_Icerik
         browse::SearchTabState& state;  ///< shared with the window that hosts the tab
         ResultTree& tree;               ///< what tvw_Kitaplar_Bul shows
+        std::function<void(const QString& query, const SearchOptions& options)> searched = {};
     };
     explicit SearchWindow(Parts parts);
 

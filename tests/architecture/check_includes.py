@@ -20,8 +20,10 @@ ALLOWED = {
     "search/ui": {"text", "data", "browse", "browse/ui", "search"} | PLATFORM,
     "notes": {"text", "platform/core", "search"},
     "notes/ui": {"text", "notes"} | PLATFORM,
-    "shell": {"text", "platform/core", "data", "browse", "search", "notes"},
-    "shell/ui": {"text", "data", "browse", "browse/ui", "search", "search/ui", "notes", "notes/ui", "shell"} | PLATFORM,
+    "desk": {"text", "platform/core", "data", "browse", "search", "notes"},
+    "desk/ui": {"text", "data", "browse", "browse/ui", "search", "search/ui", "notes", "desk"} | PLATFORM,
+    "shell": {"text", "platform/core", "data", "browse", "search", "notes", "desk"},
+    "shell/ui": {"text", "data", "browse", "browse/ui", "search", "search/ui", "notes", "notes/ui", "desk", "desk/ui", "shell"} | PLATFORM,
     "tools": {"text", "platform/core", "data", "browse", "search", "notes"},
 }
 WIDGETS = re.compile(r"#\s*include\s*<(QtWidgets|QtWebEngine|QWidget|QApplication|(?!Q(String|ByteArray|AnyString|Utf8String|Latin1String)View)"

@@ -37,12 +37,32 @@ TEST_F(MainWindowTest, StartsMaximizedWithBothWindowsSideBySideAndItsBarsFilled)
             if (item->isVisible() && !item->isSeparator())
                 items << item->text() + u'|' + item->shortcut().toString();
     }
-    EXPECT_EQ(items,
-              QStringList({u"&Ana Menü:"_s, u"&Arama Penceresi|Ctrl+A"_s, u"&İçerik Penceresi|Ctrl+I"_s,
-                           u"Yeni P&encerede Aç|Ctrl+E"_s, u"&Not Defteri|Ctrl+N"_s, u"&Çıkış|"_s,
-                           u"&Düzen:"_s, u"&Kopyala|Ctrl+C"_s, u"&Yapıştır|Ctrl+V"_s, u"&Okuma:"_s,
-                           u"Kitap &Ekle...|Ctrl+Shift+O"_s, u"Kitap &Kaldır...|"_s, u"Kitaplık &Aç...|"_s,
-                           u"&Yardım:"_s, u"&Yardım|"_s, u"&Hakkında|"_s}));
+    EXPECT_EQ(items, QStringList({u"&Ana Menü:"_s,
+                                  u"&Arama Penceresi|Ctrl+A"_s,
+                                  u"&İçerik Penceresi|Ctrl+I"_s,
+                                  u"Yeni P&encerede Aç|Ctrl+E"_s,
+                                  u"&Not Defteri|Ctrl+N"_s,
+                                  u"&Çıkış|"_s,
+                                  u"&Düzen:"_s,
+                                  u"&Kopyala|Ctrl+C"_s,
+                                  u"&Yapıştır|Ctrl+V"_s,
+                                  u"&Okuma:"_s,
+                                  u"&Geri|Alt+Left"_s,
+                                  u"&İleri|Alt+Right"_s,
+                                  u"&Önceki Konu|Ctrl+PgUp"_s,
+                                  u"&Sonraki Konu|Ctrl+PgDown"_s,
+                                  u"Kitap Ağacın&da Göster|Ctrl+Shift+K"_s,
+                                  u"Sonraki İsabe&t|F3"_s,
+                                  u"Ö&nceki İsabet|Shift+F3"_s,
+                                  u"&Yer İmi Ekle...|Ctrl+D"_s,
+                                  u"Yer İm&leri...|Ctrl+Shift+D"_s,
+                                  u"Kitap &Ekle...|Ctrl+Shift+O"_s,
+                                  u"Kitap &Kaldır...|"_s,
+                                  u"Kitaplık &Aç...|"_s,
+                                  u"Açılışta Kaldığım Yerden Sü&rdür|"_s,
+                                  u"&Yardım:"_s,
+                                  u"&Yardım|"_s,
+                                  u"&Hakkında|"_s}));
     EXPECT_TRUE(find<QAction>(u"mnu_Arama"_s)->isChecked() && find<QAction>(u"mnu_Icerik"_s)->isChecked());
     EXPECT_FALSE(button(u"New"_s)->isEnabled());
 }

@@ -97,17 +97,22 @@ const BookTree& frm_Arama::load(const TreeProgress& progress, std::optional<plat
     return tree;
 }
 
-bool frm_Arama::openTopic(data::TopicId topic) {
-    const std::vector<TreeNode>& nodes = decisions_.nodes();
-    const auto node = std::find_if(nodes.begin(), nodes.end(), [topic](const TreeNode& each) {
-        return each.kind == TreeNode::Kind::Topic && each.topic == topic;
-    });
-    if (node == nodes.end()) return false;
-    const QModelIndex index = books_.index(node - nodes.begin());
+bool frm_Arama::openTopic(data::TopicId topic, data::BookId book) {
+    const qsizetype node = topicNode(decisions_.nodes(), topic, book);
+    if (node < 0) return false;
+    openNode(node);
+    return true;
+}
+
+void frm_Arama::openNode(qsizetype node) {
+    showNode(node);
+    decisions_.NodeClick(node);
+}
+
+void frm_Arama::showNode(qsizetype node) {
+    const QModelIndex index = books_.index(node);
     tvw_Kitaplar->scrollTo(index);
     tvw_Kitaplar->setCurrentIndex(index);
-    decisions_.NodeClick(node - nodes.begin());
-    return true;
 }
 
 void frm_Arama::reload() {

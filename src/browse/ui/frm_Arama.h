@@ -35,10 +35,16 @@ class frm_Arama : public platform::MdiChild {
     const BookTree& load(const TreeProgress& progress, std::optional<platform::Twips> widthBefore);
 
     /// Opens a topic as a click on it does, and shows it in the tree; false where the tree has none.
-    bool openTopic(data::TopicId topic);
+    bool openTopic(data::TopicId topic, data::BookId book = {});
+    void openNode(qsizetype node);
+    /// Makes a node of the tree the current one, what is above it unfolded.
+    void showNode(qsizetype node);
     /// The library changed: the tree shows it as it is now, unfolded as it was.
     void reload();
 
+    bool isUnfolded(qsizetype node) const { return tvw_Kitaplar->isExpanded(books_.index(node)); }
+    void unfold(qsizetype node) { tvw_Kitaplar->expand(books_.index(node)); }
+    Tab tab() const { return Tab(tb_Arama->currentIndex()); }
     BrowseWindow& decisions() { return decisions_; }
     QTreeView& bookTree() { return *tvw_Kitaplar; }
     const BookTreeModel& books() const { return books_; }

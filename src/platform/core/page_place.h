@@ -10,9 +10,9 @@
 namespace lirovan::platform {
 
 struct PagePlace {
-    bool atTop = false;  ///< the page stands at its top; then the passage is what is seen there first
-    QString passage;     ///< text from the place on, each run of blanks one; may be empty
-    QString before;      ///< text in front of it, without blanks; tells equal passages apart
+    bool atTop = false;    ///< the page stands at its top; then the passage is what is seen there first
+    QString passage = {};  ///< text from the place on, each run of blanks one; may be empty
+    QString before = {};   ///< text in front of it, without blanks; tells equal passages apart
     double share =
         0;  ///< of the page's height that lies above the line: where the passage is not found any more
     double gap = 0;  ///< from the view's upper edge down to the passage's line, in heights of that line

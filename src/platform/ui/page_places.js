@@ -94,7 +94,12 @@
     const first = uppermost();
     const page = scroller();
     if (!first) return {atTop: page.scrollTop < 1, share: shareOf(page.scrollTop)};
-    return placeAt(first.node, first.offset, first.line, PASSAGE);
+    // Whole words.
+    let offset = first.offset;
+    while (offset > 0 && /\S/.test(first.node.data[offset - 1]) && first.offset - offset < 40) --offset;
+    const place = placeAt(first.node, offset, lineOf(first.node, offset), PASSAGE);
+    if (place.passage.length === PASSAGE) place.passage = place.passage.replace(/\s+\S*$/, '');
+    return place;
   }
 
   function ofSelection() {

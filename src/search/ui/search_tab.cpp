@@ -48,7 +48,7 @@ class ResultView : public QTreeView {
 SearchTab::SearchTab(const Parts& parts, QWidget* parent)
     : QWidget(parent),
       decisions_({parts.frame, parts.dialogs, *this, parts.content, parts.library, parts.folder, parts.page,
-                  parts.state, tree_}),
+                  parts.state, tree_, parts.searched}),
       results_(tree_),
       Label1(named(new QLabel(u"Aranacak &Kelime(ler):"_s), u"Label1"_s)),
       txt_Bul(named(new QLineEdit, u"txt_Bul"_s)),
@@ -155,6 +155,22 @@ bool SearchTab::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void SearchTab::offer(const QString& query, const SearchOptions& options) {
+    txt_Bul->setText(query);
+    chk_BKD->setChecked(options.caseSensitive);
+    chk_TMK->setChecked(options.wholeWord);
+    chk_HPI->setChecked(options.allWords);
+    chk_FindWith->setChecked(options.together);
+}
+
+void SearchTab::open(ResultNode& node) {
+    const QModelIndex index = results_.index(node);
+    tvw_Kitaplar_Bul->setCurrentIndex(index);
+    tvw_Kitaplar_Bul->scrollTo(index);
+    decisions_.resultTreePressed(false);
+    decisions_.NodeClick(node);
 }
 
 QString SearchTab::searchText() const {

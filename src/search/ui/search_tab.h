@@ -27,12 +27,19 @@ class SearchTab : public QWidget, private SearchView {
         platform::AppFolder folder;
         browse::PageCommands& page;
         browse::SearchTabState& state;
+        /// Told of every search that came to its end.
+        std::function<void(const QString& query, const SearchOptions& options)> searched = {};
     };
     /// What `parts` refers to outlives the tab.
     explicit SearchTab(const Parts& parts, QWidget* parent = nullptr);
 
     /// What the main window's sort menus and its closing need.
     SearchWindow& decisions() { return decisions_; }
+    const ResultTree& results() const { return tree_; }
+    /// Puts a search into the box and the check boxes, which does not run yet.
+    void offer(const QString& query, const SearchOptions& options);
+    /// Opens a node as a click on it does, and brings it into view.
+    void open(ResultNode& node);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -9,6 +9,7 @@
 
 #include "browse/book_selector.h"
 #include "browse/book_tree.h"
+#include "desk/reader_file.h"
 #include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
@@ -19,6 +20,8 @@
 #include "shell/ui/import_progress.h"
 #include "shell/ui/main_toolbar.h"
 #include "shell/ui/pane_keys.h"
+#include "shell/ui/session_keeper.h"
+#include "shell/ui/side_buttons.h"
 #include "shell/ui/update_download.h"
 
 namespace lirovan::shell {
@@ -117,10 +120,17 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     connect(windows_.get(), &ChildWindows::quitWanted, this, &QWidget::close);
     connect(windows_.get(), &ChildWindows::libraryChanged, this, &KitaplarMDI::fillSelector);
     setAcceptDrops(true);
+    session_ = std::make_unique<SessionKeeper>(*this, *windows_, desk::readerFilePath(services_.folder));
+    windows_->toggleContinues = [this] {
+        session_->setContinues(!session_->continues());
+        frame_->setMenuChecked(u"mnu_Surdur", session_->continues());
+    };
+    new SideButtons(*this, [this](int step) { windows_->goInHistory(step); });
     new PaneKeys(*this, area_, frame_->toolBar());
 }
 
 KitaplarMDI::~KitaplarMDI() {
+    session_.reset();
     windows_.reset();
     // The central widget is a member.
     takeCentralWidget();
@@ -153,12 +163,18 @@ bool KitaplarMDI::load() {
     // the toolkit does not have to make the frame anew, in which it would lose its state.
     windows_->contentWindow();
     splash.close();
+    if (const auto place = session_->windowPlace()) {
+        maximizeWanted_ = false;
+        sizedOnce_ = true;
+        setGeometry(*place);
+    }
     showMain();
     windows_->showBrowse();
     windows_->showContent();
     windows_->showBrowse();
     windows_->loadedBrowseWindow()->bookTree().setFocus();
     windows_->pageCommands().showPageCommands(browse::ShownPage::None);
+    session_->begin();
     loaded_ = true;
     return true;
 }
@@ -284,6 +300,7 @@ void KitaplarMDI::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    session_->keep();
     windows_->closeExtraWindows();
     library_.close();
     QMainWindow::closeEvent(event);

@@ -16,6 +16,7 @@ namespace lirovan::shell {
 
 class ChildWindows;
 class FrameWidgets;
+class SessionKeeper;
 
 class KitaplarMDI : public QMainWindow {
     Q_OBJECT
@@ -58,6 +59,7 @@ class KitaplarMDI : public QMainWindow {
     QMdiArea area_;
     std::unique_ptr<Frame> frame_;
     std::unique_ptr<ChildWindows> windows_;
+    std::unique_ptr<SessionKeeper> session_;
     std::unique_ptr<ManifestSource> manifest_;
     std::unique_ptr<UpdateCheck> updateCheck_;
     QTimer tmrVersion;

@@ -41,6 +41,7 @@ class ChildWindows::ContentPort : public browse::ContentView {
     }
     QString caption() const override { return window().windowTitle(); }
     void setCaption(const QString& caption) override { window().setWindowTitle(caption); }
+    void aboutToShow(const browse::PageIdentity& page) override { windows_.aboutToShow(page); }
     platform::PageView& wb_Icerik() override { return *window().wb_Icerik; }
     platform::PageView& wb_Icerik2() override { return *window().wb_Icerik2; }
 
@@ -64,6 +65,7 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
                     if (!ensured) return ensured.error();
                     return {};
                 }) {
+    history_.shown({});
     connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::nameActive);
     connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::focusActivePage);
 }
@@ -90,8 +92,11 @@ void ChildWindows::loadBrowse() {
     browse_ = new frm_Arama({frame_, *contentPort_, library_, services_.folder, search_, pageCommands_,
                              [this] { return help_ && help_->helpShown; }, maximizeMainWindow});
     area_.addSubWindow(browse_);
-    searchTab_ = new search::SearchTab(
-        {frame_, services_.dialogs, *contentPort_, library_, services_.folder, pageCommands_, search_});
+    searchTab_ = new search::SearchTab({frame_, services_.dialogs, *contentPort_, library_, services_.folder,
+                                        pageCommands_, search_,
+                                        [this](const QString& query, const search::SearchOptions& options) {
+                                            if (searched) searched(query, options);
+                                        }});
     browse_->setSearchTab(searchTab_);
     connect(browse_, &platform::MdiChild::unloaded, this, [this] {
         lastBrowsePlace();
@@ -135,6 +140,7 @@ void ChildWindows::loadContent() {
     connect(window, &platform::MdiChild::unloaded, this, [this] {
         hits_.reset();
         content_.clear();
+        aboutToShow({});
     });
     mark(*window, platform::menu::Icerik);
     connect(window->wb_Icerik, &WebView::loaded, this, [this] { contentDecisions_.pageLoaded(); });

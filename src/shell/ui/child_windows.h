@@ -13,6 +13,9 @@
 #include "browse/ui/frm_Arama.h"
 #include "browse/ui/frm_Icerik.h"
 #include "data/library.h"
+#include "desk/bookmarks.h"
+#include "desk/history.h"
+#include "desk/session.h"
 #include "notes/ui/notebook.h"
 #include "search/hit_positions.h"
 #include "search/ui/search_tab.h"
@@ -84,6 +87,20 @@ class ChildWindows : public QObject {
     void addBooks(const QStringList& paths);  ///< files and folders, with a preview
     void removeBooks();
     void openLibrary();  ///< another application folder, in a program of its own
+    // The reading desk; `step` is 1 forward and -1 back.
+    void goInHistory(int step);
+    void stepTopic(int step);  ///< the neighbour in book order
+    void stepHit(int step);    ///< as nextHit() and previousHit(), and on into the next found topic
+    void showInBookTree();     ///< the topic that is shown
+    void addBookmark();        ///< at the selection, or where the page stands
+    void showBookmarks();
+    std::function<void()> toggleContinues;  ///< "Açılışta Kaldığım Yerden Sürdür"
+
+    // The session
+    std::function<void(const QString& query, const search::SearchOptions& options)> searched;
+    void intoSession(desk::Session& session);
+    /// What was there comes back, or is offered by a strip.
+    void beginWith(const desk::Session& session);
     /// A link: opens the topic as a click in the book tree does, at a place of its page.
     void openTopic(data::TopicId topic, const QString& place);
     void followLibrary();  ///< books came or went: tree and selector show it
@@ -121,11 +138,29 @@ class ChildWindows : public QObject {
     /// The keys of a content window are its page's, however the window became active.
     void focusActivePage();
 
+    void aboutToShow(const browse::PageIdentity& page);
+    /// Where the page that is shown stands goes into the history.
+    void notePlace();
+    bool showAgain(const desk::History::Entry& entry);
+    /// False where the page is not there any more.
+    bool showPage(const browse::PageIdentity& page);
+    bool showResult(const browse::PageIdentity& page);
+    void putInFront(browse::Tab tab);
+    /// A topic at a place; false where it is not there any more.
+    bool openPlace(data::TopicId topic, data::BookId book, const platform::PagePlace& place, bool select);
+    void openBookmark(const desk::Bookmark& bookmark);
+    /// Whether it is worth trying again: a damaged file was set aside.
+    bool tellReaderFile(const platform::Error& error);
+    void restore(const desk::Session& session);
+    void continueAt(const desk::LastPage& page);
+    void offerToContinue(const desk::LastPage& page);
+    qsizetype shownNode();  ///< in the book tree; -1: no topic is shown
+
     QMdiArea& area_;
     platform::MainFrame& frame_;
     const data::Library& library_;
     Services& services_;
-    std::unique_ptr<ContentPort> contentPort_;
+    std::unique_ptr<browse::ContentView> contentPort_;
     browse::PageCommands pageCommands_;
     browse::ContentWindow contentDecisions_;
     browse::SearchTabState search_;
@@ -133,6 +168,10 @@ class ChildWindows : public QObject {
     QPointer<search::SearchTab> searchTab_;
     QPointer<browse::frm_Icerik> content_;
     std::optional<search::HitPositions> hits_;
+    desk::History history_;
+    browse::PageIdentity shown_;  ///< in the shared content window
+    bool going_ = false;          ///< in the history
+    QPointer<QWidget> continueStrip_;
     ExtraWindows<frm_IcerikN> extra_;
     notes::Notebook notebook_;
     double zoom_ = 1;  // of the shared content window

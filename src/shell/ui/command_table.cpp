@@ -112,10 +112,34 @@ constexpr CommandRow Yazi[] = {
 };
 
 constexpr CommandRow Okuma[] = {
+    {u"mnu_Geri", GoBack, u"&Geri", u"Alt+Left", Lockable, [](W& w) { w.goInHistory(-1); }},
+    {u"mnu_Ileri", GoForward, u"&İleri", u"Alt+Right", Lockable, [](W& w) { w.goInHistory(+1); }},
+    {u"mnu_OncekiKonu", PreviousTopic, u"&Önceki Konu", u"Ctrl+PgUp", Lockable,
+     [](W& w) { w.stepTopic(-1); }},
+    {u"mnu_SonrakiKonu", NextTopic, u"&Sonraki Konu", u"Ctrl+PgDown", Lockable,
+     [](W& w) { w.stepTopic(+1); }},
+    {u"mnu_AgactaGoster", ShowInBookTree, u"Kitap Ağacın&da Göster", u"Ctrl+Shift+K", Lockable,
+     [](W& w) { w.showInBookTree(); }},
+    {u"sep6"},
+    {u"mnu_SonrakiIsabet", NextHitOfRun, u"Sonraki İsabe&t", u"F3", Lockable, [](W& w) { w.stepHit(+1); }},
+    {u"mnu_OncekiIsabet", PreviousHitOfRun, u"Ö&nceki İsabet", u"Shift+F3", Lockable,
+     [](W& w) { w.stepHit(-1); }},
+    {u"sep7"},
+    {u"mnu_YerImiEkle", AddBookmark, u"&Yer İmi Ekle...", u"Ctrl+D", Lockable, [](W& w) { w.addBookmark(); }},
+    {u"mnu_YerImleri", ShowBookmarks, u"Yer İm&leri...", u"Ctrl+Shift+D", Lockable,
+     [](W& w) { w.showBookmarks(); }},
+    {u"sep8"},
     {u"mnu_KitapEkle", AddBooks, u"Kitap &Ekle...", u"Ctrl+Shift+O", Lockable, [](W& w) { w.chooseBooks(); }},
     {u"mnu_KitapKaldir", RemoveBooks, u"Kitap &Kaldır...", {}, Lockable, [](W& w) { w.removeBooks(); }},
     {u"sep5"},
     {u"mnu_KitaplikAc", OpenLibrary, u"Kitaplık &Aç...", {}, Lockable, [](W& w) { w.openLibrary(); }},
+    {u"sep9"},
+    {u"mnu_Surdur",
+     ToggleContinues,
+     u"Açılışta Kaldığım Yerden Sü&rdür",
+     {},
+     Checked,
+     [](W& w) { w.toggleContinues(); }},
 };
 
 constexpr CommandRow Yardim[] = {

@@ -1,0 +1,38 @@
+// The session on its way from and to the reader's file. Neither is waited for: a start goes on without a
+// session that is slow to come, and what is to be kept is written in a thread. What cannot be read or written
+// is as if there were none; nothing that the reader made stands in it.
+#pragma once
+
+#include <QString>
+#include <QThreadPool>
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include "desk/session.h"
+
+namespace lirovan::desk {
+
+class SessionStore {
+  public:
+    explicit SessionStore(QString path);
+    /// What is being written is waited for.
+    ~SessionStore();
+
+    /// The session as it was kept. Nothing where there is none, or it does not come within `limit`.
+    std::optional<Session> load(std::chrono::milliseconds limit);
+    /// Keeps a session; one that differs from the last in nothing is not written.
+    void keep(const Session& session);
+
+  private:
+    struct Answer;
+    struct Waiting;
+
+    QString path_;
+    QByteArray kept_;
+    std::shared_ptr<Answer> answer_;
+    std::shared_ptr<Waiting> waiting_;
+    QThreadPool thread_;
+};
+
+}  // namespace lirovan::desk
