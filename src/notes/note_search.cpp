@@ -1,6 +1,9 @@
 #include "notes/note_search.h"
 
 #include <QHash>
+#include <algorithm>
+#include <atomic>
+#include <thread>
 
 #include "notes/note_text.h"
 #include "search/recorded_hits.h"
@@ -22,6 +25,9 @@ constexpr char16_t Less = u'\uE000', Greater = u'\uE001';
 QString withoutMarkupSigns(QString text) {
     return text.replace(u'<', QChar(Less)).replace(u'>', QChar(Greater));
 }
+
+// Not worth another thread.
+constexpr size_t FewNotes = 100;
 
 using Forms = QHash<QString, QStringList>;  // by what is written, folded
 
@@ -65,7 +71,11 @@ std::vector<NoteHit> hitsOf(search::SearchRun& run, const search::TopicScanner& 
 }  // namespace
 
 SearchableNote searchable(const Note& note) {
-    SearchableNote result = searchableText(note.id, textOf(note.rtf).plainText());
+    return searchable(note, textOf(note.rtf).plainText());
+}
+
+SearchableNote searchable(const Note& note, const QString& text) {
+    SearchableNote result = searchableText(note.id, text);
     result.date = note.date;
     result.title = note.title;
     return result;
@@ -77,9 +87,19 @@ SearchableNote searchableText(NoteId id, const QString& text) {
 }
 
 Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes) {
-    std::vector<SearchableNote> all;
-    const Result<void> read = notes.forEach([&](const Note& note) { all.push_back(searchable(note)); });
+    std::vector<Note> rows;
+    const Result<void> read = notes.forEach([&](const Note& note) { rows.push_back(note); });
     if (!read) return read.error();
+    std::vector<SearchableNote> all(rows.size());
+    std::atomic<size_t> next = 0;
+    const auto work = [&] {
+        for (size_t i = next++; i < rows.size(); i = next++) all[i] = searchable(rows[i]);
+    };
+    std::vector<std::jthread> threads;
+    const unsigned more = rows.size() < FewNotes ? 0 : std::max(1U, std::thread::hardware_concurrency()) - 1;
+    for (unsigned i = 0; i < more; ++i) threads.emplace_back(work);
+    work();
+    threads.clear();
     return all;
 }
 

@@ -6,7 +6,9 @@
 #include "platform/core/json_line.h"
 #include "search/contexts.h"
 #include "search/distribution.h"
+#include "search/hit_list.h"
 #include "search/result_page.h"
+#include "search/study_summary.h"
 #include "search/variant_table.h"
 
 namespace lirovan::search::companion {
@@ -103,6 +105,19 @@ Result<QByteArray> ozet(const data::Library& library, const SearchRequest& reque
         library, run.result->run, group, [](qsizetype) {}, [] { return true; });
     if (!page) return page.error();
     return browse::pageBytes(*page);
+}
+
+Result<QString> ozetBelgesi(const data::Library& library, const SearchRequest& request, int group) {
+    Run run(library, request);
+    if (!run.result) return run.result.error();
+    const SearchRun* const stored = run.result->run;
+    if (!stored) return platform::Error{QStringLiteral("Aranacak kelime yok.")};
+    Result<HitList> list = hitListOf(library, run.engine.outline(), *stored);
+    if (!list) return list.error();
+    const RunHits hits{*stored, request.query, std::move(*list)};
+    const auto html = studySummary(library, hits, group, [](qint64, qint64) { return true; });
+    if (!html) return html.error();
+    return html->value_or(QString());
 }
 
 namespace {

@@ -26,6 +26,9 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
 /// summary.
 platform::Result<QByteArray> ozet(const data::Library& library, const SearchRequest& request, int group);
 
+/// The summary as a document to keep, as HTML (see study_summary.h); `group` below 0: of all authors.
+platform::Result<QString> ozetBelgesi(const data::Library& library, const SearchRequest& request, int group);
+
 /// Takes what is printed, piece by piece.
 using Output = std::function<void(const QByteArray&)>;
 

@@ -81,9 +81,17 @@ class Stripper {
         } else if (Marked[static_cast<unsigned char>(c)]) {
             return replace(at, at + 1, " ");
         }
-        size_t end = at + 1;
-        while (end < text_.size() && !Marked[static_cast<unsigned char>(text_[end])]) ++end;
-        return copy(at, end);
+        return copy(at, plainEnd(at + 1));
+    }
+
+    // A blank between two words stays one.
+    size_t plainEnd(size_t end) const {
+        const auto isMarked = [this](size_t at) { return Marked[static_cast<unsigned char>(text_[at])]; };
+        for (; end < text_.size(); ++end) {
+            if (!isMarked(end)) continue;
+            if (text_[end] != ' ' || end + 1 == text_.size() || isMarked(end + 1)) break;
+        }
+        return end;
     }
 
     size_t copy(size_t at, size_t end) {

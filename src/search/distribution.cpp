@@ -52,21 +52,6 @@ std::vector<BookTopics> byBook(const std::vector<TopicRow>& rows, const HitsByTo
     return books;
 }
 
-Result<std::vector<data::AuthorId>> authorsOf(const data::Library& library,
-                                              const platform::BookSelection& scope) {
-    std::vector<data::AuthorId> authors;
-    const data::AuthorId one{scope.authorId};
-    Result<Statement> rows =
-        library.query(one.value == 0 ? catalogue::authors() : catalogue::authorInOrder(one));
-    if (!rows) return rows.error();
-    while (true) {
-        const Result<Step> step = rows->step();
-        if (!step) return step.error();
-        if (*step == Step::Done) return authors;
-        authors.push_back({rows->integer(0)});
-    }
-}
-
 // Appends a topic to the book that is being measured.
 Result<void> addTopic(BookHits& book, Statement& texts, const TopicRow& topic, const HitsByTopic& hits) {
     texts.reset();
@@ -81,6 +66,7 @@ Result<void> addTopic(BookHits& book, Statement& texts, const TopicRow& topic, c
     if (const auto found = hits.constFind(topic.topic.value); found != hits.cend())
         for (const RecordedHit& hit : *found)
             if (hit.position <= units) book.hits.push_back({hit.word, book.length + hit.position});
+    book.topics.push_back({topic.topic, topic.headingRow, book.length});
     book.length += units;
     return {};
 }
@@ -89,7 +75,7 @@ Result<void> addTopic(BookHits& book, Statement& texts, const TopicRow& topic, c
 
 Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, const SearchRun& run,
                         const platform::BookSelection& scope,
-                        const std::function<bool(const BookHits&)>& onBook) {
+                        const std::function<bool(const BookHits&)>& onBook, WantedBooks wanted) {
     const HitsByTopic hits = hitsByTopic(run);
     const auto authors = authorsOf(library, scope);
     if (!authors) return authors.error();
@@ -101,13 +87,14 @@ Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, con
         const auto rows = outline.topics(topicsOfScope(scope, author, catalogue::TopicOrder::Book));
         if (!rows) return rows.error();
         for (const BookTopics& topics : byBook(**rows, hits)) {
-            if (!topics.hasHits) continue;
-            BookHits book{topics.book, 0, {}};
+            if (!topics.hasHits && wanted == WantedBooks::WithHits) continue;
+            BookHits book{topics.book, author, 0, {}, {}};
             for (const TopicRow* topic : topics.topics)
                 if (const Result<void> added = addTopic(book, *texts, *topic, hits); !added) return added;
             std::sort(book.hits.begin(), book.hits.end(),
                       [](const BookHit& a, const BookHit& b) { return a.position < b.position; });
-            if (!book.hits.empty() && !onBook(book)) return {};
+            if (book.hits.empty() && wanted == WantedBooks::WithHits) continue;
+            if (!onBook(book)) return {};
         }
     }
     return {};

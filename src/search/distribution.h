@@ -17,16 +17,29 @@ struct BookHit {
     qint64 position;  ///< 1-based, within the texts of the book one after the other
 };
 
-struct BookHits {
-    data::BookId book;
-    qint64 length = 0;          ///< UTF-16 units of the book's texts as stored
-    std::vector<BookHit> hits;  ///< by position; never empty
+/// Where a topic's text begins among the book's.
+struct TopicStart {
+    data::TopicId topic;
+    qint64 headingRow;  ///< in tbl_KonuBaslik
+    qint64 start;       ///< units before it
 };
 
-/// The books of `scope` with hits in library order. Only their texts are read, and none is converted. Topics
-/// that are gone are passed over. `onBook` may end it with false.
+struct BookHits {
+    data::BookId book;
+    data::AuthorId author;
+    qint64 length = 0;          ///< UTF-16 units of the book's texts as stored
+    std::vector<BookHit> hits;  ///< by position
+    std::vector<TopicStart> topics;
+};
+
+/// Which books are wanted; those without hits come with their lengths.
+enum class WantedBooks { WithHits, All };
+
+/// The books of `scope` in library order. Only their texts are read, and none is converted. Topics that are
+/// gone are passed over. `onBook` may end it with false.
 platform::Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, const SearchRun& run,
                                   const platform::BookSelection& scope,
-                                  const std::function<bool(const BookHits&)>& onBook);
+                                  const std::function<bool(const BookHits&)>& onBook,
+                                  WantedBooks wanted = WantedBooks::WithHits);
 
 }  // namespace lirovan::search

@@ -46,6 +46,22 @@ void HitPositions::SetPosZero() {
     scrollToFirst();
 }
 
+void HitPositions::goTo(qint32 anchor) {
+    const auto offsets = view_.offsets(HitAnchor);
+    if (!offsets || anchor < 0 || anchor >= std::ssize(*offsets.value)) return;
+    const std::vector<double>& all = *offsets.value;
+    stops_ = hitStops(all);
+    hasHits_ = true;
+    // Where it stands among the stops: those on one line in the order of their numbers.
+    const double own = all[static_cast<size_t>(anchor)];
+    const auto before = std::count_if(all.begin(), all.end(), [own](double each) { return each < own; });
+    const auto beside = std::count(all.begin(), all.begin() + anchor, own);
+    current_ = static_cast<qint32>(before + beside);
+    current_ == 0 ? scrollToFirst() : scrollToCurrent();
+    enableButton_(Up, current_ > 0);
+    enableButton_(Down, current_ < lastIndex() || lastIndex() == 0);
+}
+
 void HitPositions::UpperPos() {
     ReOrderPos();
     enableButton_(Down, true);

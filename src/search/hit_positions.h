@@ -29,6 +29,8 @@ class HitPositions {
     /// Goes to the first hit of a new page. Where that stands in the first view anyway, and where there is
     /// none, the page stays at its top.
     void SetPosZero();
+    /// Goes to the hit with this button.
+    void goTo(qint32 anchor);
     void UpperPos();   ///< to the hit before
     void DownerPos();  ///< to the next hit
     /// Whether there is a hit after (`step` 1) or before (-1) the current one.

@@ -19,7 +19,7 @@ class KeptTexts {
   public:
     /// Neighbouring rows are kept together.
     static constexpr qint64 BlockRows = 32;
-    static constexpr size_t MostBytes = 256'000'000;
+    static constexpr size_t MostBytes = 100'000'000;
 
     /// `library` outlives this object.
     explicit KeptTexts(const data::Library& library) : library_(library), changes_(library) {}

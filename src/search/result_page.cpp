@@ -4,6 +4,7 @@
 
 #include "browse/page_layout.h"
 #include "browse/topic_page.h"
+#include "search/hit_anchor.h"
 #include "search/passages.h"
 #include "text/blanks.h"
 #include "text/title.h"
@@ -42,13 +43,16 @@ Result<std::optional<SummaryTopic>> summaryTopic(const Library& library, data::T
 
 std::optional<ResultPage> highlightedPage(const Library& library, const platform::AppFolder& folder,
                                           data::TopicId topic, std::optional<qint64> headingRow,
-                                          const SearchRun& run, const MarkingProgress& progress) {
+                                          const SearchRun& run, const MarkingProgress& progress,
+                                          qint64 wanted) {
     Result<std::optional<data::TopicText>> row = library.topic(topic);
     if (row && !*row) return std::nullopt;
     data::TopicText text = orEmpty(std::move(row));
 
     ResultPage result;
+    const QString stored = wanted > 0 ? text.text : QString();
     result.marks = markHits(std::move(text.text), wordsToMark(run), run, progress);
+    if (wanted > 0) result.wanted = anchorOf(stored, result.marks.text, wanted);
     text.text = std::exchange(result.marks.text, QString());
 
     const data::BookHeading heading = orEmpty(library.headingWithBook(topic, headingRow));

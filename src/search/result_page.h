@@ -16,14 +16,18 @@ struct ResultPage {
     QString page;           ///< without the final line end
     QString heading;        ///< of the topic, for the caption; may be empty
     HighlightedText marks;  ///< hits and colours; its text has moved into the page
+    /// Number of the button of the hit that was asked for.
+    std::optional<qint32> wanted = {};
 };
 
 /// The topic page with every hit of the run's words marked, by the run's own options. `headingRow`: which of
-/// the topic's headings stands above it, by its row in tbl_KonuBaslik; else the first. Nothing where the
-/// topic has no text row (any more); what else cannot be read leaves its place empty.
+/// the topic's headings stands above it, by its row in tbl_KonuBaslik; else the first. `wanted`: a recorded
+/// position whose button is to be named; 0 for none. Nothing where the topic has no text row (any more); what
+/// else cannot be read leaves its place empty.
 std::optional<ResultPage> highlightedPage(const data::Library& library, const platform::AppFolder& folder,
                                           data::TopicId topic, std::optional<qint64> headingRow,
-                                          const SearchRun& run, const MarkingProgress& progress = {});
+                                          const SearchRun& run, const MarkingProgress& progress = {},
+                                          qint64 wanted = 0);
 
 /// Why a summary could not be made: number and description, as the message box shows them.
 platform::Error summaryError(int number, const QString& description);

@@ -1,5 +1,6 @@
 #include "search/search_window.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "browse/browse_window.h"
@@ -22,8 +23,9 @@ namespace button = platform::button;
 namespace {
 
 // Events are let run at fixed points, of which there are hundreds of thousands; really, this often
-// (milliseconds).
-constexpr qint64 EventInterval = 8;
+// (milliseconds). Where handling them takes long, less often, so that the search has most of the time, but
+// never so seldom that a reader would notice.
+constexpr qint64 EventInterval = 8, LongestInterval = 35, ShareOfEvents = 6;
 
 constexpr QStringView ProgressText = u"Araştırılıyor...";
 
@@ -51,6 +53,7 @@ class SearchWindow::Busy {
         window_.closing_ = false;
         window_.root_ = window_.followed_ = nullptr;
         window_.sinceEvents_.start();
+        window_.eventInterval_ = EventInterval;
     }
     ~Busy() {
         window_.parts_.view.setOptionsEnabled(true);
@@ -116,13 +119,10 @@ void SearchWindow::mnu_Sirala_Click(QStringView key) {
     if (isRunning()) return;
     parts_.view.showStopButton(true);
     AramaDurdur_ = false;
-    if (key == u"Kitap" || key == u"Konu") {
-        if (listele(SonSorgu_, key == u"Kitap" ? ListOrder::Kitap : ListOrder::Konu))
-            parts_.state.showPanel2 = true;
-    } else {
-        parts_.view.showStopButton(false);
-        parts_.state.showPanel2 = true;
-    }
+    const ListOrder order = key == u"Kitap"  ? ListOrder::Kitap
+                            : key == u"Oran" ? ListOrder::Oran
+                                             : ListOrder::Konu;
+    if (listele(SonSorgu_, order)) parts_.state.showPanel2 = true;
     parts_.state.showPanel3 = false;
     parts_.frame.setPanelVisible(3, false);
 }
@@ -226,11 +226,12 @@ bool SearchWindow::goOn() {
 }
 
 void SearchWindow::letEventsRun() {
-    if (sinceEvents_.elapsed() < EventInterval) return;
+    if (sinceEvents_.elapsed() < eventInterval_) return;
+    sinceEvents_.restart();
     parts_.frame.setProgressValue(progress_);
     followNewestBook();
     parts_.view.letEventsRun();
-    sinceEvents_.restart();
+    eventInterval_ = std::clamp(sinceEvents_.restart() * ShareOfEvents, EventInterval, LongestInterval);
 }
 
 void SearchWindow::followNewestBook() {
@@ -271,7 +272,7 @@ void SearchWindow::NodeClick(ResultNode& node) {
             OzetAl(QString(std::get<QString>(node.tag)).remove(u"OZET"_s).toInt(), run);
             break;
         case NodeKind::Topic:
-            if (run) showTopic(node, *run);
+            if (run) showTopic({{node.tagNumber()}, node.headingRow, 0}, *run);
             break;
         default:
             parts_.content.aboutToShow({});
@@ -279,7 +280,22 @@ void SearchWindow::NodeClick(ResultNode& node) {
     }
 }
 
-void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
+Result<std::shared_ptr<const RunHits>> SearchWindow::hitsOf(const ResultNode* node) {
+    using Found = std::shared_ptr<const RunHits>;
+    const SearchRun* run = node ? engine_.stores().find(static_cast<int>(node->root().tagNumber())) : nullptr;
+    if (!run) return Found();
+    engine_.outline().refresh();
+    Result<HitList> list = hitListOf(parts_.library, engine_.outline(), *run);
+    if (!list) return list.error();
+    return Found(std::make_shared<RunHits>(RunHits{*run, node->root().text, std::move(*list)}));
+}
+
+std::optional<qint32> SearchWindow::openHit(const SearchRun& run, const HitPlace& hit) {
+    if (isRunning()) return std::nullopt;
+    return showTopic(hit, run);
+}
+
+std::optional<qint32> SearchWindow::showTopic(const HitPlace& hit, const SearchRun& run) {
     platform::MainFrame& frame = parts_.frame;
     frame.FontSize(browse::TopicFontSize);
     frame.setProgressValue(1);
@@ -294,15 +310,16 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
         const int value = thousands(position) + 1;
         if (value != std::exchange(shown, value)) frame.setProgressValue(value);
     };
+    const auto heading = hit.headingRow != 0 ? std::optional(hit.headingRow) : std::nullopt;
     const auto page =
-        highlightedPage(parts_.library, parts_.folder, {node.tagNumber()}, node.headingRow, run, progress);
+        highlightedPage(parts_.library, parts_.folder, hit.topic, heading, run, progress, hit.position);
     frame.setToolText(ProgressText.toString());
 
     const qint32 hits = page ? page->marks.hits : 0;
     frame.setPanelText(3, u"Seçili başlıkta bulunan kelime sayısı: "_s + QString::number(hits));
     frame.setPanelVisible(3, true);
     // The topic may be gone since the search; then the page stays as it is.
-    if (!page) return;
+    if (!page) return std::nullopt;
 
     parts_.content.aboutToShow(pageOf(node));
     parts_.state.showPanel3 = true;
@@ -322,6 +339,7 @@ void SearchWindow::showTopic(const ResultNode& node, const SearchRun& run) {
         button::Down,
         written && parts_.content.wb_Icerik().hasElement(HitAnchor.toString() + u'0').valueOr(false));
     showing_ = false;
+    return page->wanted;
 }
 
 void SearchWindow::showPage(const Result<QByteArray>& written, const QString& caption) {

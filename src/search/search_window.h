@@ -4,6 +4,8 @@
 
 #include <QElapsedTimer>
 #include <QString>
+#include <memory>
+#include <optional>
 
 #include "browse/page_toolbar.h"
 #include "browse/search_tab_state.h"
@@ -12,6 +14,7 @@
 #include "platform/core/dialogs.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/paths.h"
+#include "search/hit_list.h"
 #include "search/result_tree.h"
 #include "search/search_engine.h"
 #include "search/search_view.h"
@@ -46,12 +49,16 @@ class SearchWindow : private RunHost {
     void chk_HPI_Click();
     void chk_FindWith_Click();
 
-    /// mnu_Sirala_Click — searches the last query again, in the order `key`: "Kitap", "Konu" or "Oran". For
-    /// "Oran" no order is defined; it only sets the marks of the status panels.
+    /// mnu_Sirala_Click — searches the last query again, in the order `key`: "Kitap", "Konu" or "Oran".
     void mnu_Sirala_Click(QStringView key);
 
     /// A click on a node of the result tree: the highlighted page of a topic, a summary, or the start page.
     void NodeClick(ResultNode& node);
+    /// The run of a node with its hits; null without node or run.
+    platform::Result<std::shared_ptr<const RunHits>> hitsOf(const ResultNode* node);
+    /// The marked page of a hit of a run, which need not be in the tree any more. Gives the number of the
+    /// hit's button, once the page is there; nothing where the topic or the hit is gone.
+    std::optional<qint32> openHit(const SearchRun& run, const HitPlace& hit);
     /// A mouse button went down on the result tree, or a key opened a node of it.
     void resultTreePressed(bool rightButton);
 
@@ -77,7 +84,8 @@ class SearchWindow : private RunHost {
     /// Whether the run came to its end, found something or not, or was stopped.
     bool listele(const QString& query, ListOrder order);
     void closeRun(const SearchOutcome& result);
-    void showTopic(const ResultNode& node, const SearchRun& run);
+    /// `hit`: its position is 0 where none is asked for.
+    std::optional<qint32> showTopic(const HitPlace& hit, const SearchRun& run);
     void showPage(const platform::Result<QByteArray>& written, const QString& caption);
     void OzetAl(int group, const SearchRun* run);
     void beginSummary();
@@ -94,6 +102,7 @@ class SearchWindow : private RunHost {
     bool showing_ = false;  // a page is being loaded, which lets events run
 
     QElapsedTimer sinceEvents_;
+    qint64 eventInterval_ = 0;
     int progress_ = 0;
     ResultNode* root_ = nullptr;      // of the run under way
     ResultNode* followed_ = nullptr;  // the newest book, where the tree does not show it yet

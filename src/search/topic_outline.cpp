@@ -18,6 +18,17 @@ QString topicsOfScope(const platform::BookSelection& scope, data::AuthorId autho
     return catalogue::topicsOfAuthor(author, order);
 }
 
+Result<std::vector<data::AuthorId>> authorsOf(const data::Library& library,
+                                              const platform::BookSelection& scope) {
+    std::vector<data::AuthorId> authors;
+    const data::AuthorId one{scope.authorId};
+    const Result<void> read = platform::eachRow(
+        library.query(one.value == 0 ? catalogue::authors() : catalogue::authorInOrder(one)),
+        [&](const Statement& row) { authors.push_back({row.integer(0)}); });
+    if (!read) return read.error();
+    return authors;
+}
+
 void TopicOutline::refresh() {
     if (!changes_.any()) return;
     topics_.clear();

@@ -19,6 +19,10 @@ namespace lirovan::search {
 QString topicsOfScope(const platform::BookSelection& scope, data::AuthorId author,
                       data::catalogue::TopicOrder order);
 
+/// The authors of a scope in library order.
+platform::Result<std::vector<data::AuthorId>> authorsOf(const data::Library& library,
+                                                        const platform::BookSelection& scope);
+
 /// A topic without its text.
 struct TopicRow {
     qint64 row;         ///< id of its row in tbl_Konu

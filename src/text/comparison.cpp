@@ -10,6 +10,8 @@
 #include <array>
 #include <memory>
 
+#include "text/sort_key.h"
+
 namespace lirovan::text {
 namespace {
 
@@ -125,6 +127,24 @@ Folded foldedUnits(std::string_view utf8) {
 
 int order(QStringView a, QStringView b) {
     return orderFolded(foldedUnits(a), foldedUnits(b));
+}
+
+void appendSortKey(std::string& keys, QStringView text) {
+    // Enough for most: several bytes a unit.
+    constexpr size_t BytesPerUnit = 4, Least = 16;
+    const Folded units = foldedUnits(text);
+    const auto size = static_cast<int32_t>(units.size());
+    const size_t begin = keys.size();
+    keys.resize(begin + static_cast<size_t>(units.size()) * BytesPerUnit + Least);
+    const auto write = [&] {
+        return static_cast<size_t>(
+            turkishCollator().getSortKey(units.data(), size, reinterpret_cast<uint8_t*>(keys.data() + begin),
+                                         static_cast<int32_t>(keys.size() - begin)));
+    };
+    const size_t needed = write();
+    const bool fits = needed <= keys.size() - begin;
+    keys.resize(begin + needed);
+    if (!fits) write();
 }
 
 int orderUtf8(std::string_view a, std::string_view b) {

@@ -5,6 +5,8 @@
 
 #include <QTemporaryDir>
 
+#include "notes/note_choice.h"
+
 using namespace lirovan::notes;
 using lirovan::search::SearchOptions;
 using namespace Qt::StringLiterals;
@@ -54,4 +56,26 @@ TEST(NoteSearch, FollowsTheRulesOfTheLibrary) {
     };
     for (const auto& c : cases) EXPECT_EQ(found(all, c.query, c.options), c.found) << c.query.toStdString();
     EXPECT_FALSE(searchableNotes(NotesDatabase()));
+}
+
+TEST(NoteChoice, FiltersCountsAndSorts) {
+    const std::vector<ListedNote> all{{{1}, u"2008-03-14"_s, u"Çay"_s, u"a"_s},
+                                      {{2}, u"2009-01-01"_s, u"cam"_s, u"b"_s},
+                                      {{3}, u"2007-01-01"_s, u"Dağ"_s, u"c"_s}};
+    const auto shown = [&](const NoteHits& hits, NoteOrder order) {
+        QStringList lines;
+        for (const ListedNote& note : chosenNotes(all, hits, order)) lines += note.line;
+        return lines.join(u'|');
+    };
+    EXPECT_EQ(shown({}, NoteOrder::Kept), u"a|b|c");
+    EXPECT_EQ(shown({}, NoteOrder::Date), u"b|a|c");
+    EXPECT_EQ(shown({}, NoteOrder::Title), u"b|a|c");
+    const NoteHits hits = QHash<qint64, qint64>{{1, 2}, {3, 1500}};
+    EXPECT_EQ(shown(hits, NoteOrder::Hits), u"c  (1.500 isabet)|a  (2 isabet)");
+    EXPECT_FALSE(hitsByNote({}, u" "_s, {}).has_value());
+
+    std::string places;
+    for (const NoteHit& hit : hitsInText(u"<ilim>\nilimsiz ve hakîkat"_s, u"hakikat ilim ilimsiz"_s, {}))
+        places += std::to_string(hit.position) + '+' + std::to_string(hit.length) + ' ';
+    EXPECT_EQ(places, "2+4 8+7 19+7 ");
 }

@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
@@ -263,4 +265,61 @@ TEST_F(NotebookTest, SizesAllTextAndGoesOnInTheSizeOfTheNote) {
     EXPECT_EQ(box().fontSize(), 14);
     press(u"mnu_yKucult"_s);
     EXPECT_EQ(rtf::prevailingHalfPoints(box().document()), 24);
+}
+
+TEST_F(NotebookTest, SearchesInTheListAndMarksWhatItOpens) {
+    for (const QString& words : {u"ilim ve irfan"_s, u"irfan, sonra irfan"_s}) {
+        type(words);
+        save(words.left(5));
+        control(Qt::Key_N);
+    }
+    inList([](QDialog& dialog, QListWidget& list) {
+        auto* search = dialog.findChild<QLineEdit*>(u"noteSearch"_s);
+        QTest::keyClicks(search, u"irfan"_s);
+        EXPECT_EQ(list.count(), 3);
+        EXPECT_TRUE(list.item(2)->text().endsWith(u"(2 isabet)"));
+        QTest::keyClick(search, Qt::Key_Escape);
+        EXPECT_TRUE(search->text().isEmpty() && dialog.isVisible());
+        QTest::keyClicks(search, u"sonra"_s);
+        EXPECT_EQ(list.count(), 2);
+        QTest::keyClick(search, Qt::Key_Return);
+    });
+    EXPECT_EQ(text(), u"irfan, sonra irfan");
+    EXPECT_EQ(box().extraSelections().size(), 1);
+    EXPECT_EQ(box().textCursor().selectedText(), u"sonra");
+
+    control(Qt::Key_F);
+    auto* find = window().findChild<QLineEdit*>(u"noteFindText"_s);
+    ASSERT_TRUE(find && find->isVisible());
+    find->setText(u"irfan"_s);
+    EXPECT_EQ(window().findChild<QLabel*>(u"noteFindCount"_s)->text(), u"1 / 2");
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(box().textCursor().selectionStart(), 13);
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(box().textCursor().selectionStart(), 0);
+    QTest::keyClick(find, Qt::Key_Escape);
+    EXPECT_TRUE(box().extraSelections().isEmpty() && !find->isVisible());
+}
+
+TEST_F(NotebookTest, UndoesAndRedoesEveryCommand) {
+    type(u"bir iki"_s);
+    select(0, 3);
+    const auto command = [this](const char* name) {
+        window().findChild<QAction*>(QLatin1String(name))->trigger();
+    };
+    std::vector<rtf::Document> states{box().document()};
+    for (const char* name : {"bold", "kirmizi", "mnu_yBuyult", "cut", "paste", "mnu_yKucult"}) {
+        command(name);
+        states.push_back(box().document());
+    }
+    for (size_t i = states.size() - 1; i > 0; --i) {
+        ASSERT_EQ(box().document(), states[i]);
+        QTest::keyClick(&box(), Qt::Key_Z, Qt::ControlModifier);
+    }
+    EXPECT_EQ(box().document(), states[0]);
+    EXPECT_EQ(box().fontSize(), 10);
+    for (size_t i = 1; i < states.size(); ++i)
+        QTest::keyClick(&box(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(box().document(), states.back());
+    EXPECT_EQ(box().fontSize(), 10);
 }

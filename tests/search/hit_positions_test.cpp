@@ -49,6 +49,19 @@ TEST(HitPositions, StepsToBothEndsWithoutWrapping) {
     page.expect(&HitPositions::UpperPos, -1, false, true);
     page.expect(&HitPositions::DownerPos, 200, true, true);
 
+    page.hits.goTo(2);
+    EXPECT_EQ(page.view.scrolledTo, 333);
+    EXPECT_TRUE(page.enabled[Up.toString()] && !page.enabled[Down.toString()]);
+    page.hits.goTo(3);                      // there is none
+    page.view.positions = {300, 100, 100};  // numbers go by words, stops by height
+    page.hits.goTo(2);
+    EXPECT_EQ(page.hits.current(), 1);
+    page.hits.goTo(1);
+    EXPECT_EQ(page.view.scrolledTo, 100);
+    EXPECT_TRUE(!page.enabled[Up.toString()] && page.enabled[Down.toString()]);
+    page.view.positions = {100, 200, 300};
+    page.expect(&HitPositions::DownerPos, 200, true, true);
+
     page.view.positions = {150, 350, 500};  // after a new layout it goes on from the same hit
     page.expect(&HitPositions::DownerPos, 533, true, false);
     page.view.positions = {160, 360, 600};

@@ -1,5 +1,7 @@
 // What the user does, each a small thing by mouse or keyboard on what the main window shows.
+#include <QAbstractScrollArea>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QMenuBar>
 #include <QStyleOptionTitleBar>
 #include <QTextEdit>
@@ -216,6 +218,27 @@ void takeNotes(World& world, const QString& deed) {
     if (world.oneIn(4)) key(*box, u"Return"_s);
 }
 
+// The windows about a run's hits; a few of each at most.
+void studyHits(World& world, const QString& deed) {
+    const bool list = world.oneIn(2);
+    QList<QMdiSubWindow*> open =
+        world.window().findChildren<QMdiSubWindow*>(list ? u"contextFrame"_s : u"distributionFrame"_s);
+    open.removeIf([](const QWidget* window) { return !window->isVisible(); });
+    if (open.isEmpty() || (deed == u"open" && open.size() < 3))
+        return key(world.window(), list ? u"Ctrl+Shift+B"_s : u"Ctrl+Shift+G"_s);
+    QMdiSubWindow& frame = *world.any(open);
+    world.find<QMdiArea>(u"workArea"_s)->setActiveSubWindow(&frame);
+    auto* rows = frame.findChild<QAbstractScrollArea*>(list ? u"lines"_s : u"strips"_s);
+    if (deed == u"close") return pressClose(frame);
+    if (deed == u"choose")
+        for (QComboBox* box : frame.findChildren<QComboBox*>()) keys(world, *box, 2, u"Down Up End Home"_s);
+    if (!rows || !rows->isVisible()) return;
+    rows->setFocus();
+    if (deed == u"keys") keys(world, *rows, 6, u"Down Up Left Right PgDown End Home Esc"_s);
+    if (deed == u"keys" && world.oneIn(2)) key(*rows, u"Return"_s);
+    if (deed == u"click") click(*rows->viewport(), world.somewhere(*rows->viewport()));
+}
+
 void openMenu(World& world, const QString&) {
     const QMenuBar& bar = *world.any(world.window().findChildren<QMenuBar*>());
     const auto menus = bar.actions();
@@ -246,6 +269,7 @@ const Action Actions[] = {
     {u"main window"_s, 4, 0, onMainWindow, u"minimise maximise resize resize"_s},
     {u"shortcut"_s, 7, 10, pressKey,
      u"Ctrl+A Ctrl+I Ctrl+Y Ctrl+C Ctrl+V Ctrl+X Ctrl+Tab F6 Shift+F6 Alt+- Esc Tab Space Ctrl+F4"_s},
+    {u"hits"_s, 6, 6, studyHits, u"open keys keys click click choose close"_s},
     {u"menu"_s, 4, 0, openMenu, {}},
     {u"main button"_s, 6, 0, doAnything, u"tlbtn_Kitap tlbtn_Arama tlbtn_Icerik paste not"_s},
     {u"rebuild variants"_s, 1, 2, rebuildVariants, u"cmd_KelimeKontOlustur"_s},

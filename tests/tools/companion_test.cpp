@@ -271,6 +271,28 @@ TEST(Companion, TellsHowItAndEachOfItsCommandsIsUsed) {
     EXPECT_GE(commands, 11);
 }
 
+TEST(Companion, StudiesTheHitsOfASearch) {
+    LibraryFile file;
+    file.author(1, u"Sabri").book(1, 1, u"YAZ").book(2, 1, u"KIŞ");
+    file.topic(1, 1, u"UZUN", u"<P>kitap "_s + QString(40, u'a') + u"</P>"_s);
+    file.topic(2, 2, u"KISA", u"<P>kitabı &amp; söz</P>");
+    const auto ask = [&](const QString& command, const QStringList& words) {
+        return call(QStringList{command, file.path(), u"kitap"_s} + words);
+    };
+    const QByteArray byRatio = ask(u"ara"_s, {u"--sira"_s, u"oran"_s, u"--ses"_s}).out;
+    EXPECT_TRUE(byRatio.contains("Uzun  (1 adet, binde 500,0)") && byRatio.contains("Kısa "));
+    EXPECT_FALSE(ask(u"ara"_s, {}).out.contains("Kısa"));
+    EXPECT_EQ(ask(u"baglam"_s, {u"--ses"_s, u"--yazar"_s, u"1"_s, u"--kitap"_s, u"2"_s}).out,
+              "{\"konu\":2,\"konum\":4,\"sol\":\"\",\"isabet\":\"kitab\",\"sag\":\"ı & söz \"}\n");
+    EXPECT_EQ(ask(u"dagilim"_s, {}).out, "{\"kitap\":1,\"uzunluk\":53,\"isabetler\":[[0,4]]}\n");
+    const Called summary = ask(u"ozet"_s, {u"--bicim"_s, u"html"_s, u"--ses"_s});
+    EXPECT_TRUE(summary.status == 0 && summary.out.contains("<h1>kitap</h1>"));
+    EXPECT_TRUE(summary.out.contains("<b class=\"isabet\">kitab</b>ı &amp; söz"));
+    for (const QStringList& wrong : {QStringList{u"--bicim"_s, u"doc"_s}, QStringList{}})
+        EXPECT_EQ(ask(u"ozet"_s, wrong).status, 2);
+    EXPECT_EQ(call({u"ozet"_s, file.path(), u"."_s, u"--bicim"_s, u"html"_s}).status, 1);
+}
+
 TEST(Companion, AddsBooksFromFilesAndTakesThemOut) {
     const QTemporaryDir folder;
     const QString library = folder.filePath(u"yeni.vq"_s), good = folder.filePath(u"Güzel Gün.md"_s);

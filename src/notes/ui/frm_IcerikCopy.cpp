@@ -19,6 +19,7 @@ frm_IcerikCopy::frm_IcerikCopy(Surroundings surroundings, QWidget* parent)
     : QMainWindow(parent),
       txt_Icerik(new NoteBox(this)),
       txt_Icerik2(new NoteBox(this)),
+      findBar_(new NoteFindBar(*txt_Icerik, this)),
       editor_({*this, *txt_Icerik, *txt_Icerik2, actions_, surroundings.dialogs, surroundings.printing,
                std::move(surroundings.openNotes), std::move(surroundings.showNoteList)}) {
     setObjectName(u"frm_IcerikCopy"_s);
@@ -31,8 +32,23 @@ frm_IcerikCopy::frm_IcerikCopy(Surroundings surroundings, QWidget* parent)
     txt_Icerik2->QTextEdit::document()->setLayoutEnabled(false);
     setCentralWidget(txt_Icerik);
     actions_.make(*this, editor_);
+    makeFindBar();
     watchTheBox();
     setFocusProxy(txt_Icerik);
+}
+
+void frm_IcerikCopy::makeFindBar() {
+    addToolBar(Qt::BottomToolBarArea, findBar_);
+    const auto add = [this](const QKeySequence& key, auto action) {
+        auto* item = new QAction(this);
+        item->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        item->setShortcut(key);
+        addAction(item);
+        connect(item, &QAction::triggered, findBar_, action);
+    };
+    add(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { findBar_->open(); });
+    add(QKeySequence(Qt::Key_F3), [this] { findBar_->step(1); });
+    add(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { findBar_->step(-1); });
 }
 
 void frm_IcerikCopy::watchTheBox() {

@@ -10,6 +10,7 @@
 #include "notes/ui/note_box.h"
 #include "notes/ui/note_commands.h"
 #include "notes/ui/note_editor.h"
+#include "notes/ui/note_find_bar.h"
 
 namespace lirovan::notes {
 
@@ -28,6 +29,7 @@ class frm_IcerikCopy : public QMainWindow {
 
     NoteEditor& editor() { return editor_; }
     NoteBox& box() { return *txt_Icerik; }
+    NoteFindBar& findBar() { return *findBar_; }
 
   protected:
     bool event(QEvent* event) override;
@@ -35,6 +37,7 @@ class frm_IcerikCopy : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void makeFindBar();
     void watchTheBox();
     QAction* itemFor(const QKeyEvent& event) const;
     void keepDraft();
@@ -43,6 +46,7 @@ class frm_IcerikCopy : public QMainWindow {
     NoteBox* txt_Icerik;
     NoteBox* txt_Icerik2;  // never shown
     NoteActions actions_;
+    NoteFindBar* findBar_;
     NoteEditor editor_;
     QTimer draftTimer_, draftDoneTimer_;
     QElapsedTimer unkept_;  // since the first change that is in no draft

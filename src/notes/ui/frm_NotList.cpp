@@ -1,7 +1,11 @@
 #include "notes/ui/frm_NotList.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFontDatabase>
+#include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QLocale>
 #include <QMenu>
@@ -27,6 +31,10 @@ QString shortDate(QDate date) {
 
 frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget* parent)
     : QDialog(parent),
+      search_(new QLineEdit),
+      wholeWord_(new QCheckBox(QStringLiteral("Ya&lnız tüm kelime"))),
+      allWords_(new QCheckBox(QStringLiteral("&Tüm kelimeler"))),
+      order_(new QComboBox),
       lst_Notlar(new QListWidget(this)),
       PopUp(new QMenu(this)),
       list_(*this, editor, dialogs, shortDate) {
@@ -41,7 +49,9 @@ frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget
     lst_Notlar->installEventFilter(this);
     connect(lst_Notlar, &QListWidget::itemDoubleClicked, this, [this] { list_.doubleClickOrEnter(); });
     auto* layout = new QVBoxLayout(this);
+    layout->addLayout(searchRow());
     layout->addWidget(lst_Notlar);
+    lst_Notlar->setFocus();
     resize(lst_Notlar->fontMetrics().horizontalAdvance(QString(100, u'x')), 360);
 
     PopUp->setObjectName(QStringLiteral("PopUp"));
@@ -51,6 +61,47 @@ frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget
     QAction* mnu_Sil = PopUp->addAction(QStringLiteral("Sil"));
     mnu_Sil->setObjectName(QStringLiteral("mnu_Sil"));
     connect(mnu_Sil, &QAction::triggered, this, [this] { list_.mnu_Sil(); });
+}
+
+QLayout* frm_NotList::searchRow() {
+    search_->setObjectName(QStringLiteral("noteSearch"));
+    search_->setAccessibleName(QStringLiteral("Notlarda ara"));
+    search_->setPlaceholderText(QStringLiteral("Notlarda ara"));
+    search_->setClearButtonEnabled(true);
+    search_->installEventFilter(this);
+    wholeWord_->setObjectName(QStringLiteral("noteWholeWord"));
+    allWords_->setObjectName(QStringLiteral("noteAllWords"));
+    order_->setObjectName(QStringLiteral("noteOrder"));
+    order_->setAccessibleName(QStringLiteral("Sıralama"));
+    for (const auto& [name, order] : {std::pair(QStringLiteral("Kayıt sırası"), NoteOrder::Kept),
+                                      std::pair(QStringLiteral("Yeniden eskiye"), NoteOrder::Date),
+                                      std::pair(QStringLiteral("Başlığa göre"), NoteOrder::Title),
+                                      std::pair(QStringLiteral("İsabete göre"), NoteOrder::Hits)})
+        order_->addItem(name, static_cast<int>(order));
+    connect(search_, &QLineEdit::textChanged, this, &frm_NotList::choose);
+    connect(wholeWord_, &QCheckBox::toggled, this, &frm_NotList::choose);
+    connect(allWords_, &QCheckBox::toggled, this, &frm_NotList::choose);
+    connect(order_, &QComboBox::activated, this, &frm_NotList::choose);
+    auto* row = new QHBoxLayout;
+    row->addWidget(search_, 1);
+    row->addWidget(wholeWord_);
+    row->addWidget(allWords_);
+    row->addWidget(order_);
+    return row;
+}
+
+void frm_NotList::choose() {
+    list_.choose({search_->text(),
+                  {.wholeWord = wholeWord_->isChecked(), .allWords = allWords_->isChecked()},
+                  static_cast<NoteOrder>(order_->currentData().toInt())});
+}
+
+// The first Esc brings the whole list back.
+void frm_NotList::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && !search_->text().isEmpty())
+        search_->clear();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frm_NotList::run() {
@@ -71,6 +122,16 @@ bool frm_NotList::eventFilter(QObject* watched, QEvent* event) {
         const QRect line = lst_Notlar->visualItemRect(lst_Notlar->currentItem());
         PopUp->popup(lst_Notlar->viewport()->mapToGlobal(line.bottomLeft()));
         return true;
+    }
+    if (watched == search_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool opens = key == Qt::Key_Return || key == Qt::Key_Enter;
+        if (opens || key == Qt::Key_Down) {
+            if (lst_Notlar->currentRow() < 1 && lst_Notlar->count() > 1) lst_Notlar->setCurrentRow(1);
+            lst_Notlar->setFocus();
+            if (opens && lst_Notlar->count() > 1) list_.doubleClickOrEnter();
+            return true;
+        }
     }
     if (watched == lst_Notlar && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();

@@ -5,6 +5,10 @@
 
 #include "notes/ui/note_list.h"
 
+class QCheckBox;
+class QComboBox;
+class QLayout;
+class QLineEdit;
 class QListWidget;
 class QMenu;
 
@@ -18,15 +22,23 @@ class frm_NotList : public QDialog, private NoteListWindow {
 
     /// Fills the list and shows it until it is closed.
     void run();
+    const std::optional<NoteWish>& openedBy() const { return list_.openedBy(); }
 
   protected:
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    QLayout* searchRow();
+    void choose();
     void setLines(const std::vector<NoteLine>& lines) override;
     int selectedLine() const override;
     void closeWindow() override { accept(); }
 
+    QLineEdit* search_;
+    QCheckBox* wholeWord_;
+    QCheckBox* allWords_;
+    QComboBox* order_;
     QListWidget* lst_Notlar;
     QMenu* PopUp;
     NoteList list_;

@@ -305,8 +305,18 @@ void NoteBox::setFontSize(double points) {
     if (!textCursor().hasSelection()) mergeCurrentCharFormat(size);
 }
 
+// The size commands set all text to one size, and the box's own with it; undone, the text says which it is.
+void NoteBox::followUndoneSize() {
+    QTextCursor first(QTextEdit::document());
+    first.movePosition(QTextCursor::NextCharacter);
+    const double points = first.charFormat().fontPointSize();
+    setTypeSize(points > 0 ? static_cast<int>(points * 2) : rtf::DefaultHalfPoints);
+}
+
 void NoteBox::keyPressEvent(QKeyEvent* event) {
+    const bool undoes = event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo);
     QTextEdit::keyPressEvent(event);
+    if (undoes) followUndoneSize();
     Q_EMIT inputHandled();
 }
 

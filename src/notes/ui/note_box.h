@@ -68,6 +68,7 @@ class NoteBox : public QTextEdit {
     void insertLong(const platform::rtf::Document& document, const QTextCharFormat* format, LongWork& work);
     void adopt(std::unique_ptr<QTextDocument> document);
     void setTypeSize(int halfPoints);
+    void followUndoneSize();
     void watchLayout();
     bool layOutSome();
 

@@ -102,6 +102,7 @@ void NoteEditor::refreshState() {
     const std::optional<rtf::Rgb> shown = parts_.box.color();
     for (const ColorCommand& color : colors)
         if (shown == color.value) return pressOnly(color.command);
+    if (shown) pressOnly(NoteCommand::None);  // a colour that none of the buttons gives
 }
 
 void NoteEditor::selectionChanged() {

@@ -64,7 +64,8 @@ void NoteList::load() {
 }
 
 Result<void> NoteList::notlistele() {
-    lines_ = {{listHeader(), {}}};
+    all_.clear();
+    searchable_.reset();
     const Result<void> opened = editor_.connect();
     const NotesDatabase& notes = editor_.NotBaglanti();
     Result<std::vector<Note>> rows =
@@ -75,12 +76,39 @@ Result<void> NoteList::notlistele() {
             if (cutOff && beginningOf(note.rtf).size() < textCharacters)
                 if (const Result<std::optional<Note>> whole = notes.find(note.id); whole && *whole)
                     note.rtf = (*whole)->rtf;
-            lines_.push_back({listLine(note, shortDate_), note.id});
+            all_.push_back({note.id, note.date, note.title, listLine(note, shortDate_)});
         }
     }
-    window_.setLines(lines_);
+    if (wish_.query.isEmpty())
+        showChosen();
+    else
+        choose(wish_);
     if (!rows) return rows.error();
     return {};
+}
+
+void NoteList::choose(NoteWish wish) {
+    wish_ = std::move(wish);
+    hits_.reset();
+    if (!wish_.query.trimmed().isEmpty()) {
+        if (!searchable_) {
+            auto read = searchableNotes(editor_.NotBaglanti());
+            if (!read) {
+                dialogs_.show(platform::errorMessage(read.error().message, QStringLiteral("Notlarda Arama")));
+                return showChosen();
+            }
+            searchable_ = std::move(*read);
+        }
+        hits_ = hitsByNote(*searchable_, wish_.query, wish_.options);
+    }
+    showChosen();
+}
+
+void NoteList::showChosen() {
+    lines_ = {{listHeader(), {}}};
+    for (ListedNote& note : chosenNotes(all_, hits_, wish_.order))
+        lines_.push_back({std::move(note.line), note.id});
+    window_.setLines(lines_);
 }
 
 NoteId NoteList::selected() const {
@@ -99,7 +127,10 @@ void NoteList::openSelected() {
     if (id.value == 0) return;
     const Result<std::optional<Note>> note = editor_.NotBaglanti().find(id);
     if (!note) return;
-    if (*note) editor_.show(**note);
+    if (*note) {
+        editor_.show(**note);
+        if (hits_ && editor_.currentNote() == id) openedBy_ = wish_;
+    }
     window_.closeWindow();
 }
 

@@ -4,8 +4,10 @@
 #include <QDate>
 #include <QString>
 #include <functional>
+#include <optional>
 #include <vector>
 
+#include "notes/note_choice.h"
 #include "notes/ui/note_editor.h"
 #include "platform/core/dialogs.h"
 #include "platform/core/main_frame.h"
@@ -16,6 +18,13 @@ namespace lirovan::notes {
 struct NoteLine {
     QString text;
     NoteId id;  ///< 0: the header
+};
+
+/// What the list is asked for.
+struct NoteWish {
+    QString query;
+    search::SearchOptions options;
+    NoteOrder order = NoteOrder::Kept;
 };
 
 /// "Not Tarihi   Başlık                   Not"
@@ -50,6 +59,11 @@ class NoteList {
     /// Fills the list: the header, and a line for each note.
     platform::Result<void> notlistele();
 
+    /// Shows the notes that a query finds, or all, in an order; tells where the notes cannot be read.
+    void choose(NoteWish wish);
+    /// The query that the opened note was found by; nothing where none was opened, or without a query.
+    const std::optional<NoteWish>& openedBy() const { return openedBy_; }
+
     void doubleClickOrEnter() { openSelected(); }
     void mnu_Ac();
     void mnu_Sil();
@@ -64,6 +78,13 @@ class NoteList {
     platform::Dialogs& dialogs_;
     std::function<QString(QDate)> shortDate_;
     std::vector<NoteLine> lines_;
+    void showChosen();
+
+    std::vector<ListedNote> all_;
+    std::optional<std::vector<SearchableNote>> searchable_;  // read at the first query
+    NoteWish wish_;
+    NoteHits hits_;
+    std::optional<NoteWish> openedBy_;
 };
 
 }  // namespace lirovan::notes

@@ -61,11 +61,14 @@ bool Notebook::confirmClose() {
 }
 
 void Notebook::showNoteList(NoteEditor& editor) {
+    if (window_) window_->findBar().closeBar();
     frm_NotList list(editor, dialogs_, area_.window());
     const ListPlace place = listPlace(frame_);
     list.move(area_.window()->frameGeometry().topLeft() +
               QPoint(platform::toPixelsX(place.left, area_), platform::toPixelsY(place.top, area_)));
     list.run();
+    if (const auto& wish = list.openedBy(); wish && window_)
+        window_->findBar().find(wish->query, wish->options);
     // After a message and the list some window managers leave no window active.
     area_.window()->activateWindow();
 }

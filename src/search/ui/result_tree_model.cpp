@@ -10,6 +10,8 @@
 
 namespace lirovan::search {
 
+using namespace Qt::StringLiterals;
+
 ResultTreeModel::ResultTreeModel(ResultTree& tree, QObject* parent)
     : QAbstractItemModel(parent), tree_(tree) {
     tree_.setListener(this);
@@ -112,9 +114,11 @@ QVariant ResultTreeModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return at->text;
-        case Qt::ToolTipRole:
+        case Qt::ToolTipRole: {
+            const QString tip = root && rootTip ? rootTip(*at) : at->text;
             // A tag in a title is shown, not obeyed.
-            return Qt::mightBeRichText(at->text) ? at->text.toHtmlEscaped() : at->text;
+            return Qt::mightBeRichText(tip) ? tip.toHtmlEscaped().replace(u'\n', u"<br>"_s) : tip;
+        }
         case Qt::DecorationRole:
             return icon(*at);
         case Qt::FontRole: {

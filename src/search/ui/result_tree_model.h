@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QIcon>
 #include <QSet>
+#include <functional>
 
 #include "search/result_tree.h"
 
@@ -23,6 +24,9 @@ class ResultTreeModel : public QAbstractItemModel, private ResultTree::Listener 
     /// `tree` outlives the model and tells it, and nobody else, of its changes.
     explicit ResultTreeModel(ResultTree& tree, QObject* parent = nullptr);
     ~ResultTreeModel() override;
+
+    /// What the tip of a run's root says; its text where this is not set.
+    std::function<QString(const ResultNode& root)> rootTip;
 
     /// Makes rows of what was added since the last call.
     void showChanges();

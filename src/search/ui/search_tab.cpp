@@ -8,6 +8,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "search/run_tip.h"
+#include "text/blanks.h"
+
 namespace lirovan::search {
 
 using namespace Qt::StringLiterals;
@@ -60,10 +63,12 @@ SearchTab::SearchTab(const Parts& parts, QWidget* parent)
       chk_HPI(named(new QCheckBox(u"&Tüm Kelimeleri İçeren Konular"_s), u"chk_HPI"_s)),
       chk_FindWith(named(new QCheckBox(u"Tümünü Birlikte Ara"_s), u"chk_FindWith"_s)),
       chk_ClearResult(named(new QCheckBox(u"Sonuçları Temizle"_s), u"chk_ClearResult"_s)),
+      chk_Ses(named(new QCheckBox(u"&Ses Değişimlerini de Bul"_s), u"chk_Ses"_s)),
       cmd_KelimeKontOlustur(named(new QPushButton(u"Özel Kelimeleri Belirle"_s), u"cmd_KelimeKontOlustur"_s)),
       fraStopper(named(new QFrame, u"fraStopper"_s)),
       cmd_Stop(named(new QPushButton(u"Özet Alma İşlemini Durdur"_s), u"cmd_Stop"_s)),
-      tvw_Kitaplar_Bul(named<QTreeView>(new ResultView, u"tvw_Kitaplar_Bul"_s)) {
+      tvw_Kitaplar_Bul(named<QTreeView>(new ResultView, u"tvw_Kitaplar_Bul"_s)),
+      suggestions_(new SuggestionList(*txt_Bul, parts.library, this)) {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Label1);
     layout->addLayout(searchRow());
@@ -90,10 +95,12 @@ QWidget* SearchTab::optionsFrame() {
     chk_HPI->setToolTip(u"Yalnız kelimelerin hepsi geçen konular listelenir"_s);
     chk_FindWith->setToolTip(u"Yazılanlar tek bir ifade olarak aranır"_s);
     chk_ClearResult->setToolTip(u"Yeni aramadan önce eski sonuçlar silinir"_s);
+    chk_Ses->setToolTip(u"“kitap” için “kitabı”, “burun” için “burnu” gibi biçimler de bulunur"_s);
     cmd_KelimeKontOlustur->setToolTip(u"Şapkalı yazılan kelimeleri bütün kitaplardan yeniden toplar"_s);
     auto* layout = new QVBoxLayout(Frame1);
     layout->setSpacing(2);
-    for (QCheckBox* box : {chk_BKD, chk_TMK, chk_HPI, chk_FindWith, chk_ClearResult}) layout->addWidget(box);
+    for (QCheckBox* box : {chk_BKD, chk_TMK, chk_HPI, chk_FindWith, chk_ClearResult, chk_Ses})
+        layout->addWidget(box);
     layout->addSpacing(4);
     layout->addWidget(cmd_KelimeKontOlustur);
     return Frame1;
@@ -109,6 +116,10 @@ QWidget* SearchTab::stopFrame() {
 
 void SearchTab::setUpTree() {
     tvw_Kitaplar_Bul->setModel(&results_);
+    results_.rootTip = [this](const ResultNode& root) {
+        const SearchRun* run = decisions_.engine().stores().find(static_cast<int>(root.tagNumber()));
+        return run ? runTip(*run, root.text) : root.text;
+    };
     tvw_Kitaplar_Bul->setAccessibleName(u"Arama sonuçları"_s);
     tvw_Kitaplar_Bul->setHeaderHidden(true);
     tvw_Kitaplar_Bul->setUniformRowHeights(true);
@@ -125,8 +136,14 @@ void SearchTab::setUpTree() {
 }
 
 void SearchTab::connectButtons() {
-    connect(txt_Bul, &QLineEdit::returnPressed, this, [this] { decisions_.cmd_Bul_Click(); });
-    connect(cmd_Bul, &QPushButton::clicked, this, [this] { decisions_.cmd_Bul_Click(); });
+    const auto find = [this] {
+        suggestions_->close();
+        if (!decisions_.isRunning()) suggestions_->asked.add(text::trimBlanks(txt_Bul->text()).toString());
+        decisions_.cmd_Bul_Click();
+    };
+    connect(txt_Bul, &QLineEdit::returnPressed, this, find);
+    connect(cmd_Bul, &QPushButton::clicked, this, find);
+    suggestions_->isSearching = [this] { return decisions_.isRunning(); };
     connect(cmdDur, &QPushButton::clicked, this, [this] { decisions_.cmdDur_Click(); });
     connect(cmd_Stop, &QPushButton::clicked, this, [this] { decisions_.cmd_Stop_Click(); });
     connect(cmd_KelimeKontOlustur, &QPushButton::clicked, this,
@@ -138,6 +155,18 @@ void SearchTab::connectButtons() {
     connect(tvw_Kitaplar_Bul, &QTreeView::customContextMenuRequested, this,
             [this] { decisions_.resultTreePressed(true); });
     connect(&results_, &ResultTreeModel::opened, tvw_Kitaplar_Bul, &QTreeView::expand);
+}
+
+platform::Result<std::shared_ptr<const RunHits>> SearchTab::currentRun() {
+    const ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex());
+    if (!node && tree_.runCount() > 0) node = &tree_.run(tree_.runCount() - 1);
+    return decisions_.hitsOf(node);
+}
+
+int SearchTab::currentAuthor() const {
+    const ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex());
+    if (node && node->kind == NodeKind::Summary) node = node->parent;
+    return node && node->kind == NodeKind::Author ? node->row : -1;
 }
 
 bool SearchTab::eventFilter(QObject* watched, QEvent* event) {
@@ -186,7 +215,8 @@ SearchOptions SearchTab::options() const {
             .wholeWord = chk_TMK->isChecked(),
             .allWords = chk_HPI->isChecked(),
             .together = chk_FindWith->isChecked(),
-            .clearResult = chk_ClearResult->isChecked()};
+            .clearResult = chk_ClearResult->isChecked(),
+            .soundChanges = chk_Ses->isChecked()};
 }
 
 void SearchTab::setWholeWord(bool checked) {
@@ -247,9 +277,18 @@ void SearchTab::follow(ResultNode& book) {
     tvw_Kitaplar_Bul->scrollTo(index);
 }
 
+// A long list is laid out anew whenever it grows: the longer that takes, the more rows come at once.
 void SearchTab::letEventsRun() {
+    constexpr qint64 shareOfRows = 8, seldomMs = 1000;
+    const qint64 began = sinceRows_.isValid() ? sinceRows_.elapsed() : nextRows_;
+    if (began < nextRows_) {
+        QCoreApplication::processEvents();
+        return;
+    }
+    sinceRows_.start();
     results_.showChanges();
     QCoreApplication::processEvents();
+    nextRows_ = std::min(sinceRows_.restart() * shareOfRows, seldomMs);
 }
 
 }  // namespace lirovan::search

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
@@ -9,9 +10,11 @@
 #include <QPushButton>
 #include <QTreeView>
 #include <QWidget>
+#include <memory>
 
 #include "search/search_window.h"
 #include "search/ui/result_tree_model.h"
+#include "search/ui/suggestion_list.h"
 
 namespace lirovan::search {
 
@@ -40,6 +43,10 @@ class SearchTab : public QWidget, private SearchView {
     void offer(const QString& query, const SearchOptions& options);
     /// Opens a node as a click on it does, and brings it into view.
     void open(ResultNode& node);
+    /// The run that the tree's current node belongs to, else the newest; null without any.
+    platform::Result<std::shared_ptr<const RunHits>> currentRun();
+    /// Number of the author in it that is the current node, or whose summary is; else -1.
+    int currentAuthor() const;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,6 +73,8 @@ class SearchTab : public QWidget, private SearchView {
     void follow(ResultNode& book) override;
     void letEventsRun() override;
 
+    QElapsedTimer sinceRows_;
+    qint64 nextRows_ = 0;  // milliseconds from then to the next rows
     ResultTree tree_;
     SearchWindow decisions_;
     ResultTreeModel results_;
@@ -80,10 +89,12 @@ class SearchTab : public QWidget, private SearchView {
     QCheckBox* chk_HPI;
     QCheckBox* chk_FindWith;
     QCheckBox* chk_ClearResult;
+    QCheckBox* chk_Ses;
     QPushButton* cmd_KelimeKontOlustur;
     QFrame* fraStopper;
     QPushButton* cmd_Stop;
     QTreeView* tvw_Kitaplar_Bul;
+    SuggestionList* suggestions_;
 };
 
 }  // namespace lirovan::search

@@ -94,6 +94,9 @@ class ChildWindows : public QObject {
     void showInBookTree();     ///< the topic that is shown
     void addBookmark();        ///< at the selection, or where the page stands
     void showBookmarks();
+    void showContexts();      ///< the hits of the current run in their contexts
+    void saveSummary();       ///< of the current run: of the author that the result tree stands on, or of all
+    void showDistribution();  ///< where in the books they lie
     std::function<void()> toggleContinues;  ///< "Açılışta Kaldığım Yerden Sürdür"
 
     // The session
@@ -134,6 +137,10 @@ class ChildWindows : public QObject {
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();
     void loadExtra(const CopiedPage& page);
+    /// Null, and a message, where nothing was searched yet.
+    std::shared_ptr<const search::RunHits> currentRun();
+    void openHit(const search::SearchRun& run, const search::HitPlace& hit);
+    void showBeside(QWidget* window, const QString& name);
     void nameActive();
     /// The keys of a content window are its page's, however the window became active.
     void focusActivePage();

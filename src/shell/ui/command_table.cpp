@@ -102,7 +102,7 @@ constexpr CommandRow Listele[] = {
      {},
      Lockable,
      [](W& w) { w.sortResults(u"Kitap"); }},
-    {u"mnu_Oran", SortByRatio, u"Orana Göre Sırala", {}, Hidden, [](W& w) { w.sortResults(u"Oran"); }},
+    {u"mnu_Oran", SortByRatio, u"Orana Göre Sırala", {}, Lockable, [](W& w) { w.sortResults(u"Oran"); }},
 };
 
 constexpr CommandRow Yazi[] = {
@@ -129,6 +129,12 @@ constexpr CommandRow Okuma[] = {
     {u"mnu_YerImleri", ShowBookmarks, u"Yer İm&leri...", u"Ctrl+Shift+D", Lockable,
      [](W& w) { w.showBookmarks(); }},
     {u"sep8"},
+    {u"mnu_Dagilim", ShowDistribution, u"&Dağılım", u"Ctrl+Shift+G", Lockable,
+     [](W& w) { w.showDistribution(); }},
+    {u"mnu_Baglam", ShowContexts, u"&Bağlam Listesi", u"Ctrl+Shift+B", Lockable,
+     [](W& w) { w.showContexts(); }},
+    {u"mnu_OzetKaydet", SaveSummary, u"&Özeti Kaydet...", {}, Lockable, [](W& w) { w.saveSummary(); }},
+    {u"sep10"},
     {u"mnu_KitapEkle", AddBooks, u"Kitap &Ekle...", u"Ctrl+Shift+O", Lockable, [](W& w) { w.chooseBooks(); }},
     {u"mnu_KitapKaldir", RemoveBooks, u"Kitap &Kaldır...", {}, Lockable, [](W& w) { w.removeBooks(); }},
     {u"sep5"},

@@ -50,6 +50,9 @@ enum class Command {
     AddBooks,
     RemoveBooks,
     OpenLibrary,
+    ShowContexts,
+    ShowDistribution,
+    SaveSummary,
     ShowHelp,
     ShowAbout,
 };

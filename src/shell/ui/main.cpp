@@ -13,6 +13,7 @@
 #include "shell/application_folder.h"
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/appearance.h"
+#include "shell/ui/document_mode.h"
 
 using namespace Qt::StringLiterals;
 using namespace lirovan;
@@ -72,6 +73,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(platform::version());
     platform::hideStartNotices();
     answerInText(argc, argv);
+    if (shell::isDocumentMode(argc, argv)) return shell::writeDocument(argc, argv);
 #ifdef Q_OS_LINUX
     if (!hasScreen(argc, argv)) {
         std::fputs("lirovan: Ekran yok; program bir masaüstü oturumunda başlatılır.\n", stderr);

@@ -1,3 +1,6 @@
+#include <QCoreApplication>
+#include <QProcess>
+
 #include "search/companion.h"
 #include "tools/kitaplik/commands.h"
 #include "tools/kitaplik/make_file.h"
@@ -91,14 +94,42 @@ ExitStatus vurgula(const Arguments& arguments) {
     return ExitStatus::Success;
 }
 
+// PDF and ODT need fonts: the reader's program makes them.
+Result<QByteArray> madeByReader(const QString& html, const QString& format, const QString& title) {
+    QProcess reader;
+    reader.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    reader.start(QCoreApplication::applicationDirPath() + u"/lirovan"_s, {u"--belge"_s, format, title});
+    const Error failure{u"Belge yapılamadı: lirovan programı çalıştırılamadı ya da bitmedi."_s};
+    if (!reader.waitForStarted()) return failure;
+    reader.write(html.toUtf8());
+    reader.closeWriteChannel();
+    if (!reader.waitForFinished(-1) || reader.exitStatus() != QProcess::NormalExit || reader.exitCode() != 0)
+        return failure;
+    return reader.readAllStandardOutput();
+}
+
+ExitStatus printDocument(const data::Library& library, const SearchRequest& request, int group,
+                         const QString& format) {
+    const Result<QString> html = search::companion::ozetBelgesi(library, request, group);
+    if (!html) return fail(html.error());
+    return print(format == u"html" ? Result<QByteArray>(html->toUtf8())
+                                   : madeByReader(*html, format, request.query));
+}
+
 ExitStatus ozet(const Arguments& arguments) {
-    bool isNumber = false;
-    const int group = arguments.value(u"grup")->toInt(&isNumber);
-    if (!isNumber || group < 0) return failUsage({u"--grup 0 ya da daha büyük bir tam sayı olmalı."_s});
+    const auto format = arguments.value(u"bicim");
+    if (format && *format != u"html" && *format != u"pdf" && *format != u"odt")
+        return failUsage({u"--bicim html, pdf ya da odt olmalı."_s});
+    bool isNumber = format.has_value();
+    const auto typed = arguments.value(u"grup");
+    const int group = typed ? typed->toInt(&isNumber) : -1;
+    if (!isNumber || (typed && group < 0))
+        return failUsage({u"--grup 0 ya da daha büyük bir tam sayı olmalı."_s});
     SearchRequest request = requestOf(arguments.positional[1], arguments);
     if (const Result<void> scoped = addScope(request, arguments); !scoped) return failUsage(scoped.error());
     const Result<OpenLibrary> open = openLibrary(arguments.positional[0]);
     if (!open) return fail(open.error());
+    if (format) return printDocument(open->library, request, group, *format);
     return print(search::companion::ozet(open->library, request, group));
 }
 
@@ -175,7 +206,7 @@ std::vector<Command> searchCommands() {
     static const QString vurgulaUsage =
         u"DOSYA KONUID SORGU --klasor DIR [--json] "_s + OptionUsage.toString();
     static const QString ozetUsage =
-        u"DOSYA SORGU --grup K [--sira kitap|konu|oran] [--yazar ID [--kitap ID]] "_s +
+        u"DOSYA SORGU --grup K | --bicim html|pdf|odt [--grup K] [--sira kitap|konu|oran] [--yazar ID [--kitap ID]] "_s +
         OptionUsage.toString();
     const std::vector<QStringView> scope = {u"sira", u"yazar", u"kitap"};
     return {
@@ -199,12 +230,14 @@ std::vector<Command> searchCommands() {
          vurgula},
         {u"ozet",
          ozetUsage,
-         u"Bir yazarın bulunan konularının özet sayfasını yazar; K yazarın sırası, 0'dan.",
+         u"Bir yazarın bulunan konularının özet sayfasını yazar; K yazarın sırası, 0'dan. --bicim ile "
+         u"kaynaklı bir "
+         "belge, --grup verilmezse bütün yazarların.",
          2,
          2,
-         {u"grup", u"sira", u"yazar", u"kitap"},
+         {u"grup", u"bicim", u"sira", u"yazar", u"kitap"},
          OptionFlags,
-         {u"grup"},
+         {},
          ozet},
         {u"baglam",
          baglamUsage,

@@ -34,6 +34,8 @@ Document read(QByteArrayView rtf, ReadLimit limit) {
 Document read(QStringView rtf, ReadLimit limit) {
     const QStringView begin = rtf.left(4096).trimmed();
     if (!begin.startsWith(u"{\\rtf")) return plainDocument(rtf, limit);
+    // What we write ourselves is plain ASCII.
+    if (QtPrivate::isAscii(rtf)) return read(QByteArrayView(rtf.toLatin1()), limit);
     QByteArray bytes;
     bytes.reserve(rtf.size());
     for (const QChar unit : rtf) {

@@ -1,0 +1,55 @@
+// The list below the search box. The keys stay in the box: arrows choose, Enter takes what is chosen, Esc
+// closes; with nothing chosen Enter is the box's own.
+#pragma once
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTimer>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "browse/ui/background_work.h"
+#include "search/library_changes.h"
+#include "search/suggestions.h"
+
+namespace lirovan::search {
+
+class SuggestionList : public QListWidget {
+    Q_OBJECT
+
+  public:
+    /// Lies over `parent`, in which the box is; both and `library` outlive it.
+    SuggestionList(QLineEdit& box, const data::Library& library, QWidget* parent);
+
+    AskedQueries asked;
+    /// While true, the library is not read for the words: a search has the machine to itself.
+    std::function<bool()> isSearching;
+    /// Until something is typed again.
+    void close();
+    bool hasWords() const { return index_ != nullptr; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void readWords();
+    void offer();
+    void take(int row);
+    bool takeKey(int key);
+    void place();
+
+    QLineEdit& box_;
+    const data::Library& library_;
+    LibraryChanges changes_;
+    std::shared_ptr<const WordIndex> index_;
+    std::vector<Suggestion> offered_;
+    bool wanted_ = false;  // something was typed and nothing decided since
+    QTimer pause_;
+    std::atomic<bool> paused_ = false;
+    // Last: it ends before what it works on goes.
+    browse::BackgroundWork work_;
+};
+
+}  // namespace lirovan::search
