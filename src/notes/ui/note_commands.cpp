@@ -21,15 +21,12 @@ struct NoteRow {
     QStringView caption = {};  ///< in a menu with its access key; of a button the tooltip
     QStringView key = {};      ///< of a button only where no item has it
     void (*run)(NoteEditor&) = nullptr;
-    bool twoState = false;
 };
 
 namespace {
 
 using enum NoteCommand;
 using E = NoteEditor;
-
-constexpr bool TwoState = true;
 
 constexpr NoteRow Toolbar[] = {
     {u"new", New, u"Yeni", {}, [](E& e) { e.newNote(); }},
@@ -42,14 +39,14 @@ constexpr NoteRow Toolbar[] = {
     {},
     {u"print", PrintDirectly, u"Yazdır", {}, [](E& e) { e.printDirectly(); }},
     {},
-    {u"bold", Bold, u"Kalın", u"Ctrl+B", [](E& e) { e.toggle(Bold); }, TwoState},
-    {u"italic", Italic, u"İtalik", u"Ctrl+I", [](E& e) { e.toggle(Italic); }, TwoState},
-    {u"underline", Underline, u"Altı Çizili", u"Ctrl+U", [](E& e) { e.toggle(Underline); }, TwoState},
+    {u"bold", Bold, u"Kalın", u"Ctrl+B", [](E& e) { e.toggle(Bold); }},
+    {u"italic", Italic, u"İtalik", u"Ctrl+I", [](E& e) { e.toggle(Italic); }},
+    {u"underline", Underline, u"Altı Çizili", u"Ctrl+U", [](E& e) { e.toggle(Underline); }},
     {},
-    {u"kirmizi", Red, u"Kırmızı", {}, [](E& e) { e.toggleColor(Red); }, TwoState},
-    {u"mavi", Blue, u"Mavi", {}, [](E& e) { e.toggleColor(Blue); }, TwoState},
-    {u"yesil", Green, u"Yeşil", {}, [](E& e) { e.toggleColor(Green); }, TwoState},
-    {u"siyah", Black, u"Siyah", {}, [](E& e) { e.toggleColor(Black); }, TwoState},
+    {u"kirmizi", Red, u"Kırmızı", {}, [](E& e) { e.toggleColor(Red); }},
+    {u"mavi", Blue, u"Mavi", {}, [](E& e) { e.toggleColor(Blue); }},
+    {u"yesil", Green, u"Yeşil", {}, [](E& e) { e.toggleColor(Green); }},
+    {u"siyah", Black, u"Siyah", {}, [](E& e) { e.toggleColor(Black); }},
 };
 
 constexpr NoteRow Dosya[] = {
@@ -119,7 +116,7 @@ void NoteActions::make(QMainWindow& window, NoteEditor& editor) {
                                   : toolbar->addSeparator();
         if (!row.run) continue;
         add(window, *action, row);
-        action->setCheckable(row.twoState);
+        action->setCheckable(row.command >= Bold);
         if (!row.key.isEmpty()) action->setToolTip(u"%1 (%2)"_s.arg(row.caption, row.key));
         QObject::connect(action, &QAction::triggered, &window, [&editor, &row] {
             row.run(editor);

@@ -29,7 +29,7 @@ enum class NoteCommand {
     LargerType,
     NormalType,
     SmallerType,
-    Bold,
+    Bold,  // from here on the buttons have two states
     Italic,
     Underline,
     Red,
