@@ -69,6 +69,7 @@ CharFormat fromCharFormat(const QTextCharFormat& format, const QFont& otherwise)
     if (format.verticalAlignment() == QTextCharFormat::AlignSubScript) made.script = Script::Sub;
     if (format.hasProperty(QTextFormat::ForegroundBrush)) made.color = colorOf(format.foreground());
     if (format.hasProperty(QTextFormat::BackgroundBrush)) made.background = colorOf(format.background());
+    if (format.isAnchor()) made.link = cleanLink(format.anchorHref());
     // Paper, not a marker pen.
     if (made.background == Rgb{255, 255, 255}) made.background.reset();
     return made;
@@ -233,6 +234,10 @@ QTextCharFormat toCharFormat(const CharFormat& format) {
     if (format.script == Script::Sub) made.setVerticalAlignment(QTextCharFormat::AlignSubScript);
     const auto qt = [](const Rgb& color) { return QColor(color.red, color.green, color.blue); };
     if (format.background) made.setBackground(qt(*format.background));
+    if (!format.link.isEmpty()) {
+        made.setAnchor(true);
+        made.setAnchorHref(format.link);
+    }
     // On a marker's colour the text stays black under a dark desktop too.
     if (format.color || format.background) made.setForeground(qt(format.color.value_or(Black)));
     return made;

@@ -27,6 +27,7 @@ QString sketch(const Document& document) {
             for (qsizetype i = 0; i < 6; ++i)
                 if (on[i]) marks += u"bius^_"_s[i];
             if (f.color) marks += u"c%1.%2.%3"_s.arg(f.color->red).arg(f.color->green).arg(f.color->blue);
+            if (!f.link.isEmpty()) marks += u'@' + f.link + u' ';
             if (f.background) marks += u"h%1"_s.arg(f.background->red);
             QString shown = run.text;
             shown.replace(u'\t', u'→').replace(QChar::LineSeparator, u'↵');
@@ -123,6 +124,29 @@ TEST(RtfReader, TakesTheTextOutOfListsTablesAndWhatItDoesNotShow) {
     });
     EXPECT_EQ(sketch(read(QStringView(u" {\\rtf1\\ansi ğ\\b ∞}"))), u"ğ[b:∞]");
     EXPECT_TRUE(read(QByteArrayView("{\\rtf1}")).isEmpty());
+}
+
+TEST(RtfReader, KeepsLinksThatMayBeFollowed) {
+    checkBodies({
+        {R"(a{\field{\*\fldinst HYPERLINK "konu:12?yer=x%20y"}{\fldrslt b{\b c}}}d)",
+         u"a[@konu:12?yer=x%20y :b][b@konu:12?yer=x%20y :c]d"},
+        {R"({\field{\*\fldinst{\f0 HYPERLINK  http://x.tr/\'fe"a }}{\fldrslt\ul b\par c}}d)",
+         u"[u@http://x.tr/%C5%9F%22a :b]|[u@http://x.tr/%C5%9F%22a :c]d"},
+        {R"({\field{\fldinst HYPERLINK "mailto:a@b"}{\fldrslt b}}{\field{\fldinst PAGE}{\fldrslt 3}})",
+         u"[@mailto:a@b :b]3"},
+        {R"({\field{\*\fldinst HYPERLINK "file:///etc/passwd"}{\fldrslt a}}b)", u"ab"},
+        {R"({\field{\*\fldinst HYPERLINK "javascript:x"}{\fldrslt a}}b)", u"ab"},
+        {R"({\field{\*\fldinst HYPERLINK \\l "yer"}{\fldrslt a}}b)", u"ab"},
+        {R"({\*\fldinst HYPERLINK "konu:1"}a{\fldrslt b}c)", u"abc"},
+        {R"({\field{\*\fldinst HYPERLINK "konu:1"}{\fldrslt a{\field{\*\fldinst HYPERLINK "konu:2"}{\fldrslt b}}c}}d)",
+         u"[@konu:1 :a][@konu:2 :b][@konu:1 :c]d"},
+    });
+    Document note;
+    note.paragraphs = {{{}, {{u"söz "_s, {}}, {u"kaynak"_s, {.link = u"konu:7"_s}}}}};
+    EXPECT_TRUE(
+        write(note).contains(R"(s\'f6z {\field{\*\fldinst{HYPERLINK "konu:7"}}{\fldrslt kaynak}}\par)"))
+        << write(note).toStdString();
+    EXPECT_TRUE(toHtml(note, {}).contains(u"<a href=\"konu:7\">kaynak</a>"_s));
 }
 
 TEST(RtfReader, BearsDeepAndLongInput) {

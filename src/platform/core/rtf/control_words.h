@@ -47,6 +47,8 @@ enum class Action {
     FontTable,
     ColorTable,
     Skip,
+    Field,
+    FieldInstruction,
     Footnote,
     UnicodePair,
     UnicodePart,

@@ -1,7 +1,9 @@
 #include "platform/core/rtf/document.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
+#include <string_view>
 
 namespace lirovan::platform::rtf {
 namespace {
@@ -62,6 +64,27 @@ QString cleanFontName(QStringView name) {
     return clean.isEmpty() ? DefaultFont.toString() : clean;
 }
 
+QString cleanLink(QStringView address) {
+    constexpr qsizetype longest = 2000;
+    constexpr QStringView schemes[] = {u"konu:", u"http://", u"https://", u"mailto:"};
+    constexpr std::string_view unsafe = "\"\\{}<>^`|%";
+    const QString trimmed = address.trimmed().toString();
+    const auto known = [&](QStringView scheme) { return trimmed.startsWith(scheme); };
+    if (trimmed.size() > longest || std::none_of(std::begin(schemes), std::end(schemes), known)) return {};
+    QByteArray clean;
+    const QByteArray bytes = trimmed.toUtf8();
+    const auto isHex = [&](qsizetype i) { return i < bytes.size() && std::isxdigit(uchar(bytes[i])); };
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const char c = bytes[i];
+        const bool written = c == '%' && isHex(i + 1) && isHex(i + 2);
+        if (written || (c > ' ' && c < '\x7f' && unsafe.find(c) == std::string_view::npos))
+            clean += c;
+        else
+            clean += '%' + QByteArray(1, c).toHex().toUpper();
+    }
+    return clean.size() > longest ? QString() : QString::fromLatin1(clean);
+}
+
 bool Document::isEmpty() const {
     return paragraphs.empty() || (paragraphs.size() == 1 && paragraphs.front().runs.empty());
 }
@@ -86,6 +109,11 @@ void Builder::append(QStringView text, const CharFormat& format) {
         cleanFont_ = cleanFontName(font_);
     }
     normal.font = cleanFont_;
+    if (format.link != link_) {
+        link_ = format.link;
+        cleanLink_ = cleanLink(link_);
+    }
+    normal.link = cleanLink_;
     normal.halfPoints = std::clamp(normal.halfPoints, 1, MaxHalfPoints);
     if (normal.color == Black) normal.color.reset();
     if (!runs_.empty() && runs_.back().format == normal)

@@ -33,6 +33,7 @@ struct CharFormat {
     Script script = Script::None;
     std::optional<Rgb> color = {};  ///< nothing: the text colour of the place where it is shown. Never black.
     std::optional<Rgb> background = {};  ///< a marker pen
+    QString link = {};  ///< address that a click leads to, as cleanLink() has it; empty: none
     friend bool operator==(const CharFormat&, const CharFormat&) = default;
 };
 
@@ -75,6 +76,11 @@ QString cleanText(QStringView text);
 /// systems added ("Arial Tur"); DefaultFont for an empty one.
 QString cleanFontName(QStringView name);
 
+/// An address that text may lead to: a topic of the library ("konu:12"), a page of the web, or mail; blanks,
+/// quotes, backslashes, braces and what is not ASCII as %XX. Empty for any other, and for one that is longer
+/// than 2,000 characters.
+QString cleanLink(QStringView address);
+
 /// Puts a document in its one normal form: clean texts, runs of equal format joined, sizes and indents in
 /// range.
 class Builder {
@@ -91,6 +97,7 @@ class Builder {
     Document document_;
     std::vector<Run> runs_;
     QString font_, cleanFont_ = DefaultFont.toString();  // the last one, since a text has few
+    QString link_, cleanLink_;                           // likewise
     qsizetype characters_ = 0;
 };
 

@@ -40,11 +40,14 @@ void appendRun(QString& out, const Run& run) {
         {run.format.script == Script::Sub, u"<sub>", u"</sub>"},
     };
     out += QStringLiteral("<span style=\"%1\">").arg(runStyle(run.format));
+    if (!run.format.link.isEmpty())
+        out += QStringLiteral("<a href=\"%1\">").arg(run.format.link.toHtmlEscaped());
     for (const Tag& tag : tags)
         if (tag.on) out += tag.open;
     out += escaped(run.text);
     for (auto tag = std::rbegin(tags); tag != std::rend(tags); ++tag)
         if (tag->on) out += tag->close;
+    if (!run.format.link.isEmpty()) out += u"</a>";
     out += u"</span>";
 }
 

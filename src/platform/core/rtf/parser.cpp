@@ -48,6 +48,7 @@ void Parser::openGroup() {
         outer_.push_back(group_);
     else
         ++tooDeep_;
+    group_.isField = false;
 }
 
 void Parser::closeGroup() {
@@ -61,9 +62,12 @@ void Parser::closeGroup() {
     } else {
         const bool footnoteEnds = group_.footnote && !outer_.back().footnote;
         if (footnoteEnds) takeText(u"]");
+        const bool instructionEnds = group_.destination == Destination::Instruction &&
+                                     outer_.back().destination != Destination::Instruction;
         group_ = outer_.back();
         outer_.pop_back();
         format_.reset();
+        if (instructionEnds) takeInstruction();
     }
 }
 
@@ -129,7 +133,10 @@ void Parser::controlWord() {
 
     const ControlWord* word = findControlWord(name);
     const bool starred = std::exchange(starred_, false);
-    if (starred && (!word || (word->action != Action::Transparent && word->action != Action::UnicodePart))) {
+    const bool isKnown =
+        word && (word->action == Action::Transparent || word->action == Action::UnicodePart ||
+                 word->action == Action::FieldInstruction);
+    if (starred && !isKnown) {
         flush();
         skipGroup();
     } else if (word) {

@@ -14,9 +14,10 @@
 
 namespace lirovan::platform::rtf {
 
-enum class Destination : std::uint8_t { Text, FontTable, ColorTable, Skipped };
+enum class Destination : std::uint8_t { Text, FontTable, ColorTable, Instruction, Skipped };
 
 constexpr int NoFont = -1;
+constexpr int NoLink = -1;
 constexpr int StandardHalfPoints = 24;  // what \plain and the beginning of a file mean
 
 /// What a group hands down to the groups within, and gets back at its end. Plain data: a file can open a
@@ -34,6 +35,8 @@ struct Group {
     bool bold = false, italic = false, underline = false, strike = false;
     bool hidden = false;
     bool footnote = false;
+    bool isField = false;  ///< the group of a \field itself, not one within
+    int link = NoLink;     ///< number of the address that its text leads to
 };
 
 struct FontEntry {
@@ -67,12 +70,15 @@ class Parser {
     bool applyColor(const ControlWord& word, int value);
     void applyDestination(const ControlWord& word);
     void skipGroup();
+    /// The instruction of a field has ended: the field may be a link.
+    void takeInstruction();
 
     // Text and its surroundings
     void takeByte(char byte);
     void takeCharacter(int unicode);
     void takeUnicode(int value);
     void takeText(QStringView text);
+    void addToInstruction(const QString& text);
     void flush();
     void endParagraph();
     void cell();
@@ -104,6 +110,8 @@ class Parser {
     int entryFont_ = NoFont;
     std::vector<std::optional<Rgb>> colors_;
     std::optional<Rgb> entryColor_;
+    QString instruction_;  ///< of the field that is being read
+    std::vector<QString> links_;
 
     ByteDecoder decoder_;
     Builder builder_;

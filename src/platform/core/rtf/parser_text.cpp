@@ -24,6 +24,9 @@ void Parser::takeByte(char byte) {
         case Destination::Text:
             if (isShown()) bytes_ += byte;
             break;
+        case Destination::Instruction:
+            bytes_ += byte;
+            break;
         case Destination::FontTable:
             if (byte == ';')
                 flush();
@@ -50,6 +53,8 @@ void Parser::takeUnicode(int value) {
     flush();
     if (group_.destination == Destination::FontTable && value >= ' ' && value <= 0xFFFF) {
         fonts_[entryFont_].name += QChar(static_cast<char16_t>(value));
+    } else if (group_.destination == Destination::Instruction) {
+        if (value <= 0xFFFF) addToInstruction(QString(QChar(static_cast<char16_t>(value))));
     } else if (value > 0xFFFF) {
         const char32_t whole = value <= 0x10FFFF ? static_cast<char32_t>(value) : U'\uFFFD';
         takeText(QString::fromUcs4(&whole, 1));
@@ -74,6 +79,12 @@ void Parser::takeText(QStringView text) {
     builder_.append(text, format());
 }
 
+// No address is longer; a file may call anything an instruction.
+void Parser::addToInstruction(const QString& text) {
+    constexpr qsizetype longest = 10'000;
+    if (instruction_.size() < longest) instruction_ += text;
+}
+
 void Parser::flush() {
     if (bytes_.isEmpty()) return;
     const QByteArray bytes = std::exchange(bytes_, {});
@@ -81,6 +92,8 @@ void Parser::flush() {
         fonts_[entryFont_].name += decoder_.decode(codePage(), bytes);
         return;
     }
+    if (group_.destination == Destination::Instruction)
+        return addToInstruction(decoder_.decode(documentCodePage_, bytes));
     const int font = group_.font == NoFont ? defaultFont_ : group_.font;
     const bool symbols = fonts_.value(font).charset == ByteDecoder::SymbolCharset;
     QString text = decoder_.decode(codePage(), bytes);
@@ -115,6 +128,7 @@ const CharFormat& Parser::format() {
     };
     format_->color = color(group_.color);
     format_->background = color(group_.background);
+    if (group_.link != NoLink) format_->link = links_[static_cast<size_t>(group_.link)];
     return *format_;
 }
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "platform/core/rtf/parser.h"
 
@@ -176,6 +177,13 @@ void Parser::applyDestination(const ControlWord& word) {
             group_.outsidePair = group_.destination;
             group_.destination = Destination::Skipped;
             break;
+        case Action::Field:
+            group_.isField = true;
+            break;
+        case Action::FieldInstruction:
+            group_.destination = Destination::Instruction;
+            instruction_.clear();
+            break;
         case Action::Footnote:
             group_.footnote = true;
             takeText(u" [");
@@ -183,6 +191,20 @@ void Parser::applyDestination(const ControlWord& word) {
         default:
             break;
     }
+}
+
+void Parser::takeInstruction() {
+    const QString instruction = std::exchange(instruction_, {}).trimmed();
+    constexpr QStringView name = u"HYPERLINK";
+    if (!group_.isField || !instruction.startsWith(name)) return;
+    const QString rest = instruction.sliced(name.size()).trimmed();
+    const QString address =
+        rest.startsWith(u'"') ? rest.sliced(1).section(u'"', 0, 0) : rest.section(u' ', 0, 0);
+    const QString link = cleanLink(address);
+    if (link.isEmpty()) return;
+    links_.push_back(link);
+    group_.link = static_cast<int>(links_.size()) - 1;
+    format_.reset();
 }
 
 void Parser::skipGroup() {

@@ -40,6 +40,8 @@ class Writer {
     };
 
     Look look(const CharFormat& format);
+    /// Text to an address is a field, within which formats begin and end.
+    void changeLink(const QString& link);
     qsizetype colorIndex(const std::optional<Rgb>& color);
     void paragraphFormat(const ParagraphFormat& format);
     void charFormat(const Look& next);
@@ -53,6 +55,8 @@ class Writer {
     QByteArray body_;
     bool afterWord_ = false;  // a letter that follows needs a space in between
     Look current_;
+    Look beforeLink_;
+    QString link_;
     std::optional<ParagraphFormat> currentParagraph_;
     Numbering<QString> fonts_;
     Numbering<Rgb> colors_;
@@ -66,9 +70,11 @@ QByteArray Writer::write(const Document& document, Ending ending) {
     for (const Paragraph& paragraph : paragraphs) {
         paragraphFormat(paragraph.format);
         for (const Run& run : paragraph.runs) {
+            changeLink(cleanLink(run.format.link));
             charFormat(look(run.format));
             text(run.text);
         }
+        changeLink({});
         const bool last = &paragraph == &paragraphs.back();
         if (last && ending == Ending::Inline && !paragraph.runs.empty()) break;
         word("par");
@@ -76,6 +82,21 @@ QByteArray Writer::write(const Document& document, Ending ending) {
         afterWord_ = false;
     }
     return header() + body_ + '}';
+}
+
+void Writer::changeLink(const QString& link) {
+    if (link == link_) return;
+    if (!link_.isEmpty()) {
+        body_ += "}}";
+        current_ = beforeLink_;
+        afterWord_ = false;
+    }
+    if (!link.isEmpty()) {
+        body_ += "{\\field{\\*\\fldinst{HYPERLINK \"" + link.toLatin1() + "\"}}{";
+        word("fldrslt");
+        beforeLink_ = current_;
+    }
+    link_ = link;
 }
 
 Writer::Look Writer::look(const CharFormat& format) {
