@@ -74,6 +74,40 @@ void measure(const char* name, Step step) {
     std::fflush(stdout);
 }
 
+/// Finding a word of every passage: until the first mark, until the page was looked through, and for how long
+/// the window and the page stood still meanwhile.
+void find(platform::WebView& reader, QWebEnginePage& page) {
+    ask(page, QStringLiteral("window.longest = 0; window.last = performance.now(); setInterval(() => {"
+                             "const now = performance.now(); longest = Math.max(longest, now - last);"
+                             "last = now; }, 1)"));
+    ask(page, QStringLiteral("longest = 0"));
+    QEventLoop loop;
+    QElapsedTimer timer, turn;
+    double first = -1, pause = 0;
+    QTimer beat;
+    QObject::connect(&beat, &QTimer::timeout, &loop, [&] {
+        pause = std::max(pause, milliseconds(turn));
+        turn.start();
+    });
+    int found = 0;
+    QObject::connect(&reader, &platform::WebView::foundChanged, &loop,
+                     [&](int count, int current, bool whole) {
+                         found = count;
+                         if (first < 0 && current > 0) first = milliseconds(timer);
+                         if (whole) loop.quit();
+                     });
+    turn.start();
+    beat.start(0);
+    timer.start();
+    reader.findOnPage(QStringLiteral("ışık ve"));
+    loop.exec();
+    std::printf("%-28s %8.0f ms\n", "find: first mark", first);
+    std::printf("%-28s %8.0f ms, %d found\n", "find: whole page", milliseconds(timer), found);
+    std::printf("%-28s %8.0f ms\n", "find: longest pause, window", pause);
+    std::printf("%-28s %8.0f ms\n", "find: longest pause, page", ask(page, QStringLiteral("longest")));
+    reader.findOnPage({});
+}
+
 }  // namespace
 
 int main(int count, char* words[]) {
@@ -101,6 +135,7 @@ int main(int count, char* words[]) {
     measure("whole", [&] { show(*page); });
     std::printf("%-28s %8.0f ms\n", "first paint", ask(inner(), QLatin1String(Painted)));
     measure("read", [&] { std::printf("%lld characters\n", qint64(reader.innerHtml().valueOr({}).size())); });
+    find(reader, inner());
     measure("larger type", [&] { browse::rewriteWithFontSize(reader, 16, 17, &folder); });
     measure("to the middle",
             [&] { ask(inner(), QStringLiteral("scrollTo(0, 1e5); document.body.scrollHeight")); });

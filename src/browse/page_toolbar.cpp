@@ -20,6 +20,7 @@ void PageCommands::showPageCommands(ShownPage page) {
     shown_ = page;
     up_ = down_ = false;
     apply();
+    if (pageShown) pageShown(page);
 }
 
 void PageCommands::setHitButton(QStringView key, bool enabled) {

@@ -1,6 +1,8 @@
 // The main toolbar's buttons that belong to the page of the shared content window.
 #pragma once
 
+#include <functional>
+
 #include "platform/core/main_frame.h"
 
 namespace lirovan::browse {
@@ -18,6 +20,8 @@ enum class ShownPage {
 class PageCommands {
   public:
     explicit PageCommands(platform::MainFrame& frame) : frame_(frame) {}
+    /// Told with every page.
+    std::function<void(ShownPage page)> pageShown;
 
     /// Another page is shown. "Up" and "Down" are disabled until its hits say otherwise.
     void showPageCommands(ShownPage page);

@@ -136,17 +136,20 @@ QStringList wordsToMark(const SearchRun& run) {
 HighlightedText markHits(QString text, const QStringList& words, const SearchRun& run,
                          const MarkingProgress& progress) {
     HighlightedText result;
-    std::map<qsizetype, QStringView> colourOfWord;
+    std::map<qsizetype, size_t> colourOfWord;
     for (const CountedWord& counted : countedWords(words, run)) {
         const QString& word = words.at(counted.entry);
         if (text::trimBlanks(word).isEmpty()) continue;
-        const QStringView next = VurguRenkleri[colourOfWord.size() % VurguRenkleri.size()];
-        const QStringView colour = colourOfWord.try_emplace(counted.word, next).first->second;
+        const size_t next = colourOfWord.size() % VurguRenkleri.size();
+        const size_t place = colourOfWord.try_emplace(counted.word, next).first->second;
+        const QStringView colour = VurguRenkleri[place];
+        const qint32 before = result.hits;
         progress.wordStarted(word, text.size());
         // A piece of markup: marking it would take the page, and the marks before it, apart.
         const bool isMarkup = word.contains(u'<');
         if (!isMarkup) text = WordMarker(text, word, run).mark(colour, result.hits, progress);
         result.colours.emplace_back(word, colour.toString());
+        result.words.push_back({word, static_cast<int>(place), before, result.hits - before, counted.word});
     }
     result.text = std::move(text);
     return result;

@@ -23,11 +23,21 @@ inline constexpr std::array<QStringView, 16> VurguRenkleri = {
 /// word.
 inline constexpr QStringView HitAnchor = u"ggggittt";
 
+/// An entry of the run's list that was marked.
+struct MarkedWord {
+    QString word;
+    int colour = 0;            ///< place in VurguRenkleri
+    qint32 first = 0;          ///< number of its first button
+    qint32 hits = 0;           ///< its buttons have the numbers from there on
+    qsizetype standsFor = -1;  ///< forms of one word have the same here
+};
+
 struct HighlightedText {
     QString text;
     qint32 hits = 0;  ///< marked occurrences = buttons on the page
     std::vector<std::pair<QString, QString>>
-        colours;  ///< words that took a colour, found or not, and the colour
+        colours;                    ///< words that took a colour, found or not, and the colour
+    std::vector<MarkedWord> words;  ///< the same words
 };
 
 /// What marking tells while it works; a long text takes a while.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "platform/core/main_frame.h"
 #include "search/highlighter.h"
@@ -36,17 +37,21 @@ void HitPositions::ReOrderPos() {
     if (!offsets) return;
     stops_ = hitStops(*offsets.value);
     hasHits_ = !offsets.value->empty();
+    order_.resize(offsets.value->size());
+    std::iota(order_.begin(), order_.end(), 0);
+    std::ranges::stable_sort(order_, {}, [&](int hit) { return (*offsets.value)[static_cast<size_t>(hit)]; });
 }
 
 void HitPositions::SetPosZero() {
     current_ = 0;
     stops_ = hitStops({});
     hasHits_ = false;
+    order_.clear();
     ReOrderPos();
     scrollToFirst();
 }
 
-void HitPositions::goTo(qint32 anchor) {
+void HitPositions::goToButton(qint32 anchor) {
     const auto offsets = view_.offsets(HitAnchor);
     if (!offsets || anchor < 0 || anchor >= std::ssize(*offsets.value)) return;
     const std::vector<double>& all = *offsets.value;
@@ -95,12 +100,31 @@ bool HitPositions::canStep(int step) {
     return hasHits_ && (step > 0 ? current_ < lastIndex() : current_ > 0);
 }
 
-void HitPositions::goTo(qint32 hit) {
+void HitPositions::goToStop(qint32 hit) {
     ReOrderPos();
     current_ = std::clamp(hit, 0, lastIndex());
     current_ == 0 ? scrollToFirst() : scrollToCurrent();
     enableButton_(Up, current_ > 0);
     enableButton_(Down, hasHits_ && (current_ < lastIndex() || current_ == 0));
+}
+
+void HitPositions::goToNextOf(const std::vector<HitRange>& hits) {
+    ReOrderPos();
+    const auto isOne = [&](int hit) {
+        return std::ranges::any_of(hits, [hit](const HitRange& range) {
+            return hit >= range.first && hit < range.first + range.count;
+        });
+    };
+    const auto count = static_cast<qint32>(order_.size());
+    for (qint32 step = 1; step <= count; ++step) {
+        const qint32 next = (current_ + step) % count;
+        if (!isOne(order_[static_cast<size_t>(next)])) continue;
+        current_ = next;
+        scrollToCurrent();
+        enableButton_(Up, current_ > 0);
+        enableButton_(Down, current_ < lastIndex());
+        return;
+    }
 }
 
 void HitPositions::firstActivation() {
@@ -116,11 +140,18 @@ void HitPositions::scrollToFirst() {
         view_.setScrollTop(0);
     else
         scrollToCurrent();
+    outlineCurrent();
 }
 
 void HitPositions::scrollToCurrent() {
     const qint32 index = std::clamp(current_, 0, lastIndex());
     view_.setScrollTop(stops_[static_cast<size_t>(index)]);
+    outlineCurrent();
+}
+
+void HitPositions::outlineCurrent() {
+    const auto index = static_cast<size_t>(std::clamp(current_, 0, lastIndex()));
+    if (index < order_.size()) view_.outlineMark(HitAnchor, order_[index]);
 }
 
 }  // namespace lirovan::search

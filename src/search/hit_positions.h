@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/core/page_view.h"
+#include "search/run_words.h"
 
 namespace lirovan::search {
 
@@ -30,13 +31,15 @@ class HitPositions {
     /// none, the page stays at its top.
     void SetPosZero();
     /// Goes to the hit with this button.
-    void goTo(qint32 anchor);
+    void goToButton(qint32 anchor);
     void UpperPos();   ///< to the hit before
     void DownerPos();  ///< to the next hit
     /// Whether there is a hit after (`step` 1) or before (-1) the current one.
     bool canStep(int step);
     /// Makes a hit the current one; one beyond the last is the last.
-    void goTo(qint32 hit);
+    void goToStop(qint32 hit);
+    /// To the next of these hits, round the page.
+    void goToNextOf(const std::vector<HitRange>& hits);
     /// What an extra content window does when it is first activated: sets its buttons and goes to the current
     /// stop. Later calls do nothing.
     void firstActivation();
@@ -46,11 +49,13 @@ class HitPositions {
   private:
     void scrollToFirst();
     void scrollToCurrent();
+    void outlineCurrent();
     qint32 lastIndex() const { return static_cast<qint32>(stops_.size()) - 1; }
 
     platform::PageView& view_;
     EnableButton enableButton_;
     std::vector<qint32> stops_ = {0};
+    std::vector<int> order_;  ///< the hits' numbers, by their place on the page
     bool hasHits_ = false;
     qint32 current_ = 0;
     bool activated_ = false;

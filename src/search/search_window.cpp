@@ -333,6 +333,7 @@ std::optional<qint32> SearchWindow::showTopic(const HitPlace& hit, const SearchR
     showing_ = true;
     parts_.content.wb_Icerik().waitUntilComplete();
     parts_.page.showPageCommands(browse::ShownPage::MarkedPage);
+    if (wordsShown) wordsShown(runWords(run, page->marks));
     frame.SetPosZero();
     // Without a file, what stands there is the page before.
     parts_.page.setHitButton(

@@ -4,8 +4,10 @@
 
 #include <QElapsedTimer>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "browse/page_toolbar.h"
 #include "browse/search_tab_state.h"
@@ -16,6 +18,7 @@
 #include "platform/core/paths.h"
 #include "search/hit_list.h"
 #include "search/result_tree.h"
+#include "search/run_words.h"
 #include "search/search_engine.h"
 #include "search/search_view.h"
 
@@ -36,6 +39,8 @@ class SearchWindow : private RunHost {
         std::function<void(const QString& query, const SearchOptions& options)> searched = {};
     };
     explicit SearchWindow(Parts parts);
+    /// Told the words of a marked page, once it is there.
+    std::function<void(std::vector<RunWord> words)> wordsShown;
 
     /// The button "Bul", and Enter in the search box.
     void cmd_Bul_Click();

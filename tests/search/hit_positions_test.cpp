@@ -49,14 +49,14 @@ TEST(HitPositions, StepsToBothEndsWithoutWrapping) {
     page.expect(&HitPositions::UpperPos, -1, false, true);
     page.expect(&HitPositions::DownerPos, 200, true, true);
 
-    page.hits.goTo(2);
+    page.hits.goToButton(2);
     EXPECT_EQ(page.view.scrolledTo, 333);
     EXPECT_TRUE(page.enabled[Up.toString()] && !page.enabled[Down.toString()]);
-    page.hits.goTo(3);                      // there is none
+    page.hits.goToButton(3);                      // there is none
     page.view.positions = {300, 100, 100};  // numbers go by words, stops by height
-    page.hits.goTo(2);
+    page.hits.goToButton(2);
     EXPECT_EQ(page.hits.current(), 1);
-    page.hits.goTo(1);
+    page.hits.goToButton(1);
     EXPECT_EQ(page.view.scrolledTo, 100);
     EXPECT_TRUE(!page.enabled[Up.toString()] && page.enabled[Down.toString()]);
     page.view.positions = {100, 200, 300};
@@ -82,6 +82,24 @@ TEST(HitPositions, StepsToBothEndsWithoutWrapping) {
     page.view.positions = {40};  // one stop stays within reach
     page.expect(&HitPositions::SetPosZero, 73, false, true);
     for (int press = 0; press < 3; ++press) page.expect(&HitPositions::DownerPos, 73, false, true);
+}
+
+TEST(HitPositions, OutlinesTheHitThatIsGoneToWhateverItsNumber) {
+    Page page;
+    page.view.positions = {300, 100, 200, 400};  // the second word stands before the first
+    page.hits.SetPosZero();
+    EXPECT_EQ(page.view.outlined, 1);
+    page.hits.DownerPos();
+    EXPECT_EQ(page.view.outlined, 2);
+    page.hits.goToNextOf({{0, 1}, {3, 1}});
+    EXPECT_EQ(page.view.outlined, 0);
+    page.hits.goToNextOf({{3, 1}});
+    EXPECT_EQ(page.view.outlined, 3);
+    EXPECT_FALSE(page.enabled[Down.toString()]);
+    page.hits.goToNextOf({{1, 2}});  // round the page
+    EXPECT_EQ(page.view.outlined, 1);
+    EXPECT_EQ(page.hits.current(), 0);
+    EXPECT_FALSE(page.enabled[Up.toString()]);
 }
 
 TEST(HitPositions, StartsAnExtraWindowOnce) {

@@ -67,7 +67,7 @@ struct FakePageView : platform::PageView {
     QStringList elements;
     std::vector<double> positions;
     bool firstIsInView = false;
-    int scrolledTo = -1;
+    int scrolledTo = -1, outlined = -1;
     double zoom = 1;
     QString selection;
 
@@ -94,6 +94,7 @@ struct FakePageView : platform::PageView {
     platform::Outcome focusElement(QStringView) override { return outcome; }
     platform::Reply<std::vector<double>> offsets(QStringView) override { return reply(positions); }
     platform::Reply<bool> isInFirstView(QStringView) override { return reply(firstIsInView); }
+    void outlineMark(QStringView, int number) override { outlined = number; }
     platform::Outcome setScrollTop(int pixels) override { return scrolledTo = pixels, outcome; }
     platform::Reply<double> scrollTop() override { return reply(double(scrolledTo)); }
     platform::Outcome scrollLinesDown(int) override { return outcome; }

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
+#include "browse/ui/find_strip.h"
 #include "platform/ui/clipboard.h"
 #include "platform/ui/icons.h"
 
@@ -42,6 +43,7 @@ QWidget* pageSurface(WebView* page, WebView* startPage) {
     startPage->setObjectName(u"wb_Icerik2"_s);
     startPage->setAccessibleName(u"Giriş Sayfası"_s);
     layout->addWidget(startPage);
+    layout->addWidget(new FindStrip(page, startPage, surface));
     page->setShown(false);
     return surface;
 }

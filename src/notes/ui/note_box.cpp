@@ -98,6 +98,7 @@ NoteBox::NoteBox(QWidget* parent) : QTextEdit(parent) {
     setFont(QFont(rtf::DefaultFont.toString(), rtf::DefaultHalfPoints / 2));
     QTextEdit::document()->setDocumentMargin(Margin);
     setTabStopDistance(TabStop);
+    viewport()->setMouseTracking(true);
     watchLayout();
 }
 
@@ -315,6 +316,8 @@ void NoteBox::followUndoneSize() {
 
 void NoteBox::keyPressEvent(QKeyEvent* event) {
     const bool undoes = event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo);
+    if (followsLink(*event)) return;
+    if (!event->text().isEmpty() && event->text().front().isPrint()) leaveLink();
     QTextEdit::keyPressEvent(event);
     if (undoes) followUndoneSize();
     Q_EMIT inputHandled();
@@ -343,6 +346,7 @@ void NoteBox::mousePressEvent(QMouseEvent* event) {
 
 void NoteBox::mouseReleaseEvent(QMouseEvent* event) {
     QTextEdit::mouseReleaseEvent(event);
+    if (followsLink(*event)) return;
     Q_EMIT inputHandled();
 }
 

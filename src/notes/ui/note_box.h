@@ -49,6 +49,7 @@ class NoteBox : public QTextEdit {
   Q_SIGNALS:
     void inputHandled();     ///< after a key or a mouse button
     void rightButtonDown();  ///< or the menu key
+    void linkWanted(const QString& address);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -56,6 +57,7 @@ class NoteBox : public QTextEdit {
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -69,6 +71,11 @@ class NoteBox : public QTextEdit {
     void adopt(std::unique_ptr<QTextDocument> document);
     void setTypeSize(int halfPoints);
     void followUndoneSize();
+    /// The address that the text on both sides of the cursor leads to.
+    QString linkAtCursor() const;
+    bool followsLink(const QKeyEvent& event);
+    bool followsLink(const QMouseEvent& event);
+    void leaveLink();
     void watchLayout();
     bool layOutSome();
 

@@ -36,6 +36,7 @@ void Notebook::show() {
     const auto prepared = preparePlace(place);
     window_ = new frm_IcerikCopy({dialogs_, printing_, [this, place] { return openNotes(place, importer_); },
                                   [this](NoteEditor& editor) { showNoteList(editor); }});
+    connect(&window_->box(), &NoteBox::linkWanted, this, &Notebook::linkWanted);
     auto* frame = new platform::MdiChild(u"notebookFrame"_s);
     frame->setWidget(window_);
     frame->setWindowIcon(platform::icon(u"not"));

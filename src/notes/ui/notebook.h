@@ -35,6 +35,10 @@ class Notebook : public QObject {
     /// Null while it is not open.
     frm_IcerikCopy* window() const { return window_; }
 
+  Q_SIGNALS:
+    /// A link in the note is followed.
+    void linkWanted(const QString& address);
+
   private:
     bool isOpen() const;
     void showNoteList(NoteEditor& editor);

@@ -88,6 +88,9 @@ class PageView {
     /// Shows the page as it stood there; `select`: with the passage selected and some lines above it. The
     /// value says whether the passage was found; where it was not, the page stands about there.
     virtual Reply<bool> goTo(const PagePlace&, bool /*select*/ = false) { return {Outcome::Answered, {}}; }
+    /// Draws an outline around the mark behind the element `prefix``number`; none where there is no such
+    /// element. A style of the view, which the next page does not have.
+    virtual void outlineMark(QStringView /*prefix*/, int /*number*/) {}
 
     /// 1.0: as the page says. Kept over navigation.
     virtual void setZoom(double factor) = 0;

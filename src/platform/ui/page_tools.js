@@ -34,7 +34,7 @@
     ' padding: 0 !important; border: 0 !important; outline: 0 !important; background: none !important;' +
     ' appearance: none !important; color: transparent !important; font-size: 0 !important;' +
     ' overflow: hidden !important; vertical-align: top !important; }');
-  document.adoptedStyleSheets = [style];
+  document.adoptedStyleSheets = [...document.adoptedStyleSheets, style];
 
   // ---- Links to topics ("konu:5#place"). The engine takes a page away that follows a link into a scheme other than its
   // own, so the click goes to an address of that scheme, which the program answers. ----
@@ -283,7 +283,13 @@
     'TT', 'U', 'UL']);
   const ROWS = new Set(['TABLE', 'TBODY', 'THEAD', 'TFOOT', 'TR']);
 
-  function selectionHtml() {
+  // The marks of a search: their text stays.
+  function takeMarksOut(content) {
+    const marks = 'font[color="#000080" i] > span[style^="background-color" i]';
+    for (const mark of content.querySelectorAll(marks)) mark.parentNode.replaceWith(...mark.childNodes);
+  }
+
+  function selectionHtml(withMarks) {
     const selection = getSelection();
     if (!selection.rangeCount || selection.isCollapsed) return '';
     const range = selection.getRangeAt(0);
@@ -306,6 +312,7 @@
       content = createElement('div');
       content.append(around);
     }
+    if (!withMarks) takeMarksOut(content);
     return innerHtml(content);
   }
 

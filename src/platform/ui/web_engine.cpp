@@ -173,6 +173,8 @@ void WebEngine::prepare() {
         " --host-resolver-rules=\"MAP * ~NOTFOUND\" --dns-prefetch-disable --disable-quic"
         " --force-webrtc-ip-handling-policy=disable_non_proxied_udp --disable-background-networking "
         "--no-pings";
+    // Marks that are not in the page (page_find.js).
+    flags += " --enable-blink-features=HighlightAPI";
     // The engine's own log says at an end that a process is gone, and nothing that helps a reader: a page
     // that fails is told in its window. A level that the environment asks for is kept.
     if (!flags.contains("--log-level")) flags += " --log-level=3";
@@ -200,8 +202,9 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
     profile_->setSpellCheckEnabled(false);
     profile_->cookieStore()->setCookieFilter([](const auto&) { return false; });
     shut(*profile_->settings());
-    for (const QStringView tools : {u"page_tools", u"page_places"})
+    for (const QStringView tools : {u"page_tools", u"page_places", u"page_find"})
         profile_->scripts()->insert(pageScript(tools.toString()));
+    style_ = std::make_unique<PageStyle>(*profile_);
     QObject::connect(profile_.get(), &QWebEngineProfile::downloadRequested, profile_.get(),
                      [](QWebEngineDownloadRequest* download) { download->cancel(); });
 }

@@ -8,6 +8,7 @@
 
 #include "platform/core/given_pages.h"
 #include "platform/core/page_access.h"
+#include "platform/ui/page_style.h"
 
 class QWebEngineProfile;
 class QWebEngineScript;
@@ -41,6 +42,8 @@ class WebEngine {
     QWebEngineProfile& profile() { return *profile_; }
     const PageAccess& access() const { return access_; }
     GivenPages& pages() { return pages_; }
+    /// How pages look; views follow it.
+    PageStyle& style() { return *style_; }
     /// Answers for the pictures of pages; nothing: there is none of that number.
     std::function<std::optional<LibraryPicture>(qint64 number)> picture;
     /// The file at an address, also where it is a page that a view was given. Nothing else is shown.
@@ -62,6 +65,7 @@ class WebEngine {
     std::unique_ptr<Files> files_;
     std::unique_ptr<Pictures> pictures_;
     std::unique_ptr<QWebEngineProfile> profile_;
+    std::unique_ptr<PageStyle> style_;
 };
 
 }  // namespace lirovan::platform

@@ -16,6 +16,7 @@
 #include "platform/ui/content_page.h"
 #include "platform/ui/page_process.h"
 #include "platform/ui/script_text.h"
+#include "platform/ui/web_view_finding.h"
 
 namespace lirovan::platform {
 
@@ -67,6 +68,8 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     connect(&arrival_, &QTimer::timeout, this, &WebView::lookForArrival);
 
     makePage();
+    connect(this, &WebView::loaded, this, &WebView::findAgain);
+    connect(&engine_->style(), &PageStyle::changed, this, &WebView::takeLook);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && (now == view_ || view_->isAncestorOf(now))) Q_EMIT gotFocus();
     });
@@ -108,6 +111,7 @@ void WebView::makePage() {
     }
     processEnded_ = hangs_ = showsLarge_ = false;
     page_->setZoomFactor(zoom_);
+    page_->setBackgroundColor(engine_->style().ground());
 
     connect(page_, &QWebEnginePage::loadingChanged, this, [this](const QWebEngineLoadingInfo& info) {
         if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus) loadEnded(false);
@@ -333,8 +337,8 @@ QString WebView::selectedText() const {
     return page_->selectedText();
 }
 
-Reply<QString> WebView::selectionHtml() {
-    return as<QString>(ask(QStringLiteral("lirovan.selectionHtml()")));
+Reply<QString> WebView::selectionHtml(bool withMarks) {
+    return as<QString>(ask(QStringLiteral("lirovan.selectionHtml(%1)").arg(withMarks ? u"true" : u"false")));
 }
 
 void WebView::selectAll() {
@@ -349,6 +353,7 @@ bool WebView::eventFilter(QObject* watched, QEvent* event) {
             static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
         return false;
     }
+    if (zoomsWith(*event)) return true;
     const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (!key || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) return false;
     // The page's own key: as the menu's it would copy from the shared content window.

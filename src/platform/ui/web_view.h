@@ -73,10 +73,19 @@ class WebView : public QWidget, public PageView {
     Reply<PagePlace> place(bool ofSelection) override;
     Reply<bool> goTo(const PagePlace& place, bool select) override;
 
+    void outlineMark(QStringView prefix, int number) override;
+    /// Marks every `query` on the page, by the rules of text::TextFinder, and goes to the first one below the
+    /// upper edge of the view; foundChanged() tells while it works. Nothing but blanks ends it. The next page
+    /// is looked through likewise.
+    void findOnPage(const QString& query);
+    /// To the next (+1) or previous (-1) of them, round the page.
+    void stepFound(int step);
     void setZoom(double factor) override;
     bool hasSelection() const override;
     QString selectedText() const override;
     void copy() override;
+    /// The selection without the marks of a search, and below it `source` as a link to `address`.
+    void copyWithSource(const QString& source, const QString& address);
     void print(const PrintTarget& target, std::function<void(bool printed)> finished) override;
 
   Q_SIGNALS:
@@ -85,6 +94,10 @@ class WebView : public QWidget, public PageView {
     void selectionChanged();
     /// Another page has been loaded.
     void loaded();
+    /// `count` were found so far; the one gone to is the `current`th, from 1; 0: none yet.
+    void foundChanged(int count, int current, bool complete);
+    /// Ctrl and the wheel: a step larger (+1) or smaller (-1).
+    void zoomWanted(int step);
     /// The page (its print link) or the view's own menu wants to be printed.
     void printRequested();
     /// A link to a topic of the library, at a place of its page where `place` is not empty.
@@ -103,6 +116,7 @@ class WebView : public QWidget, public PageView {
 
   private:
     struct Question;
+    struct Finding;
     enum class Load {
         Idle,      ///< the page is asked for its state
         Running,   ///< navigate() was called and has not ended
@@ -111,6 +125,14 @@ class WebView : public QWidget, public PageView {
     };
 
     void makePage();
+    /// Gives the page on view the look of the engine's pages.
+    void takeLook();
+    bool zoomsWith(QEvent& event);
+    void findAgain();
+    void findMore();
+    void searchPiece(const QVariantMap& piece);
+    /// Evaluates an expression in passing; `then` gets its value while the finding goes on.
+    void askFinding(const QString& expression, std::function<void(const QVariant&)> then);
     void give(GivenPage page);
     /// The view was given a page at the location that takes seconds to lay out.
     bool isLarge() const;
@@ -143,7 +165,7 @@ class WebView : public QWidget, public PageView {
     Outcome waitFor(Question& question, std::chrono::milliseconds limit);
     /// Lets events run for `time` or until a page has been loaded.
     Outcome pause(std::chrono::milliseconds time);
-    Reply<QString> selectionHtml();
+    Reply<QString> selectionHtml(bool withMarks = true);
     void printSelection(const PrintTarget& target, std::function<void(bool)> finished);
     void printWhole(const PrintTarget& target, std::function<void(bool)> finished);
     /// Hands the page over to a printing under way, which ends it.
@@ -162,6 +184,8 @@ class WebView : public QWidget, public PageView {
     QStringList changes_;      ///< made in place since the page was given; made again when it is loaded again
     bool showsLarge_ = false;  ///< the page on view takes long to let go
     double zoom_ = 1.0;
+    int wheelTurned_ = 0;
+    std::unique_ptr<Finding> finding_;
     Load load_ = Load::Idle;
     bool loadIsAlone_ = false;
     bool processEnded_ = false;

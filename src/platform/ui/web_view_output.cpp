@@ -33,6 +33,18 @@ void WebView::copy() {
     putOnClipboard(text);
 }
 
+void WebView::copyWithSource(const QString& source, const QString& address) {
+    if (!hasSelection()) return;
+    FormattedText text;
+    text.plain = selectedText() + u'\n' + source + u'\n';
+    if (const Reply<QString> html = selectionHtml(false)) {
+        text.html = selectionPage(QStringLiteral("%1<P><A href=\"%2\">%3</A></P>")
+                                      .arg(*html.value, address.toHtmlEscaped(), source.toHtmlEscaped()));
+        text.rtf = rtf::htmlToRtf(text.html);
+    }
+    putOnClipboard(text);
+}
+
 void WebView::print(const PrintTarget& target, std::function<void(bool)> finished) {
     if (target.range == PrintRange::Selection && hasSelection())
         printSelection(target, std::move(finished));

@@ -7,6 +7,7 @@
 #include "shell/ui/child_windows.h"
 #include "shell/ui/command_table.h"
 #include "shell/ui/frmHakkinda.h"
+#include "shell/ui/page_looks.h"
 
 namespace lirovan::shell {
 
@@ -120,9 +121,15 @@ void ChildWindows::nextHit() {
     hits_->DownerPos();
 }
 
+void ChildWindows::restoreZoom() {
+    points_ = std::clamp(looks_->keptPoints(NormalPoints), LeastPoints, MostPoints);
+    zoom_ = static_cast<double>(points_) / NormalPoints;
+}
+
 void ChildWindows::stepZoom(int step) {
     points_ = std::clamp(step == 0 ? NormalPoints : points_ + step * PointStep, LeastPoints, MostPoints);
     const double factor = static_cast<double>(points_) / NormalPoints;
+    looks_->keepPoints(points_);
     const auto zoom = [factor](auto& window) {
         for (WebView* page : {window.wb_Icerik, window.wb_Icerik2}) page->setZoom(factor);
     };

@@ -8,6 +8,7 @@
 #include "data/book_pictures.h"
 #include "shell/ui/command_table.h"
 #include "shell/ui/import_progress.h"
+#include "shell/ui/page_looks.h"
 #include "shell/ui/update_download.h"
 #include "shell/update_check.h"
 
@@ -31,7 +32,10 @@ class ChildWindows::ContentPort : public browse::ContentView {
     bool isMaximized() const override { return window().isMaximized(); }
     bool isLoaded() const override { return windows_.content_; }
     void show() override {
-        if (!window().isMinimized()) return window().show();
+        if (!window().isMinimized()) {
+            window().show();
+            return windows_.uncoverContent();
+        }
         // Restoring activates the window; the reader goes on where the click was.
         QMdiSubWindow* before = windows_.area_.activeSubWindow();
         const QPointer<QWidget> focused = QApplication::focusWidget();
@@ -66,6 +70,12 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
                     return {};
                 }) {
     history_.shown({});
+    looks_ = std::make_unique<PageLooks>(frame, services.registry);
+    restoreZoom();
+    pageCommands_.pageShown = [this](browse::ShownPage page) {
+        if (words_ && page != browse::ShownPage::MarkedPage) words_->setWords({});
+    };
+    connect(&notebook_, &notes::Notebook::linkWanted, this, &ChildWindows::openLink);
     connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::nameActive);
     connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::focusActivePage);
 }
@@ -98,6 +108,9 @@ void ChildWindows::loadBrowse() {
                                             if (searched) searched(query, options);
                                         }});
     browse_->setSearchTab(searchTab_);
+    searchTab_->decisions().wordsShown = [this](std::vector<search::RunWord> words) {
+        if (words_) words_->setWords(std::move(words));
+    };
     connect(browse_, &platform::MdiChild::unloaded, this, [this] {
         lastBrowsePlace();
         closedBrowseWidth_ = browse_->normalPlace().width;
@@ -142,17 +155,14 @@ void ChildWindows::loadContent() {
         content_.clear();
         aboutToShow({});
     });
+    addWordsStrip();
     mark(*window, platform::menu::Icerik);
     connect(window->wb_Icerik, &WebView::loaded, this, [this] { contentDecisions_.pageLoaded(); });
     connect(window, &frm_Icerik::printRequested, this, &ChildWindows::printPageWithDialog);
     connect(window->wb_Icerik2, &WebView::installerRequested, this, [this](const QUrl& installer) {
         downloadInstaller(installer, services_.dialogs, area_.window());
     });
-    for (WebView* page : {window->wb_Icerik, window->wb_Icerik2}) {
-        page->setZoom(zoom_);
-        addToMenu(*page);
-        followTopics(*page);
-    }
+    for (WebView* page : {window->wb_Icerik, window->wb_Icerik2}) equip(*page);
     contentDecisions_.load(lastBrowsePlace(), isBrowseMinimized());
 }
 
@@ -165,6 +175,7 @@ std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
     if (!services_.engine)
         services_.engine =
             platform::WebEngine::create(services_.folder, onServer(services_.updateServer, InstallerPath));
+    looks_->apply(services_.engine);
     services_.engine->picture = [this](qint64 number) -> std::optional<platform::LibraryPicture> {
         auto found = data::picture(library_.database(), number);
         if (!found || !*found) return std::nullopt;
@@ -198,6 +209,13 @@ void ChildWindows::followDraggedBorder() {
     platform::TwipsRect place = browse_->place();
     place.width = content_->place().left;
     browse_->setPlace(place);
+}
+
+void ChildWindows::equip(WebView& page) {
+    page.setZoom(zoom_);
+    addToMenu(page);
+    followTopics(page);
+    connect(&page, &WebView::zoomWanted, this, &ChildWindows::stepZoom);
 }
 
 void ChildWindows::addToMenu(WebView& page) {
@@ -257,9 +275,7 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
             [this](bool paste) { paste ? this->paste() : showNotebook(); });
     window->setPlace(
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
-    window->wb_Icerik->setZoom(zoom_);
-    addToMenu(*window->wb_Icerik);
-    followTopics(*window->wb_Icerik);
+    equip(*window->wb_Icerik);
     window->fill(page);
     window->bringForward();
     window->focusPage();

@@ -19,12 +19,15 @@
 #include "notes/ui/notebook.h"
 #include "search/hit_positions.h"
 #include "search/ui/search_tab.h"
+#include "search/ui/words_strip.h"
 #include "shell/extra_windows.h"
 #include "shell/ui/frm_IcerikN.h"
 #include "shell/ui/frm_yardim.h"
 #include "shell/ui/services.h"
 
 namespace lirovan::shell {
+
+class PageLooks;
 
 class ChildWindows : public QObject {
     Q_OBJECT
@@ -73,6 +76,13 @@ class ChildWindows : public QObject {
     void changeContentFontSize(int step);
     /// Zoom of the active content window, shared or extra: a step up or down, 0 for the page as written.
     void stepZoom(int step);
+    void restoreZoom();      ///< as it was when the program was closed
+    void findOnPage();       ///< the strip under the page of the active content window
+    void placeSideBySide();  ///< the content window and the newest extra window
+    void toggleWords();      ///< the strip of the run's words
+    /// A link of a note: to a place in a topic, or to a foreign address, which is asked about.
+    void openLink(const QString& address);
+    PageLooks& looks() { return *looks_; }
     void openInNewWindow();
     void previousHit();
     void nextHit();
@@ -131,7 +141,11 @@ class ChildWindows : public QObject {
     void showTab(browse::Tab tab);
     void focusContentView();
     platform::PageView* shownPage();  ///< null when the content window is not loaded
+    void uncoverContent();
+    void addWordsStrip();
     void addToMenu(platform::WebView& page);
+    /// What all pages of content windows have: zoom, menu, links.
+    void equip(platform::WebView& page);
     void followTopics(platform::WebView& page);
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
@@ -181,6 +195,8 @@ class ChildWindows : public QObject {
     QPointer<QWidget> continueStrip_;
     ExtraWindows<frm_IcerikN> extra_;
     notes::Notebook notebook_;
+    std::unique_ptr<PageLooks> looks_;
+    QPointer<search::WordsStrip> words_;
     double zoom_ = 1;  // of the shared content window
     int points_ = 10;  // of mnu_yazi
     QPointer<frm_yardim> help_;

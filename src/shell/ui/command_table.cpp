@@ -4,6 +4,7 @@
 
 #include "platform/core/main_frame.h"
 #include "shell/ui/child_windows.h"
+#include "shell/ui/page_looks.h"
 
 namespace lirovan::shell {
 
@@ -111,6 +112,74 @@ constexpr CommandRow Yazi[] = {
     {u"mnu_YKucult", SmallerZoom, u"Yazı Boyutunu Küçült", {}, Lockable, [](W& w) { w.stepZoom(-1); }},
 };
 
+constexpr CommandRow Gorunum[] = {
+    {u"mnu_Beyaz", ChangeLook, u"&Beyaz", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Beyaz"); }},
+    {u"mnu_Sepya", ChangeLook, u"&Sepya", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Sepya"); }},
+    {u"mnu_Gece", ChangeLook, u"&Gece", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Gece"); }},
+    {u"mnu_Masaustu",
+     ChangeLook,
+     u"&Masaüstü Gibi",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_Masaustu"); }},
+    {u"sep20"},
+    {u"mnu_Tirnakli",
+     ChangeLook,
+     u"&Tırnaklı Yazı",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_Tirnakli"); }},
+    {u"sep21"},
+    {u"mnu_SatirTam",
+     ChangeLook,
+     u"Satırlar Pencere Boyunca",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_SatirTam"); }},
+    {u"mnu_SatirGenis",
+     ChangeLook,
+     u"Geniş Satırlar",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_SatirGenis"); }},
+    {u"mnu_SatirOrta",
+     ChangeLook,
+     u"Orta Satırlar",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_SatirOrta"); }},
+    {u"mnu_SatirDar",
+     ChangeLook,
+     u"Dar Satırlar",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_SatirDar"); }},
+    {u"sep22"},
+    {u"mnu_AralikNormal",
+     ChangeLook,
+     u"Olağan Satır Aralığı",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_AralikNormal"); }},
+    {u"mnu_AralikGenis",
+     ChangeLook,
+     u"Geniş Satır Aralığı",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_AralikGenis"); }},
+    {u"mnu_AralikCok",
+     ChangeLook,
+     u"Çok Geniş Satır Aralığı",
+     {},
+     Checked,
+     [](W& w) { w.looks().choose(u"mnu_AralikCok"); }},
+    {u"sep23"},
+    {u"mnu_Yaklastir", LargerZoom, u"&Yakınlaştır", u"Ctrl++; Ctrl+=", Lockable,
+     [](W& w) { w.stepZoom(+1); }},
+    {u"mnu_Uzaklastir", SmallerZoom, u"&Uzaklaştır", u"Ctrl+-", Lockable, [](W& w) { w.stepZoom(-1); }},
+    {u"mnu_GercekBoyut", NormalZoom, u"Gerçek B&oyut", u"Ctrl+0", Lockable, [](W& w) { w.stepZoom(0); }},
+};
+
 constexpr CommandRow Okuma[] = {
     {u"mnu_Geri", GoBack, u"&Geri", u"Alt+Left", Lockable, [](W& w) { w.goInHistory(-1); }},
     {u"mnu_Ileri", GoForward, u"&İleri", u"Alt+Right", Lockable, [](W& w) { w.goInHistory(+1); }},
@@ -129,6 +198,11 @@ constexpr CommandRow Okuma[] = {
     {u"mnu_YerImleri", ShowBookmarks, u"Yer İm&leri...", u"Ctrl+Shift+D", Lockable,
      [](W& w) { w.showBookmarks(); }},
     {u"sep8"},
+    {u"mnu_SayfadaBul", FindOnPage, u"Sayfada &Bul...", u"Ctrl+F", Plain, [](W& w) { w.findOnPage(); }},
+    {u"mnu_KelimeSeridi", ToggleWords, u"Kelime &Şeridi", u"Ctrl+K", Checked, [](W& w) { w.toggleWords(); }},
+    {u"mnu_YanYana", PlaceSideBySide, u"&Yan Yana Diz", {}, Plain, [](W& w) { w.placeSideBySide(); }},
+    {u"mnu_GorunumAc", OpenMenu, u"&Görünüm", {}, Plain, nullptr, u"mnu_Gorunum"},
+    {u"sep11"},
     {u"mnu_Dagilim", ShowDistribution, u"&Dağılım", u"Ctrl+Shift+G", Lockable,
      [](W& w) { w.showDistribution(); }},
     {u"mnu_Baglam", ShowContexts, u"&Bağlam Listesi", u"Ctrl+Shift+B", Lockable,
@@ -157,7 +231,8 @@ constexpr CommandRow Yardim[] = {
 constexpr CommandBar Menus[] = {
     {u"mnu_AnaMenu", u"&Ana Menü", AnaMenu}, {u"mnu_Duzen", u"&Düzen", Duzen},
     {u"mnu_listele", {}, Listele},           {u"mnu_yazi", {}, Yazi},
-    {u"mnu_Okuma", u"&Okuma", Okuma},        {u"mnu_Yardim", u"&Yardım", Yardim},
+    {u"mnu_Gorunum", {}, Gorunum},           {u"mnu_Okuma", u"&Okuma", Okuma},
+    {u"mnu_Yardim", u"&Yardım", Yardim},
 };
 
 }  // namespace

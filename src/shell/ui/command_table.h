@@ -47,6 +47,11 @@ enum class Command {
     AddBookmark,
     ShowBookmarks,
     ToggleContinues,
+    OpenMenu,
+    ChangeLook,
+    FindOnPage,
+    ToggleWords,
+    PlaceSideBySide,
     AddBooks,
     RemoveBooks,
     OpenLibrary,
@@ -77,9 +82,10 @@ struct CommandRow {
     QStringView name;  ///< of the menu item or the button; empty for a plain separator
     Command command = Command::None;
     QStringView caption = {};  ///< in a menu with its access key; of a button the tooltip
-    QStringView key = {};      ///< "Ctrl+E"
+    QStringView key = {};      ///< "Ctrl+E", or several: "Ctrl++; Ctrl+="
     RowState state = RowState::Plain;
     void (*run)(ChildWindows&) = nullptr;
+    QStringView opens = {};  ///< of Command::OpenMenu: the pop-up menu, one of those above its own
 
     bool isSeparator() const { return command == Command::None; }
 };

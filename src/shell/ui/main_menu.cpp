@@ -18,18 +18,22 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar) {
 }
 
 void MainMenu::addRow(QMenu& menu, const CommandRow& row) {
-    QAction* action = row.isSeparator() ? menu.addSeparator() : menu.addAction(row.caption.toString());
+    QAction* action = row.isSeparator()   ? menu.addSeparator()
+                      : row.opens.empty() ? menu.addAction(row.caption.toString())
+                                          : menu.addMenu(popUp(row.opens));
+    if (!row.opens.empty()) action->setText(row.caption.toString());
     action->setObjectName(row.name.toString());
     action->setCheckable(has(row.state, RowState::Checked));
     action->setChecked(action->isCheckable());
     action->setVisible(!has(row.state, RowState::Hidden));
-    if (!row.key.empty()) action->setShortcut(QKeySequence(row.key.toString()));
+    if (!row.key.empty()) action->setShortcuts(QKeySequence::listFromString(row.key.toString()));
+    actions_.insert(row.name.toString(), action);
+    if (!row.run) return;
     connect(action, &QAction::triggered, this, [this, &row, action] {
         // The command itself decides about its check mark.
         if (action->isCheckable()) action->setChecked(!action->isChecked());
         Q_EMIT chosen(row);
     });
-    actions_.insert(row.name.toString(), action);
 }
 
 void MainMenu::show(const CommandState& state) {

@@ -59,7 +59,7 @@ bool ChildWindows::showAgain(const desk::History::Entry& entry) {
     const platform::MdiChild::Hold hold(*content_);
     platform::PageView& page = content_->shownPage();
     page.waitUntilComplete();
-    if (entry.page.kind == PageIdentity::Kind::MarkedPage && entry.hit > 0) hits_->goTo(entry.hit);
+    if (entry.page.kind == PageIdentity::Kind::MarkedPage && entry.hit > 0) hits_->goToStop(entry.hit);
     if (entry.place) page.goTo(*entry.place, false);
     return true;
 }
@@ -147,7 +147,7 @@ void ChildWindows::stepHit(int step) {
     searchTab_->open(*next);
     if (step > 0 || !content_) return;
     const platform::MdiChild::Hold hold(*content_);
-    hits_->goTo(std::numeric_limits<qint32>::max());
+    hits_->goToStop(std::numeric_limits<qint32>::max());
 }
 
 }  // namespace lirovan::shell

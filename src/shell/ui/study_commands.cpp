@@ -65,7 +65,7 @@ void ChildWindows::openHit(const search::SearchRun& run, const search::HitPlace&
     const std::optional<qint32> anchor = searchTab_->decisions().openHit(run, hit);
     if (!anchor || !content_) return;
     const platform::MdiChild::Hold hold(*content_);
-    hits_->goTo(*anchor);
+    hits_->goToButton(*anchor);
 }
 
 void ChildWindows::showBeside(QWidget* window, const QString& name) {

@@ -1,0 +1,91 @@
+// Finding on the page: the page hands its text out in pieces, what is found in one is marked before the next
+// is asked for, so that neither the window nor the page stands still (page_find.js).
+#include <QVariantMap>
+#include <QWebEngineScript>
+
+#include "platform/ui/content_page.h"
+#include "platform/ui/web_view_finding.h"
+
+namespace lirovan::platform {
+
+namespace {
+
+QString placesText(const std::vector<text::TextRange>& hits, qsizetype again) {
+    QString places;
+    for (const text::TextRange& hit : hits) {
+        // It was found at the end of the piece before.
+        if (hit.end <= again) continue;
+        places += QString::number(hit.begin) + u',' + QString::number(hit.end) + u',';
+    }
+    return places;
+}
+
+}  // namespace
+
+void WebView::askFinding(const QString& expression, std::function<void(const QVariant&)> then) {
+    const QPointer self(this);
+    page_->runJavaScript(expression, QWebEngineScript::ApplicationWorld,
+                         [self, run = finding_->run, then = std::move(then)](const QVariant& value) {
+                             if (self && self->finding_ && self->finding_->run == run) then(value);
+                         });
+}
+
+void WebView::findOnPage(const QString& query) {
+    if (text::TextFinder(query).isEmpty()) {
+        if (finding_)
+            page_->runJavaScript(QStringLiteral("lirovanFind.clear()"), QWebEngineScript::ApplicationWorld);
+        finding_.reset();
+        Q_EMIT foundChanged(0, 0, true);
+        return;
+    }
+    const int run = finding_ ? finding_->run : 0;
+    finding_ = std::make_unique<Finding>(query);
+    finding_->run = run;
+    findAgain();
+}
+
+void WebView::findAgain() {
+    if (!finding_) return;
+    const int run = finding_->run;
+    *finding_ = Finding(finding_->query);
+    finding_->run = run + 1;
+    page_->runJavaScript(QStringLiteral("lirovanFind.begin()"), QWebEngineScript::ApplicationWorld);
+    findMore();
+}
+
+void WebView::findMore() {
+    askFinding(QStringLiteral("lirovanFind.more()"), [this](const QVariant& value) {
+        const QVariantMap piece = value.toMap();
+        if (!piece.isEmpty()) return searchPiece(piece);
+        finding_->complete = true;
+        Q_EMIT foundChanged(finding_->count, finding_->current + 1, true);
+    });
+}
+
+void WebView::searchPiece(const QVariantMap& piece) {
+    const auto hits = finding_->finder.all(piece.value(QStringLiteral("text")).toString());
+    const QString places = placesText(hits, piece.value(QStringLiteral("again")).toLongLong());
+    const int number = finding_->pieces++;
+    finding_->count += static_cast<int>(places.count(u',') / 2);
+    const bool isLast = piece.value(QStringLiteral("isLast")).toBool();
+    const auto next = [this, isLast](const QVariant& current) {
+        finding_->current = current.toInt();
+        finding_->complete = isLast;
+        Q_EMIT foundChanged(finding_->count, finding_->current + 1, isLast);
+        if (!isLast) findMore();
+    };
+    if (places.isEmpty() && !isLast) return findMore();
+    QString expression = QStringLiteral("lirovanFind.mark(%1,[%2])").arg(number).arg(places);
+    if (isLast) expression = u'(' + expression + QStringLiteral(",lirovanFind.choose(true))");
+    askFinding(expression, next);
+}
+
+void WebView::stepFound(int step) {
+    if (!finding_ || finding_->count == 0 || finding_->current < 0) return;
+    finding_->current = (finding_->current + step + finding_->count) % finding_->count;
+    page_->runJavaScript(QStringLiteral("lirovanFind.show(%1)").arg(finding_->current),
+                         QWebEngineScript::ApplicationWorld);
+    Q_EMIT foundChanged(finding_->count, finding_->current + 1, finding_->complete);
+}
+
+}  // namespace lirovan::platform

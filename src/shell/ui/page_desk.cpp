@@ -1,0 +1,90 @@
+// Commands of "Okuma" on the page that is read: finding on it, and pages beside each other.
+#include <QDesktopServices>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "browse/topic_link.h"
+#include "browse/ui/find_strip.h"
+#include "shell/ui/child_windows.h"
+#include "shell/ui/page_looks.h"
+
+namespace lirovan::shell {
+
+void ChildWindows::findOnPage() {
+    QMdiSubWindow* window = qobject_cast<frm_IcerikN*>(area_.activeSubWindow());
+    if (!window) window = content_;
+    if (!window || window->isHidden()) return;
+    if (window->isMinimized()) window->showNormal();
+    area_.setActiveSubWindow(window);
+    if (auto* strip = window->findChild<browse::FindStrip*>()) strip->open();
+}
+
+void ChildWindows::placeSideBySide() {
+    frm_IcerikN* extra = extra_.at(extra_.highest());
+    if (!extra) return frame_.showPassingText(QStringLiteral("Yan yana dizilecek yeni pencere yok."));
+    frm_IcerikN* const window = extra;
+    browse::frm_Icerik& content = contentWindow();
+    content.bringForward();
+    window->bringForward();
+    QRect room = area_.contentsRect();
+    if (browse_ && browse_->isVisible() && !browse_->isMinimized() && !browse_->isMaximized())
+        room.setLeft(std::min(browse_->geometry().right() + 1, room.right() - room.width() / 3));
+    for (QMdiSubWindow* each : {static_cast<QMdiSubWindow*>(&content), static_cast<QMdiSubWindow*>(window)})
+        if (each->isMaximized() || each->isMinimized()) each->showNormal();
+    QRect left = room;
+    left.setWidth(room.width() / 2);
+    content.setGeometry(left);
+    window->setGeometry(room.adjusted(left.width(), 0, 0, 0));
+}
+
+// A page that a tree shows would not be seen under an extra window.
+void ChildWindows::uncoverContent() {
+    QMdiSubWindow* active = area_.activeSubWindow();
+    const std::vector<frm_IcerikN*> open = extra_.open();
+    const bool covered = std::any_of(open.begin(), open.end(), [this](const frm_IcerikN* window) {
+        return window->isVisible() && window->geometry().intersects(content_->geometry());
+    });
+    if (!covered || content_ == active) return;
+    content_->raise();
+    if (active && !qobject_cast<frm_IcerikN*>(active)) active->raise();
+}
+
+void ChildWindows::addWordsStrip() {
+    words_ = new search::WordsStrip(content_->widget());
+    static_cast<QVBoxLayout*>(content_->widget()->layout())->insertWidget(0, words_);
+    words_->setWanted(looks_->wordsShown());
+    words_->chosen = [this](const search::RunWord& word) {
+        if (isBusy() || !content_) return;
+        const platform::MdiChild::Hold hold(*content_);
+        hits_->goToNextOf(word.hits);
+    };
+}
+
+void ChildWindows::toggleWords() {
+    looks_->showWords(!looks_->wordsShown());
+    if (words_) words_->setWanted(looks_->wordsShown());
+}
+
+void ChildWindows::openLink(const QString& address) {
+    if (const auto link = browse::topicLinkOf(address)) {
+        if (isBusy()) return;
+        if (!browseWindow().openTopic(link->topic))
+            return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
+        content_->bringForward();
+        const platform::MdiChild::Hold hold(*content_);
+        content_->wb_Icerik->waitUntilComplete();
+        platform::PagePlace place;
+        place.passage = link->passage;
+        if (!place.passage.isEmpty()) content_->wb_Icerik->goTo(place, true);
+        content_->wb_Icerik->setFocus();
+        return;
+    }
+    const platform::Message question{QStringLiteral("Bu bağ programın dışına çıkar:\n\n%1\n\n"
+                                                    "Masaüstünün tarayıcısında açılsın mı?")
+                                         .arg(address),
+                                     QStringLiteral("Bağ"), platform::Icon::Question,
+                                     platform::Buttons::YesNo};
+    if (services_.dialogs.show(question) == platform::Answer::Yes) QDesktopServices::openUrl(QUrl(address));
+}
+
+}  // namespace lirovan::shell
