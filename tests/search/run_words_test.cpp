@@ -10,12 +10,12 @@ using namespace lirovan::search;
 using namespace Qt::StringLiterals;
 
 TEST(RunWords, CountsWordsHereAndInTheRunAndKnowsTheirHits) {
-    SearchRun run = startRun(u"deniz kum yok"_s, {});
-    completeRun(run, {}, [](const QString&) { return QStringList(); });
+    SearchRun run = startRun({.query = u"deniz kum yok"_s}, u"deniz kum yok"_s);
+    completeRun(run, [](const QString&) { return QStringList(); });
     run.tally.counts.assign(static_cast<size_t>(run.AramaKelimeleri.size()), 0);
     run.tally.counts[static_cast<size_t>(run.AramaKelimeleri.indexOf(u"deniz"_s))] = 112;
     run.tally.counts[static_cast<size_t>(run.AramaKelimeleri.indexOf(u"kum"_s))] = 5;
-    const HighlightedText marks = markHits(u"<p>kum deniz kum denizde</p>"_s, wordsToMark(run), run, false);
+    const HighlightedText marks = markHits(u"<p>kum deniz kum denizde</p>"_s, wordsToMark(run), run);
     const std::vector<RunWord> words = runWords(run, marks);
     ASSERT_EQ(words.size(), 2U) << "what the run did not find is left out";
     EXPECT_EQ(wordCaption(words[0]), u"deniz  2 / 112");

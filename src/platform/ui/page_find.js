@@ -3,7 +3,9 @@
 (function () {
   'use strict';
 
-  const PIECE = 200000, MOST_MARKS = 20000;
+  const PIECE = 200000;
+  // So many are marked in front of what is seen and behind it: each costs time with every painting.
+  const AROUND = 1500;
   // No text goes on from one of these to what is around it.
   const BLOCKS = new Set(('address article aside blockquote body caption center dd details dir div dl dt fieldset figure ' +
     'footer form h1 h2 h3 h4 h5 h6 header hr html li listing main menu nav ol p pre section summary table tbody td tfoot th ' +
@@ -29,6 +31,7 @@
   document.adoptedStyleSheets = [...adopted(document), sheet];
 
   let walker = null, pending = null, pieces = [], ranges = [], chosen = -1, from = 0;
+  let middle = 0, isDue = false;  // of the marks around what is seen
 
   function clear() {
     all.clear();
@@ -37,6 +40,7 @@
     pieces = [];
     ranges = [];
     chosen = -1;
+    middle = 0;
   }
 
   function begin() {
@@ -113,7 +117,7 @@
       at = begin;
       const range = new StaticRange({startContainer, startOffset, endContainer, endOffset});
       ranges.push(range);
-      if (all.size < MOST_MARKS) all.add(range);
+      if (ranges.length <= 2 * AROUND) all.add(range);
     }
     return choose(false);
   }
@@ -125,19 +129,39 @@
     return live.getBoundingClientRect();
   }
 
+  const isBelow = i => placeOf(ranges[i]).bottom > 0;
+
+  // The first hit at or below the upper edge of the view, among those from `low` on; the last one where none is.
+  function firstBelow(low) {
+    let high = ranges.length - 1;
+    while (low < high) {
+      const middle = (low + high) >> 1;
+      if (isBelow(middle)) high = middle; else low = middle + 1;
+    }
+    return low;
+  }
+
+  // With very many hits the marks go along with what is seen.
+  function markAround() {
+    isDue = false;
+    if (ranges.length <= 2 * AROUND) return;
+    const here = firstBelow(0);
+    if (Math.abs(here - middle) < AROUND / 2 && all.size > AROUND) return;
+    middle = here;
+    all.clear();
+    for (const range of ranges.slice(Math.max(0, here - AROUND), here + AROUND)) all.add(range);
+  }
+
+  addEventListener('scroll', () => {
+    if (!isDue) requestAnimationFrame(markAround);
+    isDue = true;
+  }, {passive: true});
+
   // The first hit at or below the upper edge of the view becomes the current one, once it is known; where there is
   // none, the first of the page.
   function choose(isComplete) {
     if (chosen >= 0 || !ranges.length) return chosen;
-    const isBelow = i => placeOf(ranges[i]).bottom > 0;
-    if (isBelow(ranges.length - 1)) {
-      let low = from, high = ranges.length - 1;
-      while (low < high) {
-        const middle = (low + high) >> 1;
-        if (isBelow(middle)) high = middle; else low = middle + 1;
-      }
-      return show(low);
-    }
+    if (isBelow(ranges.length - 1)) return show(firstBelow(from));
     from = ranges.length;
     return isComplete ? show(0) : -1;
   }

@@ -67,7 +67,7 @@ QString cleanFontName(QStringView name) {
 QString cleanLink(QStringView address) {
     constexpr qsizetype longest = 2000;
     constexpr QStringView schemes[] = {u"konu:", u"http://", u"https://", u"mailto:"};
-    constexpr std::string_view unsafe = "\"\\{}<>^`|%";
+    constexpr std::string_view digits = "0123456789ABCDEF", unsafe = "\"\\{}<>^`|%";
     const QString trimmed = address.trimmed().toString();
     const auto known = [&](QStringView scheme) { return trimmed.startsWith(scheme); };
     if (trimmed.size() > longest || std::none_of(std::begin(schemes), std::end(schemes), known)) return {};
@@ -80,7 +80,7 @@ QString cleanLink(QStringView address) {
         if (written || (c > ' ' && c < '\x7f' && unsafe.find(c) == std::string_view::npos))
             clean += c;
         else
-            clean += '%' + QByteArray(1, c).toHex().toUpper();
+            for (const char digit : {'%', digits[uchar(c) >> 4], digits[uchar(c) & 15]}) clean += digit;
     }
     return clean.size() > longest ? QString() : QString::fromLatin1(clean);
 }
