@@ -5,16 +5,20 @@
 #include <set>
 
 #include "search/word_list.h"
+#include "text/comparison.h"
 
+using namespace lirovan;
 using namespace lirovan::search;
 using namespace Qt::StringLiterals;
 
 TEST(RunWords, CountsWordsHereAndInTheRunAndKnowsTheirHits) {
     SearchRun run = startRun({.query = u"deniz kum yok"_s}, u"deniz kum yok"_s);
     completeRun(run, [](const QString&) { return QStringList(); });
-    run.tally.counts.assign(static_cast<size_t>(run.AramaKelimeleri.size()), 0);
-    run.tally.counts[static_cast<size_t>(run.AramaKelimeleri.indexOf(u"deniz"_s))] = 112;
-    run.tally.counts[static_cast<size_t>(run.AramaKelimeleri.indexOf(u"kum"_s))] = 5;
+    // Of a word and its I variant the first one is counted.
+    for (const QString& entry : run.AramaKelimeleri) {
+        const bool isSea = text::equal(entry, u"deniz", text::Comparison::CaseInsensitive);
+        run.tally.counts.push_back(isSea ? 112 : entry == u"kum" ? 5 : 0);
+    }
     const HighlightedText marks = markHits(u"<p>kum deniz kum denizde</p>"_s, wordsToMark(run), run);
     const std::vector<RunWord> words = runWords(run, marks);
     ASSERT_EQ(words.size(), 2U) << "what the run did not find is left out";
