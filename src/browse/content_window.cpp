@@ -54,7 +54,7 @@ void ContentWindow::load(const platform::TwipsRect& browse, bool browseMinimized
     frame_.setMenuChecked(menu::Icerik, true);
     page_.showPageCommands(ShownPage::None);
     view_.setPlace(contentPlaceAtLoad(browse, browseMinimized, frame_.width(), frame_.height()));
-    view_.wb_Icerik2().navigate(folder_.pageText(StartPageOfWindow));
+    loadStartPage();
 }
 
 void ContentWindow::resize() {
@@ -78,6 +78,10 @@ void ContentWindow::pageFocused(bool clipboardHasText) {
     frame_.setButtonEnabled(button::Cut, true);
     frame_.setButtonEnabled(button::Copy, true);
     browse::pageFocused(frame_, clipboardHasText);
+}
+
+void ContentWindow::loadStartPage() {
+    view_.wb_Icerik2().navigate(folder_.pageText(StartPageOfWindow));
 }
 
 void ContentWindow::pageLoaded() {

@@ -43,6 +43,7 @@ class ContentWindow {
     void pageFocused(bool clipboardHasText);
     /// wb_Icerik has another page: the start page, which the page's own menu leads to, has no topic's name.
     void pageLoaded();
+    void loadStartPage();  ///< at the load, and when it is another one
 
     /// ChangeFontSize — larger (+1) or smaller (-1) type; the hits of the page are measured anew.
     void ChangeFontSize(int step);

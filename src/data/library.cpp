@@ -85,7 +85,9 @@ Library Library::ofDatabase(Database database) {
 Result<Library> Library::reopened() const {
     Result<Database> database = Database::open(path(), OpenMode::ReadOnly);
     if (!database) return database.error();
-    return ofDatabase(std::move(*database));
+    Library again = ofDatabase(std::move(*database));
+    again.useScript(scriptIfNone_);
+    return again;
 }
 
 Result<Rows<Author>> Library::authors() const {
@@ -142,7 +144,8 @@ Result<QString> Library::script() const {
     if (!statement) return statement.error();
     const Result<platform::Step> step = statement->step();
     if (!step) return step.error();
-    return *step == platform::Step::Row ? statement->text(catalogue::ScriptColumn) : QString();
+    const QString own = *step == platform::Step::Row ? statement->text(catalogue::ScriptColumn) : QString();
+    return own.isEmpty() ? scriptIfNone_ : own;
 }
 
 Result<void> Library::copyTo(const QString& path) const {

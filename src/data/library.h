@@ -63,8 +63,9 @@ class Library {
                                                                  std::optional<qint64> headingRow = {}) const;
     platform::Result<std::optional<TopicText>> topic(TopicId topic) const;
 
-    /// The fragment in the first row of tbl_scripts; empty where there is no row.
+    /// The fragment in the first row of tbl_scripts; where there is none, the one given with useScript().
     platform::Result<QString> script() const;
+    void useScript(const QString& fragment) { scriptIfNone_ = fragment; }
 
     /// Writes the whole library into the new file `path`.
     platform::Result<void> copyTo(const QString& path) const;
@@ -79,7 +80,7 @@ class Library {
 
   private:
     platform::Database database_;
-    QString connectionString_;
+    QString connectionString_, scriptIfNone_;
 };
 
 }  // namespace lirovan::data

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "platform/core/library_layout.h"
+#include "platform/core/own_pages.h"
 
 namespace lirovan::data {
 
@@ -83,6 +84,13 @@ Result<void> LibraryWriter::addScript(QStringView fragment) {
 Result<void> LibraryWriter::finish() {
     if (const Result<void> made = platform::createIndexes(database_, LayoutKind::Library); !made) return made;
     return transaction_.commit();
+}
+
+Result<void> makeEmptyLibrary(const QString& path) {
+    Result<LibraryWriter> writer = LibraryWriter::create(path);
+    if (!writer) return writer.error();
+    if (const Result<void> added = writer->addScript(platform::ownFragment()); !added) return added;
+    return writer->finish();
 }
 
 }  // namespace lirovan::data

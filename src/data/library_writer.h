@@ -39,4 +39,7 @@ class LibraryWriter {
     qint64 topics_ = 0, scripts_ = 0;
 };
 
+/// Makes the new file `path`: a library without books, whose pages have the program's own fragment.
+platform::Result<void> makeEmptyLibrary(const QString& path);
+
 }  // namespace lirovan::data

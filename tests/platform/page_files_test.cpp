@@ -79,3 +79,22 @@ TEST(CodePage, WritesTurkishAndReferencesForTheRest) {
     for (const auto& [text, bytes] : cases) EXPECT_EQ(toWindows1254(text), bytes);
     EXPECT_EQ(fromWindows1254(toWindows1254(u"Şimdi «işte» €")), u"Şimdi «işte» €");
 }
+
+TEST_F(PageFilesTest, AreTheProgramsOwnWhereTheFolderHasNone) {
+    PageAccess bare(folder);
+    QFile::remove(page);
+    const auto content = [&](const QString& name) {
+        const auto file = bare.fileAt(bare.address(folder.path(u"\\OKU\\"_s + name)));
+        return file ? bare.contentOf(*file) : u"yok"_s;
+    };
+    EXPECT_EQ(content(u"oku.html"_s), u"yok") << "what the program writes is not made up";
+    EXPECT_EQ(content(u"../print.gif"_s), u"yok");
+    EXPECT_TRUE(QFile(content(u"print.gif"_s)).open(QIODevice::ReadOnly));
+    const QString ordinary = content(u"VQ.HTM"_s);
+    bare.setFirstPage(FirstPage::OfEmptyLibrary);
+    const QString empty = content(u"VQ.HTM"_s);
+    EXPECT_TRUE(ordinary != empty && QFile::exists(ordinary) && QFile::exists(empty));
+    EXPECT_EQ(bare.contentType(folder.path(u"\\OKU\\vq.htm")), "text/html") << "it names its encoding";
+    writeFile(page, "benim");
+    EXPECT_EQ(content(u"VQ.HTM"_s), page) << "the folder's own page goes first";
+}

@@ -7,6 +7,7 @@
 #include "shell/application_folder.h"
 #include "shell/extra_windows.h"
 #include "shell/page_printing.h"
+#include "shell/recent_libraries.h"
 #include "shell/reg_api.h"
 #include "shell/update_check.h"
 #include "support/fake_windows.h"
@@ -203,4 +204,26 @@ TEST(RegApi, ReadsBackWhatItWroteKeepsItBetweenRunsAndHoldsTheInstallPath) {
     EXPECT_EQ(api.readValue(InstallKey, InstallValue), RegValue(u"/srv/lirovan "_s)) << "but for blanks";
     EXPECT_TRUE(
         test::readFile(file).contains("[SOFTWARE]\nLirovan\\LirovanKey\\LirovanKey=\"/srv/lirovan \""));
+}
+
+TEST(RecentLibraries, AreTheLastEightWithoutTheOneThatIsOpen) {
+    const QTemporaryDir place;
+    const QString file = place.filePath(u"ayar.ini"_s);
+    for (int i = 1; i <= 12; ++i) {
+        reg_api run(file);  // each a run of its own
+        rememberLibrary(run, u"/k/%1 ğ"_s.arg(i));
+    }
+    reg_api api(file);
+    rememberLibrary(api, u"/k/7 ğ"_s);
+    const auto numbers = [&](const QString& open) {
+        QString all;
+        for (const QString& folder : recentLibraries(api, open)) all += folder.mid(3).chopped(2) + u' ';
+        return all;
+    };
+    EXPECT_EQ(numbers(u"/k/7 ğ"_s), u"12 11 10 9 8 6 5 4 ");
+    EXPECT_EQ(numbers(u"/baska"_s), u"7 12 11 10 9 8 6 5 ");
+    forgetLibrary(api, u"/k/10 ğ"_s);
+    EXPECT_EQ(numbers(u"/k/7 ğ"_s), u"12 11 9 8 6 5 4 ");
+    EXPECT_EQ(libraryCaption(u"/uzun/yol/Kitaplarım"_s, 5), u"Kitaplarım  (…/yol)");
+    EXPECT_EQ(libraryCaption(u"/"_s), u"/");
 }

@@ -318,6 +318,8 @@ TEST(Companion, AddsBooksFromFilesAndTakesThemOut) {
               "\"resim\":0}\n");
     EXPECT_TRUE(call({u"ara"_s, library, u"hakikat"_s}).out.contains("\"bulunan\":1"));
     EXPECT_EQ(call({u"denetle"_s, library}).status, 0);
+    EXPECT_TRUE(call({u"konu"_s, library, u"1001"_s, u"--klasor"_s, u"/k"_s}).out.contains("/k\\OKU\\VQ.htm"))
+        << "a new library's pages have no fragment";
 
     const QByteArray before = readFile(library);
     const Called again = call({u"ekle"_s, library, good});

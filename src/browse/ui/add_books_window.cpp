@@ -1,9 +1,12 @@
 #include "browse/ui/add_books_window.h"
 
+#include <QDragEnterEvent>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QMimeData>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -21,6 +24,8 @@ namespace {
 
 constexpr QSize FirstSize{820, 560};
 constexpr int ProgressSteps = 1000;
+const QString BookFilter =
+    u"Kitaplar (*.epub *.html *.htm *.xhtml *.md *.markdown *.txt *.docx *.odt *.fb2 *.rtf);;Bütün dosyalar (*)"_s;
 
 template <class W>
 W* named(W* widget, const QString& name) {
@@ -36,6 +41,8 @@ AddBooksWindow::AddBooksWindow(const QStringList& paths, QString library, QWidge
       library_(std::move(library)),
       reader_(std::move(reader)),
       files_(named(new QListWidget, u"books"_s)),
+      chooseFiles_(named(new QPushButton(u"&Dosya Seç..."_s), u"chooseFiles"_s)),
+      chooseFolder_(named(new QPushButton(u"K&lasör Seç..."_s), u"chooseFolder"_s)),
       author_(named(new QLineEdit, u"author"_s)),
       title_(named(new QLineEdit, u"title"_s)),
       present_(named(new QLabel, u"present"_s)),
@@ -54,10 +61,13 @@ AddBooksWindow::AddBooksWindow(const QStringList& paths, QString library, QWidge
     files_->setWordWrap(true);
     files_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     outline_->setAccessibleName(u"İçindekiler"_s);
+    setAcceptDrops(true);
+    auto* left = new QWidget;
+    left->setLayout(sources());
     auto* right = new QWidget;
     right->setLayout(preview());
     auto* halves = new QSplitter;
-    halves->addWidget(files_);
+    halves->addWidget(left);
     halves->addWidget(right);
     halves->setStretchFactor(1, 1);
     halves->setChildrenCollapsible(false);
@@ -80,10 +90,24 @@ AddBooksWindow::AddBooksWindow(const QStringList& paths, QString library, QWidge
         progress_->setValue(total > 0 ? int(done * ProgressSteps / total) : 0);
     });
 
-    for (const QString& file : platform::bookFiles(paths)) waiting_.push_back(file);
-    if (waiting_.empty()) state_->setText(u"Burada eklenebilecek bir kitap dosyası yok."_s);
+    connect(chooseFiles_, &QPushButton::clicked, this, &AddBooksWindow::chooseFiles);
+    connect(chooseFolder_, &QPushButton::clicked, this, &AddBooksWindow::chooseFolder);
+
+    state_->setText(u"Dosya ya da klasör seçin; bu pencereye de bırakabilirsiniz."_s);
     showCandidate(-1);
-    readNext();
+    refreshButtons();
+    if (!paths.isEmpty()) take(paths);
+}
+
+QLayout* AddBooksWindow::sources() {
+    auto* choose = new QHBoxLayout;
+    choose->addWidget(chooseFiles_);
+    choose->addWidget(chooseFolder_);
+    auto* layout = new QVBoxLayout;
+    layout->setContentsMargins({});
+    layout->addWidget(files_, 1);
+    layout->addLayout(choose);
+    return layout;
 }
 
 QLayout* AddBooksWindow::preview() {
@@ -131,6 +155,38 @@ void AddBooksWindow::reject() {
     work_.stop();
     waiting_.clear();
     toAdd_.clear();
+}
+
+// ---- Which files ----
+
+void AddBooksWindow::take(const QStringList& paths) {
+    if (!toAdd_.empty()) return;
+    const QStringList files = platform::bookFiles(paths);
+    if (files.isEmpty()) state_->setText(u"Burada eklenebilecek bir kitap dosyası yok."_s);
+    for (const QString& file : files) waiting_.push_back(file);
+    if (!files.isEmpty() && !work_.isRunning()) readNext();
+}
+
+void AddBooksWindow::chooseFiles() {
+    const QStringList files = QFileDialog::getOpenFileNames(this, u"Kitap Ekle"_s, QString(), BookFilter);
+    if (!files.isEmpty()) take(files);
+}
+
+void AddBooksWindow::chooseFolder() {
+    const QString folder = QFileDialog::getExistingDirectory(this, u"Kitap Klasörü Ekle"_s);
+    if (!folder.isEmpty()) take({folder});
+}
+
+void AddBooksWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (toAdd_.empty() && event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void AddBooksWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    QStringList files;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile()) files << url.toLocalFile();
+    take(files);
 }
 
 // ---- Reading ----
@@ -323,7 +379,9 @@ void AddBooksWindow::refreshButtons() {
     add_->setEnabled(!work_.isRunning() && any);
     progress_->setVisible(work_.isRunning());
     close_->setText(work_.isRunning() ? u"&Durdur"_s : u"&Kapat"_s);
-    files_->setEnabled(toAdd_.empty());
+    for (QWidget* source : {static_cast<QWidget*>(files_), static_cast<QWidget*>(chooseFiles_),
+                            static_cast<QWidget*>(chooseFolder_)})
+        source->setEnabled(toAdd_.empty());
 }
 
 }  // namespace lirovan::browse

@@ -30,6 +30,8 @@ class AddBooksWindow : public QDialog {
 
     /// How many books were added.
     int added() const { return added_; }
+    /// Reads further files and folders.
+    void take(const QStringList& paths);
 
   Q_SIGNALS:
     void libraryChanged();
@@ -37,11 +39,19 @@ class AddBooksWindow : public QDialog {
   public Q_SLOTS:
     /// While something runs: stops it. Otherwise closes the window.
     void reject() override;
+    /// Asks for files and reads them.
+    void chooseFiles();
+
+  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
+    QLayout* sources();
     QLayout* preview();
     QLayout* bottom();
 
+    void chooseFolder();
     void readNext();
     void read(const std::shared_ptr<BookCandidate>& candidate);
     void addWanted();
@@ -65,6 +75,8 @@ class AddBooksWindow : public QDialog {
     bool showing_ = false;  // changes of the controls are not the user's
 
     QListWidget* files_;
+    QPushButton* chooseFiles_;
+    QPushButton* chooseFolder_;
     QLineEdit* author_;
     QLineEdit* title_;
     QLabel* present_;

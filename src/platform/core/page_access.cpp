@@ -96,8 +96,12 @@ std::optional<QString> PageAccess::file(const QString& pathText) const {
 std::optional<QString> PageAccess::fileAt(const QUrl& address) const {
     if (address.scheme() != Scheme || address.host() != Host) return std::nullopt;
     auto path = file(QStringLiteral("file://") + address.path(QUrl::FullyEncoded));
-    if (path && !QFileInfo(*path).isFile()) return std::nullopt;
+    if (path && contentOf(*path).isEmpty()) return std::nullopt;
     return path;
+}
+
+QString PageAccess::contentOf(const QString& file) const {
+    return QFileInfo(file).isFile() ? file : ownContent(folder_, file, first_);
 }
 
 QUrl PageAccess::address(const QString& file) const {
@@ -118,7 +122,7 @@ QByteArray PageAccess::contentType(const QString& file) const {
     });
     if (found == std::end(Types)) return "application/octet-stream";
     const QByteArray type = found->type;
-    if (type != "text/html" || (!isPageFile(file) && tellsItsEncoding(file))) return type;
+    if (type != "text/html" || (!isPageFile(file) && tellsItsEncoding(contentOf(file)))) return type;
     return type + "; charset=windows-1254";
 }
 

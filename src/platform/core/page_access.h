@@ -12,6 +12,7 @@
 #include <QUrl>
 #include <optional>
 
+#include "platform/core/own_pages.h"
 #include "platform/core/paths.h"
 
 namespace lirovan::platform {
@@ -27,8 +28,12 @@ class PageAccess {
     /// are
     /// "<folder>\OKU\oku.html", "file:\<folder>\OKU\oku.html" and file URLs.
     std::optional<QString> file(const QString& pathText) const;
-    /// The file at an address, if it exists and lies inside the folder. Folders have none.
+    /// The file at an address, if it lies inside the folder and has content. Folders have none.
     std::optional<QString> fileAt(const QUrl& address) const;
+    /// Where the content of a file stands: the file itself, or, where it does not exist, what the program has
+    /// in its place. Empty: there is none.
+    QString contentOf(const QString& file) const;
+    void setFirstPage(FirstPage first) { first_ = first; }
     /// The address of a file by its real path.
     QUrl address(const QString& file) const;
 
@@ -46,6 +51,7 @@ class PageAccess {
     QString realPath(const QString& path) const;
 
     AppFolder folder_;
+    FirstPage first_ = FirstPage::Ordinary;
     QString root_;  ///< the folder itself, links followed, with a separator at its end
 };
 

@@ -75,7 +75,8 @@ class WebEngine::Files : public QWebEngineUrlSchemeHandler {
         }
         const auto path = engine_.access().fileAt(job->requestUrl());
         if (!path) return job->fail(QWebEngineUrlRequestJob::UrlNotFound);
-        answer(job, engine_.access().contentType(*path), std::make_unique<QFile>(*path));
+        answer(job, engine_.access().contentType(*path),
+               std::make_unique<QFile>(engine_.access().contentOf(*path)));
     }
 
   private:

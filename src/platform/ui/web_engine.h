@@ -41,6 +41,8 @@ class WebEngine {
 
     QWebEngineProfile& profile() { return *profile_; }
     const PageAccess& access() const { return access_; }
+    /// Which of the program's own first pages stands in for a folder's; pages shown already stay.
+    void setFirstPage(FirstPage first) { access_.setFirstPage(first); }
     GivenPages& pages() { return pages_; }
     /// How pages look; views follow it.
     PageStyle& style() { return *style_; }

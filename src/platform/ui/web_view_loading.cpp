@@ -40,7 +40,7 @@ void WebView::navigate(const QString& pathText) {
     if (!file) return;
     location_ = pathText;
     QFile content(*file);
-    if (!QFileInfo(*file).isFile()) {
+    if (engine_->access().contentOf(*file).isEmpty()) {
         load_ = Load::Failed;
         showNotice(QStringLiteral("Sayfa bulunamadı:\n%1").arg(QDir::toNativeSeparators(*file)), true);
         return;

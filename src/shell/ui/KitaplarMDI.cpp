@@ -10,9 +10,11 @@
 #include "browse/book_selector.h"
 #include "browse/book_tree.h"
 #include "desk/reader_file.h"
+#include "platform/core/own_pages.h"
 #include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
+#include "shell/recent_libraries.h"
 #include "shell/ui/child_windows.h"
 #include "shell/ui/command_table.h"
 #include "shell/ui/frame_widgets.h"
@@ -20,6 +22,7 @@
 #include "shell/ui/import_progress.h"
 #include "shell/ui/main_toolbar.h"
 #include "shell/ui/pane_keys.h"
+#include "shell/ui/recent_libraries_menu.h"
 #include "shell/ui/session_keeper.h"
 #include "shell/ui/side_buttons.h"
 #include "shell/ui/update_download.h"
@@ -119,6 +122,8 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
             [this](const CommandRow& row) { row.run(*windows_); });
     connect(windows_.get(), &ChildWindows::quitWanted, this, &QWidget::close);
     connect(windows_.get(), &ChildWindows::libraryChanged, this, &KitaplarMDI::fillSelector);
+    new RecentLibrariesMenu(*frame_->menu(u"mnu_Okuma"), services_.registry, services_.folder.text(),
+                            [this](const QString& folder) { windows_->openLibrary(folder); });
     setAcceptDrops(true);
     session_ = std::make_unique<SessionKeeper>(*this, *windows_, desk::readerFilePath(services_.folder));
     windows_->toggleContinues = [this] {
@@ -201,6 +206,8 @@ bool KitaplarMDI::openLibrary() {
     auto opened = data::Library::open(services_.folder);
     if (!opened) return refuse(opened.error());
     library_ = std::move(*opened);
+    library_.useScript(platform::ownFragment());
+    rememberLibrary(services_.registry, services_.folder.text());
     return true;
 }
 

@@ -90,6 +90,7 @@ ChildWindows::~ChildWindows() {
 
 void ChildWindows::followLibrary() {
     if (browse_) browse_->reload();
+    if (services_.engine) chooseFirstPage();
     Q_EMIT libraryChanged();
 }
 
@@ -176,6 +177,7 @@ std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
         services_.engine =
             platform::WebEngine::create(services_.folder, onServer(services_.updateServer, InstallerPath));
     looks_->apply(services_.engine);
+    chooseFirstPage();
     services_.engine->picture = [this](qint64 number) -> std::optional<platform::LibraryPicture> {
         auto found = data::picture(library_.database(), number);
         if (!found || !*found) return std::nullopt;

@@ -96,7 +96,8 @@ class ChildWindows : public QObject {
     void chooseBooks();                       ///< asks for files and adds them
     void addBooks(const QStringList& paths);  ///< files and folders, with a preview
     void removeBooks();
-    void openLibrary();  ///< another application folder, in a program of its own
+    void openLibrary();  ///< asks for another application folder and opens it in a program of its own
+    void openLibrary(const QString& folder);
     // The reading desk; `step` is 1 forward and -1 back.
     void goInHistory(int step);
     void stepTopic(int step);  ///< the neighbour in book order
@@ -150,6 +151,8 @@ class ChildWindows : public QObject {
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();
+    platform::Result<bool> isLibraryThere(const QString& folder);
+    void chooseFirstPage();
     void loadExtra(const CopiedPage& page);
     /// Null, and a message, where nothing was searched yet.
     std::shared_ptr<const search::RunHits> currentRun();
@@ -202,6 +205,7 @@ class ChildWindows : public QObject {
     QPointer<frm_yardim> help_;
     platform::TwipsRect lastBrowsePlace_;
     std::optional<platform::Twips> closedBrowseWidth_;
+    bool startsEmpty_ = false;
 };
 
 }  // namespace lirovan::shell

@@ -62,6 +62,10 @@ void FrameWidgets::popUpMenu(QStringView item) {
     if (QMenu* menu = menu_->popUp(item)) menu->popup(QCursor::pos());
 }
 
+QMenu* FrameWidgets::menu(QStringView name) const {
+    return menu_->popUp(name);
+}
+
 QList<QAction*> FrameWidgets::typeSizeItems() const {
     return menu_->popUp(u"mnu_yazi")->actions();
 }

@@ -15,6 +15,7 @@
 class QAction;
 class QMainWindow;
 class QMdiArea;
+class QMenu;
 
 namespace lirovan::shell {
 
@@ -63,6 +64,7 @@ class FrameWidgets : public QObject, public platform::MainFrame {
     /// The items of mnu_yazi, for menus of the pages themselves.
     QList<QAction*> typeSizeItems() const;
 
+    QMenu* menu(QStringView name) const;
     MainToolBar& toolBar() const { return *toolBar_; }
 
   Q_SIGNALS:

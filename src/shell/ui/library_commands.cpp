@@ -1,40 +1,30 @@
 // The commands about the library itself: books come, books go, another library is opened.
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTimer>
 
 #include "browse/ui/add_books_window.h"
 #include "browse/ui/remove_books_window.h"
-#include "platform/core/library_layout.h"
+#include "data/library_writer.h"
+#include "shell/recent_libraries.h"
 #include "shell/ui/child_windows.h"
 
 namespace lirovan::shell {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString BookFilter =
-    u"Kitaplar (*.epub *.html *.htm *.xhtml *.md *.txt *.docx *.odt *.fb2 *.rtf);;Bütün dosyalar (*)"_s;
-
-platform::Result<void> makeEmptyLibrary(const QString& path) {
-    const auto database = platform::Database::open(path, platform::OpenMode::Create);
-    if (!database) return database.error();
-    return platform::createLayout(*database, platform::LayoutKind::Library);
-}
-
-}  // namespace
-
 void ChildWindows::chooseBooks() {
-    const QStringList files =
-        QFileDialog::getOpenFileNames(area_.window(), u"Kitap Ekle"_s, QString(), BookFilter);
-    if (!files.isEmpty()) addBooks(files);
+    addBooks({});
 }
 
 void ChildWindows::addBooks(const QStringList& paths) {
     browse::AddBooksWindow window(paths, library_.path(), area_.window());
     connect(&window, &browse::AddBooksWindow::libraryChanged, this, &ChildWindows::followLibrary);
+    // Most readers have a file; who wants a folder cancels, and finds a button for it.
+    if (paths.isEmpty()) QTimer::singleShot(0, &window, &browse::AddBooksWindow::chooseFiles);
     window.exec();
 }
 
@@ -46,22 +36,45 @@ void ChildWindows::removeBooks() {
 
 void ChildWindows::openLibrary() {
     const QString folder = QFileDialog::getExistingDirectory(area_.window(), u"Kitaplık Aç"_s);
-    if (folder.isEmpty()) return;
-    const QString file = platform::AppFolder(folder).path(data::LibraryFile);
-    if (!QFileInfo::exists(file)) {
-        const platform::Message question{u"Bu klasörde kitaplık yok. Boş bir kitaplık oluşturulsun mu?"_s,
-                                         u"Kitaplık Aç"_s, platform::Icon::Question,
-                                         platform::Buttons::YesNo};
-        if (services_.dialogs.show(question) != platform::Answer::Yes) return;
-        if (const auto made = makeEmptyLibrary(file); !made) {
-            services_.dialogs.show(platform::errorMessage(made.error().message, u"Kitaplık Aç"_s));
-            return;
-        }
-    }
-    if (QProcess::startDetached(QApplication::applicationFilePath(), {u"--klasor"_s, folder}))
+    if (!folder.isEmpty()) openLibrary(folder);
+}
+
+void ChildWindows::openLibrary(const QString& folder) {
+    const platform::Result<bool> ready = isLibraryThere(folder);
+    if (!ready)
+        services_.dialogs.show(platform::errorMessage(ready.error().message, u"Kitaplık Aç"_s));
+    else if (*ready && QProcess::startDetached(QApplication::applicationFilePath(), {u"--klasor"_s, folder}))
         quit();
-    else
+    else if (*ready)
         services_.dialogs.show(platform::errorMessage(u"Kitaplık açılamadı."_s, u"Kitaplık Aç"_s));
+}
+
+// A folder without a library gets an empty one, if the reader wants it.
+platform::Result<bool> ChildWindows::isLibraryThere(const QString& folder) {
+    if (!QFileInfo(folder).isDir()) {
+        forgetLibrary(services_.registry, folder);
+        return platform::Error{u"Klasör bulunamadı:\n%1"_s.arg(QDir::toNativeSeparators(folder))};
+    }
+    const QString file = platform::AppFolder(folder).path(data::LibraryFile);
+    if (QFileInfo::exists(file)) return true;
+    const platform::Message question{u"Bu klasörde kitaplık yok. Boş bir kitaplık oluşturulsun mu?"_s,
+                                     u"Kitaplık Aç"_s, platform::Icon::Question, platform::Buttons::YesNo};
+    if (services_.dialogs.show(question) != platform::Answer::Yes) return false;
+    const platform::Result<void> made = data::makeEmptyLibrary(file);
+    if (!made) return made.error();
+    return true;
+}
+
+// A first page of the program's own says how books get into an empty library, until one is in it.
+void ChildWindows::chooseFirstPage() {
+    auto authors = library_.authors();
+    data::Author author;
+    const auto any = authors ? authors->next(author) : platform::Result<bool>(true);
+    const bool empty = any && !*any;
+    services_.engine->setFirstPage(empty ? platform::FirstPage::OfEmptyLibrary
+                                         : platform::FirstPage::Ordinary);
+    if (content_ && empty != startsEmpty_) contentDecisions_.loadStartPage();
+    startsEmpty_ = empty;
 }
 
 void ChildWindows::openTopic(data::TopicId topic, const QString& place) {

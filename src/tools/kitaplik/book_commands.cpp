@@ -1,6 +1,7 @@
 #include <QFileInfo>
 
 #include "data/added_books.h"
+#include "data/library_writer.h"
 #include "platform/core/books/book_files.h"
 #include "platform/core/books/read_book.h"
 #include "platform/core/import/importer.h"
@@ -23,14 +24,9 @@ using platform::Result;
 
 namespace {
 
-Result<BookAdded> addTo(const QString& path, platform::OpenMode mode, const BookContent& book,
-                        const AddBook& request) {
-    const Result<Database> database = Database::open(path, mode);
+Result<BookAdded> addTo(const QString& path, const BookContent& book, const AddBook& request) {
+    const Result<Database> database = Database::open(path, platform::OpenMode::ReadWrite);
     if (!database) return database.error();
-    if (mode == platform::OpenMode::Create) {
-        const Result<void> made = platform::createLayout(*database, platform::LayoutKind::Library);
-        if (!made) return made.error();
-    }
     return data::addBook(*database, book, request);
 }
 
@@ -39,7 +35,8 @@ Result<BookAdded> add(const QString& library, const BookContent& book, const Add
     if (!QFileInfo(library).exists()) {
         BookAdded added;
         const Result<void> made = makeFile(library, [&](const QString& path) -> Result<void> {
-            const Result<BookAdded> first = addTo(path, platform::OpenMode::Create, book, request);
+            if (const Result<void> empty = data::makeEmptyLibrary(path); !empty) return empty;
+            const Result<BookAdded> first = addTo(path, book, request);
             if (!first) return first.error();
             added = *first;
             return {};
@@ -49,7 +46,7 @@ Result<BookAdded> add(const QString& library, const BookContent& book, const Add
     }
     const auto ensured = platform::Importer().ensureLayout(library, platform::LayoutKind::Library);
     if (!ensured) return ensured.error();
-    return addTo(library, platform::OpenMode::ReadWrite, book, request);
+    return addTo(library, book, request);
 }
 
 void printOutline(const BookContent& book, const AddBook& request) {
