@@ -86,6 +86,52 @@ Result<void> makeBookTables(const Database& database) {
     return {};
 }
 
+namespace {
+
+Result<void> copyValue(const Statement& row, int column, Statement& into) {
+    if (row.isNull(column)) return {};  // a parameter without a value is null
+    if (row.columnName(column) == u"Resim") return into.bindBytes(column + 1, row.bytes(column));
+    const QString name = row.columnName(column);
+    const bool isNumber = name == u"ResimID" || name == u"KitapID" || name == u"Numara";
+    return isNumber ? into.bind(column + 1, row.integer(column))
+                    : into.bind(column + 1, QStringView(row.text(column)));
+}
+
+Result<void> copyRows(const BookTable& table, const Database& from, const Database& into) {
+    QStringList names, places;
+    for (const QStringView name : table.names) {
+        names += name.toString();
+        places += u"?"_s;
+    }
+    const QString columns = names.join(u", "_s);
+    Result<void> copied;
+    const Result<void> read =
+        forEachRow(from, u"SELECT %1 FROM %2"_s.arg(columns, table.name), [&](const Statement& row) {
+            if (!copied) return;
+            Result<Statement> insert = into.prepare(
+                u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, columns, places.join(u", "_s)));
+            if (!insert) {
+                copied = insert.error();
+                return;
+            }
+            for (int i = 0; i < names.size() && copied; ++i) copied = copyValue(row, i, *insert);
+            if (!copied) return;
+            if (const Result<platform::Step> step = insert->step(); !step) copied = step.error();
+        });
+    return read ? copied : read;
+}
+
+}  // namespace
+
+Result<void> copyBookTables(const Database& from, const Database& into) {
+    Result<platform::Transaction> transaction = platform::Transaction::begin(into);
+    if (!transaction) return transaction.error();
+    if (const Result<void> made = makeBookTables(into); !made) return made;
+    for (const BookTable& table : Tables)
+        if (const Result<void> copied = copyRows(table, from, into); !copied) return copied;
+    return transaction->commit();
+}
+
 Result<qint64> nextId(const Database& database, Numbered what) {
     const Counter counter = counterOf(what);
     const auto greatest = database.integer(

@@ -23,6 +23,9 @@ platform::Result<bool> hasBookTables(const platform::Database& database);
 /// Makes those that are missing.
 platform::Result<void> makeBookTables(const platform::Database& database);
 
+/// Copies the rows of these tables from one library into another that has none of them.
+platform::Result<void> copyBookTables(const platform::Database& from, const platform::Database& into);
+
 /// What is counted.
 enum class Numbered { Author, Book, Topic, Picture };
 /// The next free id: greater than every id in use and every id that was ever given out, so that nothing that

@@ -330,6 +330,12 @@ TEST(Companion, AddsBooksFromFilesAndTakesThemOut) {
     EXPECT_EQ(call({u"ekle"_s, library, good, u"--yanina"_s}).status, 0);
     EXPECT_EQ(call({u"ekle"_s, library, good, u"--yanina"_s, u"--degistir"_s}).status, 2);
 
+    const QString copy = folder.filePath(u"kopya.vq"_s);
+    EXPECT_EQ(call({u"aktar"_s, library, copy}).status, 0);
+    EXPECT_EQ(call({u"denetle"_s, copy}).status, 0);
+    EXPECT_EQ(call({u"ekle"_s, copy, good}).status, 1) << "the copy does not know its books any more";
+    EXPECT_EQ(call({u"cikar"_s, copy, u"1002"_s}).status, 0);
+
     for (const QString& id : {u"1001"_s, u"1002"_s}) EXPECT_EQ(call({u"cikar"_s, library, id}).status, 0);
     EXPECT_EQ(call({u"cikar"_s, library, u"1002"_s}).status, 1);
     EXPECT_EQ(call({u"agac"_s, library}).out, "");

@@ -1,4 +1,4 @@
-// The version of the three programs. It is written once, in the project's CMakeLists.txt.
+// The version of the programs. It is written once, in the project's CMakeLists.txt.
 #pragma once
 
 #include <QString>

@@ -26,4 +26,7 @@ PlainBook fromPlainText(const QByteArray& bytes);
 /// DOCX, ODT, FB2, RTF as HTML, through pandoc in its sandbox. `format`: pandoc's word for it.
 Result<QByteArray> throughPandoc(const QString& path, const QString& format);
 
+/// Writes the document at `path` to `target` in a form of which pandoc loses nothing.
+Result<void> writePlainOdt(const QString& path, const QString& target);
+
 }  // namespace lirovan::book_reader

@@ -32,6 +32,14 @@ Result<QByteArray> throughPandoc(const QString& path, const QString& format) {
         if (!rewritten.open() || rewritten.write(plain) != plain.size() || !rewritten.flush())
             return Error{QStringLiteral("Geçici dosya yazılamıyor.")};
         input = rewritten.fileName();
+    } else if (format == u"odt") {
+        if (!rewritten.open()) return Error{QStringLiteral("Geçici dosya yazılamıyor.")};
+        if (const Result<void> plain = writePlainOdt(path, rewritten.fileName()); !plain)
+            return plain.error();
+        input = rewritten.fileName();
+    } else if (format == u"docx") {
+        if (const auto files = openZip(path); !files)
+            return files.error();  // traps are told before they open
     }
     const QString program = QStandardPaths::findExecutable(QStringLiteral("pandoc"));
     if (program.isEmpty())

@@ -69,7 +69,9 @@ void printAdded(const BookContent& book, const AddBook& request, const BookAdded
 
 Result<void> addFile(const Arguments& arguments, const QString& file, const AddBook& request) {
     const bool dryRun = arguments.has(u"dene");
-    const Result<BookContent> book = platform::readBook(file);
+    platform::BookReaderOptions reader;
+    reader.pictures = !dryRun;
+    const Result<BookContent> book = platform::readBook(file, reader);
     if (!book) return book.error();
     for (const platform::BookSkippedLine& skipped : book->skipped())
         printNote(u"%1: alınmadı: %2 (%3)"_s.arg(QFileInfo(file).fileName(), skipped.name, skipped.reason));

@@ -87,7 +87,7 @@ Result<void> BookContent::takeTopic(const BookTopicLine& line) {
     if (!part) return part.error();
     BookEntry entry{line.parent, line.depth, line.title, line.words, *part, {}};
     noteLinks(line.text, entry);
-    if (!entry.pictures.empty() && entry.pictures.back() >= qint64(pictures_.size()))
+    if (withPictures_ && !entry.pictures.empty() && entry.pictures.back() >= qint64(pictures_.size()))
         return wrong(u"olmayan resim"_s);
     outline_.push_back(std::move(entry));
     return {};
@@ -109,7 +109,7 @@ Result<void> BookContent::finish() {
         std::count_if(outline_.begin(), outline_.end(), [](const BookEntry& e) { return e.isTopic(); });
     // The count of the last line may leave out the levels.
     if ((done_->topics != qint64(outline_.size()) && done_->topics != topics) ||
-        done_->pictures != qint64(pictures_.size()))
+        (withPictures_ && done_->pictures != qint64(pictures_.size())))
         return wrong(u"sayılar tutmuyor"_s);
     if (topics == 0) return Error{u"Kitapta metin yok."_s};
     if (lastLinked_ >= qint64(outline_.size())) return wrong(u"olmayan konuya bağlantı"_s);

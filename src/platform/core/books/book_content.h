@@ -42,6 +42,8 @@ class BookContent {
     BookContent& operator=(BookContent&&) noexcept;
     ~BookContent();
 
+    /// The reader was told to hand over no pictures: they have numbers, but no lines.
+    void expectNoPictures() { withPictures_ = false; }
     /// Takes the next line. Fails where it does not fit to those before it, or the disk is full.
     Result<void> take(BookLine line);
     /// Nothing more comes: a book is whole when it has a head, a last line with the right counts, a topic,
@@ -74,7 +76,7 @@ class BookContent {
     QString file_;
     std::unique_ptr<QTemporaryFile> spool_;
     BookHead head_;
-    bool hasHead_ = false;
+    bool hasHead_ = false, withPictures_ = true;
     std::vector<BookEntry> outline_;
     std::vector<BookPicture> pictures_;
     std::vector<BookSkippedLine> skipped_;

@@ -37,7 +37,8 @@ class ReaderProcess {
                                                                 QLatin1StringView(BookReaderProgram)
                                                           : options.program;
         // Absolute paths cannot be taken for options.
-        const QStringList words{QFileInfo(file).absoluteFilePath()};
+        QStringList words{QFileInfo(file).absoluteFilePath()};
+        if (!options.pictures) words += u"--resimsiz"_s;
         process_.setStandardInputFile(QProcess::nullDevice());
         process_.setStandardErrorFile(QProcess::nullDevice());
 #ifdef Q_OS_UNIX
@@ -79,7 +80,9 @@ class ReaderProcess {
 class Reading {
   public:
     Reading(const QString& file, const BookReaderOptions& options, const BookProgress& progress)
-        : options_(options), progress_(progress), content_(file) {}
+        : options_(options), progress_(progress), content_(file) {
+        if (!options.pictures) content_.expectNoPictures();
+    }
 
     Result<BookContent> run() {
         ReaderProcess reader;

@@ -15,7 +15,8 @@ namespace lirovan::platform {
 using BookProgress = std::function<bool(qint64 done, qint64 total)>;
 
 struct BookReaderOptions {
-    QString program;  ///< empty: the book reader beside this program
+    QString program;       ///< empty: the book reader beside this program
+    bool pictures = true;  ///< false: pictures are counted, but neither read whole nor handed over
     /// A reader that says nothing for so long, or runs for so long in all, is ended.
     std::chrono::milliseconds silence = std::chrono::seconds(60), longest = std::chrono::minutes(10);
     qint64 memory =
