@@ -3,7 +3,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -32,6 +34,8 @@ constexpr int ModalMs = 700;
 constexpr int TypeSteps = 4;
 constexpr int HitSteps = 16;
 constexpr int SummaryAndBooks = 5;
+// In settlings.
+constexpr int Patience = 20;
 
 QModelIndex find(const QTreeView* tree, const QString& start) {
     return tree->model()
@@ -62,7 +66,8 @@ bool Tour::run() {
     folder_.mkpath(u"."_s);
     settle(PageMs);
     return picture(u"giris"_s) && readTopic() && stopSearch() && search() && openHit() && summary() &&
-           extraWindow() && notebook() && modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
+           extraWindow() && notebook() && addBook() &&
+           modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
            modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s);
 }
 
@@ -172,6 +177,41 @@ bool Tour::notebook() {
     settle();
     window_.windows().closeNotebook();
     return saved;
+}
+
+// A book of the reader's own, with what such a book holds.
+bool Tour::addBook() {
+    const QString file = QFileInfo(window_.library().path()).dir().filePath(u"Kıyı Defteri.html"_s);
+    QFile book(file);
+    if (!book.open(QIODevice::WriteOnly)) return false;
+    book.write(R"(<html lang="tr"><head><meta charset="utf-8"><title>Kıyı Defteri</title><meta name="author"
+content="Selin Ada"></head><body><h1>İskelede Bir Gün</h1><p>Sabahın ilk vapuru yanaşırken deftere üç satır yazdım.</p>
+<h2>Gelenler, Gidenler</h2><p>Hancı her akşam iskelenin hesabını tutardı; bir haftası şöyledir:</p>
+<table><caption>Bir haftanın vapurları</caption><tr><th>Gün</th><th>Vapur</th><th>Yolcu</th></tr><tr><td>Pazartesi</td>
+<td>Martı</td><td>12</td></tr><tr><td>Salı</td><td>Poyraz</td><td>45</td></tr><tr><td>Çarşamba</td><td>Lodos</td><td>7</td></tr>
+</table><blockquote><p>Deniz, gideni unutmaz; yalnız geç hatırlar.</p></blockquote><p><img src="OKU/duaimages/deniz.png" alt="Deniz"></p>
+<h2>Gece</h2><p>Fener yandı, defter kapandı.</p></body></html>)");
+    book.close();
+
+    bool saved = false;
+    whenModal([this, &saved](QWidget& dialog) {
+        auto* add = dialog.findChild<QAbstractButton*>(u"add"_s);
+        auto* state = dialog.findChild<QLabel*>(u"state"_s);
+        for (int i = 0; add && !add->isEnabled() && i < Patience; ++i) settle();
+        saved = add && state && picture(u"kitap-ekle"_s);
+        if (!saved) return;
+        add->click();
+        for (int i = 0; !state->text().contains(u"eklendi"_s) && i < Patience; ++i) settle();
+    });
+    window_.windows().addBooks({file});
+    auto* tree = press(u"tlbtn_Kitap"_s) ? window_.findChild<QTreeView*>(u"tvw_Kitaplar"_s) : nullptr;
+    if (!saved || !tree) return false;
+    const QModelIndex topic = find(tree, u"Gelenler"_s);
+    tree->expand(topic.parent().parent());
+    tree->expand(topic.parent());
+    if (!click(tree, topic)) return false;
+    settle(PageMs);
+    return picture(u"eklenen-konu"_s);
 }
 
 bool Tour::modalWindow(const QString& menuItem, const QString& name) {

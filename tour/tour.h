@@ -35,6 +35,7 @@ class Tour : public QObject {
     bool summary();
     bool extraWindow();
     bool notebook();
+    bool addBook();
     bool modalWindow(const QString& menuItem, const QString& picture);
 
     bool picture(const QString& name);
