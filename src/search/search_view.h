@@ -32,6 +32,8 @@ class SearchView {
 
     /// Shows a run's root in the result tree, or moves the tree so that it is the first row.
     virtual void bringIntoView(ResultNode& root, bool toTheTop) = 0;
+    /// To where the tree stood before the last root was shown, which is gone again.
+    virtual void goBackInTree() = 0;
     /// Selects a book's node in the result tree, so that it follows the listing.
     virtual void follow(ResultNode& book) = 0;
     /// Shows what was added to the result tree and lets events run.

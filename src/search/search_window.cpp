@@ -149,6 +149,8 @@ bool SearchWindow::listele(const QString& query, ListOrder order) {
             const ResultTree& tree = parts_.tree;
             if (root_ && tree.runCount() > 0 && &tree.run(tree.runCount() - 1) == root_)
                 parts_.view.bringIntoView(*root_, true);
+            else if (root_)
+                parts_.view.goBackInTree();
         }
         if (!result) {
             // Its text is about an earlier run.

@@ -192,6 +192,9 @@ TEST_F(SearchTabTest, BringsANewRunToTheTopOfTheTree) {
         sort(u"Konu");  // more rows than fit
         EXPECT_EQ(tree->visualRect(below({}, run)).top(), 0) << run;
     }
+    tree->scrollToTop();
+    find(u"bulunmayan"_s);
+    EXPECT_EQ(tree->visualRect(below({}, 0)).top(), 0) << "a run without a topic leaves the tree where it is";
 }
 
 TEST_F(SearchTabTest, LeavesNoLetterBehindWhenTheWarningIsCancelled) {

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -265,9 +266,14 @@ void SearchTab::focusSearchBox() {
 }
 
 void SearchTab::bringIntoView(ResultNode& root, bool toTheTop) {
+    if (!toTheTop) placeBefore_ = tvw_Kitaplar_Bul->verticalScrollBar()->value();
     results_.showChanges();
     tvw_Kitaplar_Bul->scrollTo(
         results_.index(root), toTheTop ? QAbstractItemView::PositionAtTop : QAbstractItemView::EnsureVisible);
+}
+
+void SearchTab::goBackInTree() {
+    tvw_Kitaplar_Bul->verticalScrollBar()->setValue(placeBefore_);
 }
 
 void SearchTab::follow(ResultNode& book) {

@@ -70,6 +70,7 @@ class SearchTab : public QWidget, private SearchView {
     void setNoDropPointer(bool set) override;
     void focusSearchBox() override;
     void bringIntoView(ResultNode& root, bool toTheTop) override;
+    void goBackInTree() override;
     void follow(ResultNode& book) override;
     void letEventsRun() override;
 
@@ -95,6 +96,8 @@ class SearchTab : public QWidget, private SearchView {
     QPushButton* cmd_Stop;
     QTreeView* tvw_Kitaplar_Bul;
     SuggestionList* suggestions_;
+
+    int placeBefore_ = 0;  ///< of the scroll bar, when the last run's root was shown
 };
 
 }  // namespace lirovan::search
