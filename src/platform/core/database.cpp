@@ -3,6 +3,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
 #include <QFileInfo>
+#include <QUrl>
 
 #include "text/comparison.h"
 
@@ -80,6 +81,12 @@ Error damaged() {
     return {QStringLiteral("Veritabanı dosyası bozuk.")};
 }
 
+Error unfinishedAndFixed() {
+    return {QStringLiteral(
+        "Dosyaya yazma yarıda kalmış, klasöre yazılamadığı için de tamamlanamıyor. Klasörü yazılabilen "
+        "bir yere kopyalayıp oradan açın.")};
+}
+
 constexpr QStringView NoSuchTable = u"no such table: ";
 
 Error error(const SQLite::Exception& exception, SQLite::Database* connection = nullptr) {
@@ -122,6 +129,21 @@ Error error(const SQLite::Exception& exception, SQLite::Database* connection = n
 
 Error closed() {
     return {QStringLiteral("Veritabanı açık değil.")};
+}
+
+Result<std::shared_ptr<SQLite::Database>> connected(const std::string& name, int flags) {
+    try {
+        // A connection belongs to one thread; another thread opens its own.
+        auto connection = std::make_shared<SQLite::Database>(name, flags | SQLite::OPEN_NOMUTEX);
+        connection->setBusyTimeout(5000);
+        registerTurkish(connection->getHandle());
+        // SQLite opens lazily; a first read tells now whether this is a database at all.
+        connection->execAndGet("SELECT count(*) FROM sqlite_master");
+        return connection;
+    } catch (const SQLite::Exception& exception) {
+        // The statements above are right, so it is the file that SQLite does not understand.
+        return exception.getErrorCode() == SQLITE_ERROR ? damaged() : error(exception);
+    }
 }
 
 // Runs `action` and turns what the wrapper throws into an Error.
@@ -249,22 +271,19 @@ Result<Database> Database::open(const QString& path, OpenMode mode) {
     // Where the file cannot be written, its error is told by what follows.
     if (mode == OpenMode::ReadOnly && QFileInfo(path + SideFiles[0].toString()).size() > 0)
         (void)open(path, OpenMode::ReadWrite);
-    try {
-        int flags = SQLite::OPEN_READONLY;
-        if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;
-        if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
-        // A connection belongs to one thread; another thread opens its own.
-        flags |= SQLite::OPEN_NOMUTEX;
-        auto connection = std::make_shared<SQLite::Database>(path.toStdString(), flags);
-        connection->setBusyTimeout(5000);
-        registerTurkish(connection->getHandle());
-        // SQLite opens lazily; a first read tells now whether this is a database at all.
-        connection->execAndGet("SELECT count(*) FROM sqlite_master");
-        return Database(std::move(connection));
-    } catch (const SQLite::Exception& exception) {
-        // The statements above are right, so it is the file that SQLite does not understand.
-        return exception.getErrorCode() == SQLITE_ERROR ? damaged() : error(exception);
-    }
+    int flags = SQLite::OPEN_READONLY;
+    if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;
+    if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+    auto opened = connected(path.toStdString(), flags);
+    const bool isFixed =
+        mode == OpenMode::ReadOnly && !opened && !QFileInfo(QFileInfo(path).path()).isWritable();
+    if (isFixed && hasJournal(path)) return unfinishedAndFixed();
+    // A file in WAL form is read only where files can be made beside it, unless nobody can change it.
+    if (isFixed)
+        opened = connected(QUrl::fromLocalFile(path).toEncoded().toStdString() + "?immutable=1",
+                           flags | SQLite::OPEN_URI);
+    if (!opened) return opened.error();
+    return Database(std::move(*opened));
 }
 
 Result<Statement> Database::prepare(QStringView sql) const {
