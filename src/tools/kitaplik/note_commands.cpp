@@ -1,5 +1,8 @@
+#include <QFileInfo>
+
 #include "notes/export.h"
 #include "notes/note_search.h"
+#include "notes/notes_place.h"
 #include "platform/core/import/importer.h"
 #include "platform/core/json_line.h"
 #include "tools/kitaplik/commands.h"
@@ -10,9 +13,21 @@ using platform::Result;
 
 namespace {
 
+/// NOTLAR: a notes file, or an application folder, whose notes may be in the user's place. So may those of a
+/// file that is not there.
+QString notesFile(const QString& given) {
+    const QFileInfo info(given);
+    if (info.isFile()) return given;
+    const platform::AppFolder library(info.isDir() ? info.filePath()
+                                                   : QFileInfo(info.absolutePath()).absolutePath());
+    if (!info.isDir() && QFileInfo(library.path(notes::NotesFile)).fileName() != info.fileName())
+        return given;
+    return notes::notesPlace(library).home.path(notes::NotesFile);
+}
+
 ExitStatus notAktar(const Arguments& arguments) {
     const Result<platform::ReadableDatabase> file =
-        platform::Importer().openForReading(arguments.positional[0], platform::LayoutKind::Notes);
+        platform::Importer().openForReading(notesFile(arguments.positional[0]), platform::LayoutKind::Notes);
     if (!file) return fail(file.error());
     const Result<int> written =
         notes::exportNotes(notes::NotesDatabase(file->database), arguments.positional[1]);
@@ -23,7 +38,7 @@ ExitStatus notAktar(const Arguments& arguments) {
 
 ExitStatus notAra(const Arguments& arguments) {
     const Result<platform::ReadableDatabase> file =
-        platform::Importer().openForReading(arguments.positional[0], platform::LayoutKind::Notes);
+        platform::Importer().openForReading(notesFile(arguments.positional[0]), platform::LayoutKind::Notes);
     if (!file) return fail(file.error());
     const auto all = notes::searchableNotes(notes::NotesDatabase(file->database));
     if (!all) return fail(all.error());
@@ -48,7 +63,7 @@ std::vector<Command> noteCommands() {
     return {
         {u"not-aktar",
          u"NOTLAR KLASÖR",
-         u"Her notu RTF, HTML ve düz metin dosyası olarak yazar.",
+         u"Her notu RTF, HTML ve düz metin dosyası olarak yazar. NOTLAR bir uygulama klasörü de olabilir.",
          2,
          2,
          {},
@@ -57,7 +72,8 @@ std::vector<Command> noteCommands() {
          notAktar},
         {u"not-ara",
          u"NOTLAR SORGU [--harf] [--tum-kelime] [--hepsi] [--birlikte]",
-         u"Notlarda arar; bulunan her notu bir satır JSON olarak yazar.",
+         u"Notlarda arar; bulunan her notu bir satır JSON olarak yazar. NOTLAR bir uygulama klasörü de "
+         u"olabilir.",
          2,
          2,
          {},
