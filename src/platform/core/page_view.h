@@ -64,8 +64,8 @@ class PageView {
     /// before.
     virtual Outcome rewrite(const QString& html) = 0;
     /// Gives the document, as it stands, what rewriting innerHtml() would after these replacements in turn;
-    /// for FONT tags and texts of the head. False, and nothing done: the page is soon written anew (neither
-    /// large nor nested deeply), or has scripts.
+    /// for FONT tags and texts of the head. Its scripts do not run again. False, and nothing done: the page
+    /// is soon written anew.
     virtual Reply<bool> replaceInPlace(const std::vector<Replacement>&) { return {Outcome::Answered, false}; }
 
     virtual Reply<bool> hasElement(QStringView name) = 0;

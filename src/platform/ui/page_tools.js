@@ -19,12 +19,12 @@
       .map(name => reads(Node, name));
   const [namespaceURI, tagName, attributesOf] =
     ['namespaceURI', 'tagName', 'attributes'].map(name => reads(Element, name));
-  const [root, head, body, scrollingElement, images, scripts, readyState] =
-    ['documentElement', 'head', 'body', 'scrollingElement', 'images', 'scripts', 'readyState']
+  const [root, head, body, scrollingElement, images, readyState] =
+    ['documentElement', 'head', 'body', 'scrollingElement', 'images', 'readyState']
       .map(name => reader(Document, name).bind(document));
   const does = (type, name) => Function.prototype.call.bind(type.prototype[name]);
-  const [rect, attribute, setAttribute, cloneNode, focus, intoView] = [[Element, 'getBoundingClientRect'],
-    [Element, 'getAttribute'], [Element, 'setAttribute'], [Node, 'cloneNode'], [HTMLElement, 'focus'], [Element, 'scrollIntoView']]
+  const [rect, attribute, attributeNames, setAttribute, cloneNode, focus, intoView] = [[Element, 'getBoundingClientRect'],
+    [Element, 'getAttribute'], [Element, 'getAttributeNames'], [Element, 'setAttribute'], [Node, 'cloneNode'], [HTMLElement, 'focus'], [Element, 'scrollIntoView']]
     .map(([type, name]) => does(type, name));
 
   // ---- Hit buttons take no room, but keep their place in the tab order. ----
@@ -169,43 +169,24 @@
 
   // ---- Changes without writing anew ----
 
-  const DEEP = 400;
-
   function parsed(html) {
     probe.innerHTML = html;
     return probe.content;
   }
 
+  // In a large page there are hundreds of thousands: the engine looks for them, and what stays is not set.
   function replaceTags(from, to) {
     const [old, changed] = [from, to].map(tag => Array.from(parsed(tag).firstChild.attributes));
-    const isOld = (is, i) => is.name === old[i].name && is.value === old[i].value;
-    for (const element of querySelectorAll('font')) {
-      const attributes = Array.from(attributesOf(element));
-      if (!isHtml(element) || attributes.length !== old.length || !attributes.every(isOld)) continue;
-      for (const {name, value} of changed) setAttribute(element, name, value);
+    const selector = 'font' + old.map(({name, value}) => '[' + name + '="' + CSS.escape(value) + '"]').join('');
+    const differing = changed.filter(({value}, i) => value !== old[i].value);
+    for (const element of querySelectorAll(selector)) {
+      if (!isHtml(element) || attributeNames(element).length !== old.length) continue;
+      if (!old.every(({name, value}) => attribute(element, name) === value)) continue;
+      for (const {name, value} of differing) setAttribute(element, name, value);
     }
   }
 
-  // The engine's parser looks through all open elements at every tag; the document it makes is no deeper than 512.
-  function isDeep() {
-    let depth = 0;
-    for (let node = body(); node && depth < DEEP;) {
-      let next = firstChild(node);
-      if (next) ++depth;
-      else {
-        for (; node && node !== body() && !nextSibling(node); --depth) node = parentNode(node);
-        next = node && node !== body() ? nextSibling(node) : null;
-      }
-      node = next;
-    }
-    return depth >= DEEP;
-  }
-
-  // Scripts would run again if the page were written anew, and text that is no markup may hold the same words.
-  function replaceInPlace(pairs, isLarge) {
-    if (!isLarge && !isDeep()) return false;
-    if (scripts().length || querySelectorAll([...RAW, 'template', 'svg', 'math'].map(name => 'body ' + name)).length)
-      return false;
+  function replaceInPlace(pairs) {
     const before = markup(work => work.push(head()));
     let after = before;
     for (const [from, to] of pairs) {
@@ -213,7 +194,6 @@
       else after = after.replaceAll(from, () => to);
     }
     if (after !== before) head().replaceChildren(parsed(after));
-    return true;
   }
 
   // ---- Elements and scrolling ----

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "platform/core/html_depth.h"
 #include "platform/core/rtf/bounds.h"
 #include "platform/core/rtf/writer.h"
 
@@ -288,7 +289,7 @@ Document fromHtml(const QString& html) {
     OfflineDocument page;
     page.setUndoRedoEnabled(false);
     page.setDefaultFont(QFont(DefaultFont.toString(), DefaultHalfPoints / 2));
-    page.setHtml(withBoundedDepth(html));
+    page.setHtml(withBoundedDepth(html, MaxHtmlDepth));
     return fromTextDocument(page);
 }
 

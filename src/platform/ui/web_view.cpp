@@ -66,6 +66,8 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     connect(reload_, &QPushButton::clicked, this, &WebView::loadAgain);
     arrival_.setSingleShot(true);
     connect(&arrival_, &QTimer::timeout, this, &WebView::lookForArrival);
+    signs_.setSingleShot(true);
+    connect(&signs_, &QTimer::timeout, this, &WebView::lookForSigns);
 
     makePage();
     connect(this, &WebView::loaded, this, &WebView::findAgain);
@@ -147,10 +149,12 @@ void WebView::makePage() {
 }
 
 void WebView::showPage() {
+    isCovered_ = false;
     stack_->setCurrentWidget(view_);
 }
 
 void WebView::showNotice(const QString& text, bool offerReload) {
+    isCovered_ = false;
     noticeText_->setText(text);
     reload_->setVisible(offerReload);
     stack_->setCurrentWidget(notice_);
@@ -205,8 +209,7 @@ Outcome WebView::pause(std::chrono::milliseconds time) {
     return waitFor(question, time + answerLimit_);
 }
 
-Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded,
-                             std::optional<std::chrono::milliseconds> limit) {
+Reply<QVariant> WebView::ask(const QString& expression, Wait wait) {
     if (processEnded_) return {Outcome::Gone, {}};
     const auto question = std::make_shared<Question>();
     const QPointer self(this);
@@ -227,13 +230,14 @@ Reply<QVariant> WebView::ask(const QString& expression, bool atMostUntilLoaded,
                              question->close(Outcome::Answered);
                          });
     // A page that has come is busy laying itself out; it answers after that.
-    if (atMostUntilLoaded)
+    if (wait == Wait::UntilLoaded)
         connect(this, &WebView::loaded, &question->loop, [&] { question->close(Outcome::Answered); });
     // One command asks several questions, and only the first is waited for in full.
     const QPointer page(page_);
-    const auto usual = hangs_ ? std::min(patience(), SecondQuestion) : patience();
-    const Outcome outcome = waitFor(*question, limit.value_or(usual));
-    if (outcome == Outcome::TimedOut && page && !limit) hangs_ = true;
+    auto limit = wait == Wait::Passing ? PassingQuestion : wait == Wait::Usual ? answerLimit_ : patience();
+    if (hangs_) limit = std::min(limit, SecondQuestion);
+    const Outcome outcome = waitFor(*question, limit);
+    if (outcome == Outcome::TimedOut && page && wait != Wait::Passing) hangs_ = true;
     return {outcome, std::move(question->value)};
 }
 
@@ -248,27 +252,28 @@ Reply<T> as(const Reply<QVariant>& reply) {
 }  // namespace
 
 Reply<QString> WebView::innerHtml() {
-    return as<QString>(ask(QStringLiteral("lirovan.innerHtml()")));
+    return as<QString>(ask(QStringLiteral("lirovan.innerHtml()"), Wait::BySize));
 }
 
 Outcome WebView::rewrite(const QString& html) {
     if (load_ == Load::Complete) load_ = Load::Idle;
     const QString text = readableAddresses(html, engine_->access());
-    const Outcome written = tell(QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(text)));
+    const Outcome written =
+        ask(QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(text)), Wait::BySize).outcome;
     if (written != Outcome::Answered) return written;
     if (const auto file = engine_->access().file(location_)) keepText(*file, text);
     return waitUntilComplete();
 }
 
 Reply<bool> WebView::replaceInPlace(const std::vector<Replacement>& changes) {
+    if (!isLarge()) return {Outcome::Answered, false};
     QString pairs;
     for (const Replacement& change : changes)
         pairs += QStringLiteral("[%1,%2],").arg(scriptText(change.from), scriptText(change.to));
-    const QString expression =
-        QStringLiteral("lirovan.replaceInPlace([%1],%2)").arg(pairs, isLarge() ? u"true" : u"false");
-    Reply<bool> done = as<bool>(ask(expression));
-    if (done && *done.value) changes_ += expression;
-    return done;
+    // A page that has no time now makes the change later; what is still to come has it once all is there.
+    changes_ += QStringLiteral("lirovan.replaceInPlace([%1])").arg(pairs);
+    const Outcome told = tell(changes_.last());
+    return {told == Outcome::Gone ? told : Outcome::Answered, true};
 }
 
 Reply<bool> WebView::hasElement(QStringView name) {
@@ -317,7 +322,7 @@ Reply<PagePlace> WebView::place(bool ofSelection) {
     if (hangs_ || load_ == Load::Running || page_->isAsking()) return {Outcome::TimedOut, {}};
     const QString question = ofSelection ? QStringLiteral("lirovanPlaces.ofSelection()")
                                          : QStringLiteral("lirovanPlaces.atTopEdge()");
-    const Reply<QString> reply = as<QString>(ask(question, false, PassingQuestion));
+    const Reply<QString> reply = as<QString>(ask(question, Wait::Passing));
     if (!reply) return {reply.outcome, {}};
     return {reply.outcome, placeFromJson(reply.value->toUtf8())};
 }
@@ -338,7 +343,8 @@ QString WebView::selectedText() const {
 }
 
 Reply<QString> WebView::selectionHtml(bool withMarks) {
-    return as<QString>(ask(QStringLiteral("lirovan.selectionHtml(%1)").arg(withMarks ? u"true" : u"false")));
+    return as<QString>(
+        ask(QStringLiteral("lirovan.selectionHtml(%1)").arg(withMarks ? u"true" : u"false"), Wait::BySize));
 }
 
 void WebView::selectAll() {

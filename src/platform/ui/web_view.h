@@ -44,6 +44,10 @@ class WebView : public QWidget, public PageView {
 
     void navigate(const QString& pathText) override;
     void navigate(const QString& pathText, const QByteArray& page) override;
+    /// Shows the page that another view was given, with what was changed in place there.
+    void showSameAs(const WebView& other);
+    /// The view was given a page at the location that takes seconds to lay out.
+    bool isLarge() const;
     /// Shows markup in the place of the file at a path text. Picture addresses "<folder>\OKU\..." are
     /// followed.
     void navigateToText(const QString& pathText, const QString& html);
@@ -117,6 +121,12 @@ class WebView : public QWidget, public PageView {
   private:
     struct Question;
     struct Finding;
+    enum class Wait {
+        Usual,
+        BySize,       ///< a large page has more time
+        UntilLoaded,  ///< likewise, but no longer than until a page has been loaded
+        Passing       ///< a moment; that the page does not answer by then says nothing of it
+    };
     enum class Load {
         Idle,      ///< the page is asked for its state
         Running,   ///< navigate() was called and has not ended
@@ -134,8 +144,6 @@ class WebView : public QWidget, public PageView {
     /// Evaluates an expression in passing; `then` gets its value while the finding goes on.
     void askFinding(const QString& expression, std::function<void(const QVariant&)> then);
     void give(GivenPage page);
-    /// The view was given a page at the location that takes seconds to lay out.
-    bool isLarge() const;
     void prepareForSize();
     /// Loads the page at the location: the one that the view was given, where it was.
     void load();
@@ -146,6 +154,8 @@ class WebView : public QWidget, public PageView {
     /// The page before has gone.
     bool hasArrived() const;
     void lookForArrival();
+    /// Covers a page that is too busy with itself to be seen, until it has time.
+    void lookForSigns();
     /// Shows the page at the location in a new process.
     void giveUp();
     std::chrono::milliseconds patience() const;
@@ -154,12 +164,10 @@ class WebView : public QWidget, public PageView {
     void showContextMenu(const QPoint& place);
     void selectAll();
     void loadEnded(bool failed);
+    void makeChanges();
     /// Evaluates an expression over `lirovan`, the page tools (page_tools.js). An expression that fails has
     /// no value.
-    /// `atMostUntilLoaded`: not waited for any longer when a page has been loaded meanwhile.
-    /// `limit`: the page is only asked in passing; that it does not answer by then says nothing of it.
-    Reply<QVariant> ask(const QString& expression, bool atMostUntilLoaded = false,
-                        std::optional<std::chrono::milliseconds> limit = std::nullopt);
+    Reply<QVariant> ask(const QString& expression, Wait wait = Wait::Usual);
     Outcome tell(const QString& expression) { return ask(expression).outcome; }
     /// Lets events run until the question is closed, its limit is over or the view is gone.
     Outcome waitFor(Question& question, std::chrono::milliseconds limit);
@@ -191,6 +199,8 @@ class WebView : public QWidget, public PageView {
     bool processEnded_ = false;
     bool loadsAfterEnd_ = false;  ///< the process is being ended for the next page
     QTimer arrival_;
+    QTimer signs_;
+    bool isCovered_ = false;
     bool isPrinting_ = false;
     std::vector<std::function<void()>> waitingPrints_;
     bool hangs_ = false;  ///< a question is unanswered beyond its limit

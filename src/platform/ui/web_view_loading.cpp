@@ -7,6 +7,7 @@
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
 
+#include "platform/core/html_depth.h"
 #include "platform/ui/content_page.h"
 #include "platform/ui/page_process.h"
 #include "platform/ui/script_text.h"
@@ -20,6 +21,13 @@ namespace {
 
 // The page before has to let go within this time. What is left of two seconds is for a new process.
 constexpr auto ArrivalLimit = 1000ms;
+
+// A page that has come and by then has no time for a question, which may take this long, is covered by a
+// notice.
+constexpr auto SignsLimit = 1400ms, SignLimit = 300ms;
+
+// The engine's own tree is no deeper than 512.
+constexpr qsizetype MostPageDepth = 500;
 
 // Between two looks at a page that is loading or being written; the end of loading is not waited out.
 constexpr auto LookInterval = 10ms;
@@ -66,12 +74,22 @@ void WebView::navigateToText(const QString& pathText, const QString& html) {
     load();
 }
 
+void WebView::showSameAs(const WebView& other) {
+    const GivenPage* page = other.engine_->pages().of(other.number_);
+    if (!page) return navigate(other.location_);
+    location_ = other.location_;
+    give(*page);
+    changes_ = other.changes_;
+    load();
+}
+
 void WebView::keepText(const QString& file, const QString& html) {
     give({file, html.toUtf8(), "text/html; charset=utf-8"});
 }
 
 void WebView::give(GivenPage page) {
     changes_.clear();
+    page.bytes = withBoundedDepth(page.bytes, MostPageDepth);
     engine_->pages().give(number_, std::move(page));
 }
 
@@ -125,6 +143,7 @@ void WebView::load() {
         arrival_.stop();
     page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
     page_->setUrl(address());
+    signs_.start(SignsLimit);
 }
 
 bool WebView::hasArrived() const {
@@ -133,6 +152,30 @@ bool WebView::hasArrived() const {
 
 void WebView::lookForArrival() {
     if (!hasArrived() && !page_->isAsking()) giveUp();
+}
+
+void WebView::lookForSigns() {
+    if (load_ != Load::Running || processEnded_) return;
+    if (!hasArrived() || page_->isAsking()) return signs_.start(SignLimit);
+    const auto answered = std::make_shared<bool>(false);
+    const QPointer self(this);
+    const QPointer page(page_);
+    page_->runJavaScript(QStringLiteral("1"), QWebEngineScript::ApplicationWorld,
+                         [self, page, answered](const QVariant&) {
+                             *answered = true;
+                             if (!self || !page || page != self->page_) return;
+                             // A large page has the changes before all of it has come.
+                             self->makeChanges();
+                             self->hangs_ = false;
+                             if (self->isCovered_) self->showPage();
+                         });
+    QTimer::singleShot(SignLimit, page_, [this, answered] {
+        if (*answered || load_ != Load::Running || processEnded_ || page_->isAsking()) return;
+        showNotice(
+            QStringLiteral("Bu sayfanın hazırlanması uzun sürüyor.\n"
+                           "Beklemeden başka bir konuya geçebilirsiniz."));
+        isCovered_ = hangs_ = true;
+    });
 }
 
 void WebView::giveUp() {
@@ -151,10 +194,14 @@ void WebView::giveUp() {
 void WebView::loadEnded(bool failed) {
     load_ = failed ? Load::Failed : loadIsAlone_ ? Load::Complete : Load::Idle;
     page_->setZoomFactor(zoom_);
-    if (engine_->fileAt(page_->url()) == engine_->access().file(location_))
-        for (const QString& change : changes_)
-            page_->runJavaScript(change, QWebEngineScript::ApplicationWorld);
+    if (isCovered_) showPage();
+    makeChanges();
     Q_EMIT loaded();
+}
+
+void WebView::makeChanges() {
+    if (engine_->fileAt(page_->url()) != engine_->access().file(location_)) return;
+    for (const QString& change : changes_) page_->runJavaScript(change, QWebEngineScript::ApplicationWorld);
 }
 
 Outcome WebView::waitUntilComplete() {
@@ -163,7 +210,8 @@ Outcome WebView::waitUntilComplete() {
     for (;;) {
         if (load_ == Load::Failed || load_ == Load::Complete) return Outcome::Answered;
         if (here.isForever() && hasArrived()) here = QDeadlineTimer(patience());
-        const Reply<QVariant> state = ask(QStringLiteral("lirovan.state()"), loadIsAlone_);
+        const Reply<QVariant> state =
+            ask(QStringLiteral("lirovan.state()"), loadIsAlone_ ? Wait::UntilLoaded : Wait::BySize);
         // No answer, and yet it goes on: the page was given up for one that is still to come.
         const bool replaced = state.outcome == Outcome::TimedOut && !hangs_;
         if (state.outcome != Outcome::Answered && !replaced) return state.outcome;

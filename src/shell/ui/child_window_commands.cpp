@@ -97,8 +97,6 @@ void ChildWindows::focusContentView() {
 void ChildWindows::changeContentFontSize(int step) {
     if (!content_) return;
     const platform::MdiChild::Hold hold(*content_);
-    // A page that is still loading could not be rewritten.
-    content_->wb_Icerik->waitUntilComplete();
     contentDecisions_.ChangeFontSize(step);
     // Pressed by the keyboard, the toolbar has the keys that now move the page.
     const QWidget* focused = QApplication::focusWidget();
@@ -141,12 +139,22 @@ void ChildWindows::stepZoom(int step) {
 void ChildWindows::openInNewWindow() {
     if (!content_ || !content_->wb_Icerik->isShown()) return;
     const platform::MdiChild::Hold hold(*content_);
+    const WebView& page = *content_->wb_Icerik;
+    // Reading a large page takes longer than anyone would wait, and some pages never answer.
+    if (page.isLarge()) return openSameInNewWindow();
     // A page that is still loading has no text to copy yet.
     content_->wb_Icerik->waitUntilComplete();
     const auto html = content_->wb_Icerik->innerHtml();
-    if (!html) return;
-    loadExtra({content_->wb_Icerik->location(), copiedPage(*html.value, services_.folder),
-               copiedCaption(content_->windowTitle(), *html.value), frame_.fontSize()});
+    if (html)
+        loadExtra({page.location(), copiedPage(*html.value, services_.folder),
+                   copiedCaption(content_->windowTitle(), *html.value), frame_.fontSize()});
+    else if (html.outcome == platform::Outcome::TimedOut)
+        openSameInNewWindow();
+}
+
+void ChildWindows::openSameInNewWindow() {
+    const WebView& page = *content_->wb_Icerik;
+    loadExtra({page.location(), {}, copiedCaption(content_->windowTitle(), {}), frame_.fontSize(), &page});
 }
 
 void ChildWindows::printPageDirectly() {

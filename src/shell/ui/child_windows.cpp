@@ -290,7 +290,7 @@ void ChildWindows::closeExtraWindows() {
 // ---- Hits of the shared content window ----
 
 void ChildWindows::ReOrderPos() {
-    if (!content_) return;
+    if (!content_ || pageCommands_.shown() != browse::ShownPage::MarkedPage) return;
     const platform::MdiChild::Hold hold(*content_);
     hits_->ReOrderPos();
 }

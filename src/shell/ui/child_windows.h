@@ -158,6 +158,7 @@ class ChildWindows : public QObject {
     std::shared_ptr<const search::RunHits> currentRun();
     void openHit(const search::SearchRun& run, const search::HitPlace& hit);
     void showBeside(QWidget* window, const QString& name);
+    void openSameInNewWindow();
     void nameActive();
     /// The keys of a content window are its page's, however the window became active.
     void focusActivePage();

@@ -121,8 +121,12 @@ void frm_IcerikN::addSpacer() {
 
 void frm_IcerikN::fill(const CopiedPage& page) {
     const Hold hold(*this);
-    wb_Icerik->navigateToText(page.location, page.html);
-    wb_Icerik->waitUntilComplete();
+    if (page.same) {
+        wb_Icerik->showSameAs(*page.same);
+    } else {
+        wb_Icerik->navigateToText(page.location, page.html);
+        wb_Icerik->waitUntilComplete();
+    }
     setWindowTitle(page.caption);
     FontSizeN(page.fontSize);
 }
@@ -131,6 +135,7 @@ void frm_IcerikN::focusPage() {
     const Hold hold(*this);
     const auto hit = [](int number) { return search::HitAnchor.toString() + QString::number(number); };
     wb_Icerik->setFocus();
+    if (wb_Icerik->isLarge()) return;
     if (!wb_Icerik->hasElement(hit(0)).valueOr(false)) return;
     wb_Icerik->focusElement(hit(0));
     if (wb_Icerik->isInFirstView(search::HitAnchor).valueOr(false)) return;

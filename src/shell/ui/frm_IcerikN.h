@@ -20,6 +20,8 @@ struct CopiedPage {
     QString html;      ///< its markup, made ready by copiedPage()
     QString caption;
     int fontSize;  ///< of the page, in pixels
+    /// Where it is set: shows this page, not waiting for it, in the place of the markup.
+    const platform::WebView* same = nullptr;
 };
 
 class frm_IcerikN : public platform::MdiChild {
@@ -39,7 +41,7 @@ class frm_IcerikN : public platform::MdiChild {
     platform::WebView* const wb_Icerik;
     platform::WebView* const wb_Icerik2;
 
-    /// Shows a page; waits until it is there.
+    /// Shows a page; waits until it is there unless it is the same as another.
     void fill(const CopiedPage& page);
     /// To the page: its first hit, where it has hits.
     void focusPage();

@@ -2,8 +2,6 @@
 // its layout knows no place below 8.3 million pixels.
 #pragma once
 
-#include <QString>
-
 #include "platform/core/rtf/document.h"
 
 namespace lirovan::platform::rtf {
@@ -12,10 +10,6 @@ namespace lirovan::platform::rtf {
 inline constexpr qsizetype MaxHtmlDepth = 200;
 /// Paragraphs and line breaks. A line may be 32 pixels high.
 inline constexpr qsizetype MaxLines = 250'000;
-
-/// The same text with elements of at most MaxHtmlDepth within one another: tags that lie deeper are left out,
-/// and the lines that they would have begun begin with <br>.
-QString withBoundedDepth(const QString& html);
 
 /// Joins the paragraphs from line `lines` on with blanks, into a few long ones. No text is left out.
 void joinLinesBeyond(Document& document, qsizetype lines = MaxLines);
