@@ -94,10 +94,10 @@ TEST(RtfDocument, FlattensWhatLiesTooDeepAndLosesNoText) {
     const QString page =
         u"<!-- <b> --><script>if (a<b) '<i>'</script><ul><li>a<li>b</ul><br><table><tr><td>c"_s;
     EXPECT_EQ(withBoundedDepth(page, 200), page);
-    EXPECT_EQ(withBoundedDepth(u"<b>a<div><i><div>b</div>c</i></div></b>d"_s, 1), u"<b>a<br>b<br>c</b>d");
+    EXPECT_EQ(withBoundedDepth(u"<b>a<div><i><div>b</div>c</i></div></b>d"_s, 1), u"<b>a<br>b<br>c<br></b>d");
     const std::pair<QByteArray, QByteArray> pages[] = {
         {"<DIV><p>\xfe<p>b<br><img><td><div>c</DIV></div>\xf0", {}},
-        {"<div><p><div><B>\xfe</B><div>b", "<div><p><div>\xfe<br>b"},
+        {"<div><div><div><B>\xfe</B><div>b", "<div><div><div>\xfe<br>b"},
     };
     for (const auto& [given, bounded] : pages)
         EXPECT_EQ(withBoundedDepth(given, 3), bounded.isEmpty() ? given : bounded) << given.toStdString();
