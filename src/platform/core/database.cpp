@@ -276,12 +276,12 @@ Result<Database> Database::open(const QString& path, OpenMode mode) {
     if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
     auto opened = connected(path.toStdString(), flags);
     const bool isFixed =
-        mode == OpenMode::ReadOnly && !opened && !QFileInfo(QFileInfo(path).path()).isWritable();
+        mode != OpenMode::Create && !opened && !QFileInfo(QFileInfo(path).path()).isWritable();
     if (isFixed && hasJournal(path)) return unfinishedAndFixed();
     // A file in WAL form is read only where files can be made beside it, unless nobody can change it.
     if (isFixed)
         opened = connected(QUrl::fromLocalFile(path).toEncoded().toStdString() + "?immutable=1",
-                           flags | SQLite::OPEN_URI);
+                           SQLite::OPEN_READONLY | SQLite::OPEN_URI);
     if (!opened) return opened.error();
     return Database(std::move(*opened));
 }
