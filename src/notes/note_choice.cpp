@@ -46,7 +46,7 @@ std::vector<ListedNote> chosenNotes(const std::vector<ListedNote>& all, const No
 std::vector<NoteHit> hitsInText(const QString& text, const QString& query,
                                 const search::SearchOptions& options) {
     if (query.trimmed().isEmpty()) return {};
-    const std::vector<SearchableNote> note{searchable({}, text)};
+    const std::vector<SearchableNote> note{searchableText({}, text)};
     const std::vector<FoundNote> found = findNotes(note, query, options);
     if (found.empty()) return {};
     std::vector<NoteHit> hits = found.front().hits;

@@ -71,11 +71,7 @@ std::vector<NoteHit> hitsOf(search::SearchRun& run, const search::TopicScanner& 
 }  // namespace
 
 SearchableNote searchable(const Note& note) {
-    return searchable(note, textOf(note.rtf).plainText());
-}
-
-SearchableNote searchable(const Note& note, const QString& text) {
-    SearchableNote result = searchableText(note.id, text);
+    SearchableNote result = searchableText(note.id, textOf(note.rtf).plainText());
     result.date = note.date;
     result.title = note.title;
     return result;

@@ -29,8 +29,6 @@ platform::Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabas
 SearchableNote searchable(const Note& note);
 /// Any plain text, as a note that has no date and no title.
 SearchableNote searchableText(NoteId id, const QString& text);
-/// The same of a text; `note` gives the rest.
-SearchableNote searchable(const Note& note, const QString& text);
 
 struct NoteHit {
     qint64 position;  ///< 1-based, UTF-16 units of the note's plain text

@@ -193,6 +193,7 @@ void SearchTab::offer(const QString& query, const SearchOptions& options) {
     chk_TMK->setChecked(options.wholeWord);
     chk_HPI->setChecked(options.allWords);
     chk_FindWith->setChecked(options.together);
+    chk_Ses->setChecked(options.soundChanges);
 }
 
 void SearchTab::open(ResultNode& node) {
