@@ -323,7 +323,8 @@ std::optional<qint32> SearchWindow::showTopic(const HitPlace& hit, const SearchR
     // The topic may be gone since the search; then the page stays as it is.
     if (!page) return std::nullopt;
 
-    parts_.content.aboutToShow(pageOf(node));
+    parts_.content.aboutToShow(
+        {browse::PageIdentity::Kind::MarkedPage, hit.topic, {}, hit.headingRow, run.AramaNo, 0});
     parts_.state.showPanel3 = true;
     parts_.page.showPageCommands(browse::ShownPage::Topic);
     parts_.content.show();
