@@ -26,7 +26,7 @@ void rewriteWithFontSize(platform::PageView& page, int oldSize, int newSize,
     const platform::Reply<bool> changed = page.replaceInPlace(fontSizeChanges(oldSize, newSize));
     if (changed.outcome != platform::Outcome::Answered || changed.value == true) return;
     // A page that is still loading could not be rewritten.
-    page.waitUntilComplete();
+    if (page.waitUntilComplete() == platform::Outcome::Gone) return;
     platform::Reply<QString> html = page.innerHtml();
     if (!html) return;
     QString text = std::move(*html.value);

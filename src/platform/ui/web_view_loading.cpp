@@ -161,16 +161,18 @@ void WebView::lookForSigns() {
     const QPointer self(this);
     const QPointer page(page_);
     page_->runJavaScript(QStringLiteral("1"), QWebEngineScript::ApplicationWorld,
-                         [self, page, answered](const QVariant&) {
+                         [self, page, answered](const QVariant& answer) {
                              *answered = true;
-                             if (!self || !page || page != self->page_) return;
+                             // A page that goes answers, too, with nothing.
+                             if (!answer.isValid() || !self || !page || page != self->page_) return;
                              // A large page has the changes before all of it has come.
                              self->makeChanges();
                              self->hangs_ = false;
                              if (self->isCovered_) self->showPage();
                          });
-    QTimer::singleShot(SignLimit, page_, [this, answered] {
-        if (*answered || load_ != Load::Running || processEnded_ || page_->isAsking()) return;
+    QTimer::singleShot(SignLimit, this, [this, page, answered] {
+        if (*answered || page != page_ || load_ != Load::Running || processEnded_ || page_->isAsking())
+            return;
         showNotice(
             QStringLiteral("Bu sayfanın hazırlanması uzun sürüyor.\n"
                            "Beklemeden başka bir konuya geçebilirsiniz."));
