@@ -9,6 +9,7 @@
 
 #include "desk/bookmark_list.h"
 #include "desk/session_store.h"
+#include "support/full_disk.h"
 #include "support/library_file.h"
 #include "support/user_places.h"
 
@@ -211,4 +212,35 @@ TEST_F(ReaderFileTest, SetsABadFileAsideAndGoesOnWithAnother) {
     ASSERT_TRUE(aside);
     EXPECT_TRUE(bookmarks.add(at(101, u"Şu dağın"_s)));
     EXPECT_EQ(readFile(*aside), "bozuk");
+}
+
+TEST_F(ReaderFileTest, AFullDiskIsToldAndLosesNothing) {
+    {
+        const FullDisk full;
+        EXPECT_FALSE(bookmarks.add(at(101, u"Şu dağın"_s))) << "not even made";
+        EXPECT_FALSE(writeSession(path, someSession()));
+    }
+    ASSERT_TRUE(bookmarks.add(at(101, u"Şu dağın"_s)));
+    {
+        const FullDisk full;
+        EXPECT_FALSE(bookmarks.add(at(102, u"Su akar"_s)));
+        EXPECT_FALSE(bookmarks.remove({1}));
+        SessionStore(path).keep(someSession());
+    }
+    ASSERT_TRUE(bookmarks.all());
+    EXPECT_EQ(bookmarks.all()->size(), 1U);
+    EXPECT_TRUE(bookmarks.add(at(102, u"Su akar"_s)));
+}
+
+TEST_F(ReaderFileTest, GoesOnInTheUsersFolderWhereTheLibrarysCannotBeWritten) {
+    const UserPlaces places;
+    ASSERT_TRUE(bookmarks.add(at(101, u"Şu dağın"_s)));
+    letLookInto(file.folder());
+    const ProtectedFolder notes(file.filePath(u"Notlar"_s));
+    const Bookmarks users{readerFilePath(file.appFolder())};
+    EXPECT_NE(users.path(), path);
+    ASSERT_TRUE(users.add(at(102, u"Su akar"_s)));
+    EXPECT_EQ(users.all()->size(), 2U);
+    EXPECT_EQ(readerFilePath(file.appFolder()), users.path());
+    EXPECT_EQ(bookmarks.all()->size(), 1U);
 }
