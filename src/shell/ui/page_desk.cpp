@@ -19,6 +19,26 @@ void ChildWindows::findOnPage() {
     if (auto* strip = window->findChild<browse::FindStrip*>()) strip->open();
 }
 
+void ChildWindows::copyWithSource() {
+    if (!content_ || isBusy()) return;
+    platform::WebView& page = *content_->wb_Icerik;
+    if (!page.isShown() || !shown_.isOfTopic())
+        return frame_.showPassingText(QStringLiteral("Kaynağı bilinen bir konu açık değil."));
+    if (!page.hasSelection()) return frame_.showPassingText(QStringLiteral("Önce kopyalanacak yeri seçin."));
+    const platform::MdiChild::Hold hold(*content_);
+    const std::optional<qint64> row = shown_.headingRow > 0 ? std::optional(shown_.headingRow) : std::nullopt;
+    const auto heading = library_.headingWithBook(shown_.topic, row);
+    if (!heading || !*heading) return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
+    const auto author = library_.author((**heading).author);
+    const QString source =
+        browse::sourceLine(author && *author ? (**author).name : QString(),
+                           text::ClearTitle(QString((**heading).bookTitle)), (**heading).title);
+    const auto place = page.place(true);
+    page.copyWithSource(source,
+                        browse::topicAddress({shown_.topic, place ? place.value->passage : QString()}));
+    frame_.showPassingText(QStringLiteral("Kopyalandı: ") + source);
+}
+
 void ChildWindows::placeSideBySide() {
     frm_IcerikN* extra = extra_.at(extra_.highest());
     if (!extra) return frame_.showPassingText(QStringLiteral("Yan yana dizilecek yeni pencere yok."));
