@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include "browse/page_layout.h"
 #include "platform/core/file_writer.h"
@@ -36,12 +35,6 @@ bool replace(const QString& path, const QByteArray& bytes) {
     return platform::writeWholeFile(path, bytes, platform::Durability::Fast) || replaceInPlace(path, bytes);
 }
 
-// A folder may hold nothing but a library.
-bool writeToFolder(const QString& path, const QByteArray& bytes) {
-    const QString pages = QFileInfo(path).path();
-    return (QFileInfo::exists(pages) || QDir().mkdir(pages)) && replace(path, bytes);
-}
-
 bool writeToCache(const platform::AppFolder& folder, const QByteArray& bytes) {
     const QString cache = platform::cacheFolder(folder);
     return QDir().mkpath(cache) && replace(cache + u"/oku.html"_s, bytes);
@@ -52,7 +45,7 @@ bool writeToCache(const platform::AppFolder& folder, const QByteArray& bytes) {
 Result<QByteArray> writePage(const platform::AppFolder& folder, QStringView page) {
     const QString path = folder.path(PageFile);
     const QByteArray bytes = pageBytes(page);
-    if (writeToFolder(path, bytes) || writeToCache(folder, bytes)) return bytes;
+    if (replace(path, bytes) || writeToCache(folder, bytes)) return bytes;
     return Error{u"Sayfa dosyası yazılamadı:\n%1"_s.arg(path)};
 }
 
