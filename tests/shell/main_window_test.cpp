@@ -58,6 +58,7 @@ TEST_F(MainWindowTest, StartsMaximizedWithBothWindowsSideBySideAndItsBarsFilled)
                                   u"Yer İm&leri...|Ctrl+Shift+D"_s,
                                   u"Say&fada Bul...|Ctrl+F"_s,
                                   u"Kelime &Şeridi|Ctrl+K"_s,
+                                  u"Kaynağıyla K&opyala|Ctrl+Shift+C"_s,
                                   u"Yan Yana D&iz|"_s,
                                   u"&Görünüm|"_s,
                                   u"Da&ğılım|Ctrl+Shift+G"_s,

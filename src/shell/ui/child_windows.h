@@ -78,6 +78,7 @@ class ChildWindows : public QObject {
     void stepZoom(int step);
     void restoreZoom();      ///< as it was when the program was closed
     void findOnPage();       ///< the strip under the page of the active content window
+    void copyWithSource();   ///< the selection of the topic that is shown, and a line that leads back to it
     void placeSideBySide();  ///< the content window and the newest extra window
     void toggleWords();      ///< the strip of the run's words
     /// A link of a note: to a place in a topic, or to a foreign address, which is asked about.

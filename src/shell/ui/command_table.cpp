@@ -200,6 +200,8 @@ constexpr CommandRow Okuma[] = {
     {u"sep8"},
     {u"mnu_SayfadaBul", FindOnPage, u"Say&fada Bul...", u"Ctrl+F", Plain, [](W& w) { w.findOnPage(); }},
     {u"mnu_KelimeSeridi", ToggleWords, u"Kelime &Şeridi", u"Ctrl+K", Checked, [](W& w) { w.toggleWords(); }},
+    {u"mnu_KaynaklaKopyala", CopyWithSource, u"Kaynağıyla K&opyala", u"Ctrl+Shift+C", Plain,
+     [](W& w) { w.copyWithSource(); }},
     {u"mnu_YanYana", PlaceSideBySide, u"Yan Yana D&iz", {}, Plain, [](W& w) { w.placeSideBySide(); }},
     {u"mnu_GorunumAc", OpenMenu, u"&Görünüm", {}, Plain, nullptr, u"mnu_Gorunum"},
     {u"sep11"},

@@ -51,6 +51,7 @@ enum class Command {
     ChangeLook,
     FindOnPage,
     ToggleWords,
+    CopyWithSource,
     PlaceSideBySide,
     AddBooks,
     RemoveBooks,

@@ -7,6 +7,7 @@
 #include "browse/ui/find_strip.h"
 #include "shell/ui/child_windows.h"
 #include "shell/ui/page_looks.h"
+#include "text/title.h"
 
 namespace lirovan::shell {
 
