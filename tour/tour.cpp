@@ -66,8 +66,7 @@ bool Tour::run() {
     folder_.mkpath(u"."_s);
     settle(PageMs);
     return picture(u"giris"_s) && readTopic() && stopSearch() && search() && openHit() && summary() &&
-           extraWindow() && notebook() && addBook() &&
-           modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
+           extraWindow() && notebook() && addBook() && modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
            modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s);
 }
 

@@ -1,5 +1,5 @@
-// books_bench LIBRARY FILE: reads and adds a book in the window, and prints the longest time in which no event could
-// be answered meanwhile.
+// books_bench LIBRARY FILE: reads and adds a book in the window, and prints the longest time in which no
+// event could be answered meanwhile.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>

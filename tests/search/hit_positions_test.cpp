@@ -52,7 +52,7 @@ TEST(HitPositions, StepsToBothEndsWithoutWrapping) {
     page.hits.goToButton(2);
     EXPECT_EQ(page.view.scrolledTo, 333);
     EXPECT_TRUE(page.enabled[Up.toString()] && !page.enabled[Down.toString()]);
-    page.hits.goToButton(3);                      // there is none
+    page.hits.goToButton(3);                // there is none
     page.view.positions = {300, 100, 100};  // numbers go by words, stops by height
     page.hits.goToButton(2);
     EXPECT_EQ(page.hits.current(), 1);

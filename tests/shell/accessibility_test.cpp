@@ -73,7 +73,9 @@ class EveryWindow : public MainWindowTest {
 };
 
 std::string described(const QObject* object) {
-    return object ? object->metaObject()->className() + (" " + object->objectName().toStdString()) : "?";
+    if (!object) return "?";
+    return (QString::fromLatin1(object->metaObject()->className()) + u' ' + object->objectName())
+        .toStdString();
 }
 
 QList<QWidget*> visibleIn(const QWidget* shown) {
