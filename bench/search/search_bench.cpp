@@ -110,7 +110,7 @@ struct Tab {
     explicit Tab(const Sample& sample)
         : library(must(data::Library::openFile(sample.library, OpenMode::ReadWrite))),
           folder(sample.folder.path()),
-          tab({frame, dialogs, content, library, folder, state}) {
+          tab({frame, dialogs, content, library, folder, page, state}) {
         QDir(sample.folder.path()).mkdir(u"OKU"_s);
         tab.resize(320, 700);
         tab.show();
@@ -124,6 +124,7 @@ struct Tab {
     test::FakeMainFrame frame;
     test::ScriptedDialogs dialogs;
     test::FakeContentView content;
+    browse::PageCommands page{frame};
     browse::SearchTabState state;
     data::Library library;
     platform::AppFolder folder;

@@ -1,5 +1,6 @@
 #include "data/book_tables.h"
 
+#include <QStringList>
 #include <algorithm>
 
 #include "platform/core/library_layout.h"

@@ -184,7 +184,7 @@ std::optional<Bookmark> bookmarkOf(const data::Library& library, data::TopicId t
         if (const auto author = library.author((**row).author); author && *author)
             bookmark.author = (**author).name.trimmed();
     if (place.atTop || place.passage.isEmpty()) {
-        const QString beginning = plain->left(2 * platform::PassageLength).simplified();
+        const QString beginning = plain->left(qsizetype{2} * platform::PassageLength).simplified();
         const qsizetype end = beginning.lastIndexOf(u' ', platform::PassageLength);
         place.passage = beginning.size() <= platform::PassageLength || end <= 0
                             ? beginning.left(platform::PassageLength)

@@ -50,7 +50,7 @@ QJsonArray idArray(const std::vector<Id>& ids) {
 template <class Id>
 std::vector<Id> ids(const QJsonValue& value) {
     std::vector<Id> result;
-    for (const QJsonValue& each : value.toArray()) result.push_back({each.toInteger()});
+    for (const auto& each : value.toArray()) result.push_back({each.toInteger()});
     return result;
 }
 
