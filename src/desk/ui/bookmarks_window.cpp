@@ -92,7 +92,7 @@ BookmarksWindow::BookmarksWindow(BookmarkList list, platform::Dialogs& dialogs, 
     view_->setAllColumnsShowFocus(true);
     view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view_->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(view_, &QTreeView::activated, this, &BookmarksWindow::open);
+    connect(view_, &QTreeView::activated, this, &BookmarksWindow::openSelected);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(searchRow());
@@ -155,7 +155,7 @@ QWidget* BookmarksWindow::buttons() {
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins({});
-    action(u"ymAc"_s, u"&Aç"_s, {}, &BookmarksWindow::open);
+    action(u"ymAc"_s, u"&Aç"_s, {}, &BookmarksWindow::openSelected);
     action(u"ymAdlandir"_s, u"&Yeniden Adlandır..."_s, Qt::Key_F2, &BookmarksWindow::rename);
     action(u"ymSil"_s, u"&Sil"_s, QKeySequence::Delete, &BookmarksWindow::remove);
     action(u"ymGeriAl"_s, u"Silmeyi &Geri Al"_s, QKeySequence::Undo, &BookmarksWindow::undo);
@@ -202,7 +202,7 @@ void BookmarksWindow::show() {
     actions_[4]->setEnabled(shown > 0);
 }
 
-void BookmarksWindow::open() {
+void BookmarksWindow::openSelected() {
     const QModelIndex current = view_->currentIndex();
     if (!current.isValid()) return;
     chosen_ = list_.at(static_cast<std::size_t>(current.row()));

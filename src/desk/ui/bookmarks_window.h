@@ -54,7 +54,7 @@ class BookmarksWindow : public QDialog {
     QWidget* buttons();
     std::vector<std::size_t> selected() const;
     void show();
-    void open();
+    void openSelected();
     void rename();
     void remove();
     void undo();
