@@ -12,10 +12,10 @@ ResultNode* neighbour(ResultNode* node, int step) {
     if (step > 0 && !node->children.empty()) return node->children.front();
     for (; node->parent; node = node->parent) {
         const auto& siblings = node->parent->children;
-        const auto row = static_cast<std::size_t>(node->row + step);
-        if (node->row + step < 0) return node->parent;
-        if (row >= siblings.size()) continue;
-        node = siblings[row];
+        const std::ptrdiff_t row = std::ptrdiff_t{node->row} + step;
+        if (row < 0) return node->parent;
+        if (row >= std::ssize(siblings)) continue;
+        node = siblings[static_cast<std::size_t>(row)];
         while (step < 0 && !node->children.empty()) node = node->children.back();
         return node;
     }

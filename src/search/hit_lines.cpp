@@ -53,10 +53,10 @@ const TopicContexts* HitLines::contextsOf(size_t topic) {
     const Result<Step> step = texts->step();
     if (!step || *step == Step::Done) return nullptr;
     auto* made = new TopicContexts(search::contextsOf(texts->utf8(0), list_.hitsOf(topic), Width));
-    const auto cost = static_cast<qsizetype>(made->plain.size() + made->contexts.size() * sizeof(Context));
+    const qsizetype cost = std::ssize(made->plain) + std::ssize(made->contexts) * qsizetype{sizeof(Context)};
     // A topic larger than all that is kept is kept alone: else it would be read for each of its lines.
     contexts_.insert(topic, made, std::min(cost, KeptBytes));
-    return made;
+    return contexts_.object(topic);
 }
 
 QString HitLines::source(size_t topic) {
