@@ -131,7 +131,8 @@ Error closed() {
     return {QStringLiteral("Veritabanı açık değil.")};
 }
 
-Result<std::shared_ptr<SQLite::Database>> connected(const std::string& name, int flags) {
+// `code`: that of the failure.
+Result<std::shared_ptr<SQLite::Database>> connected(const std::string& name, int flags, int& code) {
     try {
         // A connection belongs to one thread; another thread opens its own.
         auto connection = std::make_shared<SQLite::Database>(name, flags | SQLite::OPEN_NOMUTEX);
@@ -141,6 +142,7 @@ Result<std::shared_ptr<SQLite::Database>> connected(const std::string& name, int
         connection->execAndGet("SELECT count(*) FROM sqlite_master");
         return connection;
     } catch (const SQLite::Exception& exception) {
+        code = exception.getErrorCode();
         // The statements above are right, so it is the file that SQLite does not understand.
         return exception.getErrorCode() == SQLITE_ERROR ? damaged() : error(exception);
     }
@@ -267,6 +269,17 @@ bool hasJournal(const QString& path) {
            QFileInfo(path + SideFiles[1].toString()).size() > 0;
 }
 
+bool isDamaged(const QString& path) {
+    try {
+        SQLite::Database connection(path.toStdString(), SQLite::OPEN_READONLY);
+        connection.setBusyTimeout(5000);
+        registerTurkish(connection.getHandle());
+        return connection.execAndGet("PRAGMA quick_check(1)").getString() != "ok";
+    } catch (const SQLite::Exception& exception) {
+        return exception.getErrorCode() == SQLITE_NOTADB || exception.getErrorCode() == SQLITE_CORRUPT;
+    }
+}
+
 Result<Database> Database::open(const QString& path, OpenMode mode) {
     // Where the file cannot be written, its error is told by what follows.
     if (mode == OpenMode::ReadOnly && QFileInfo(path + SideFiles[0].toString()).size() > 0)
@@ -274,14 +287,16 @@ Result<Database> Database::open(const QString& path, OpenMode mode) {
     int flags = SQLite::OPEN_READONLY;
     if (mode == OpenMode::ReadWrite) flags = SQLite::OPEN_READWRITE;
     if (mode == OpenMode::Create) flags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
-    auto opened = connected(path.toStdString(), flags);
-    const bool isFixed =
-        mode != OpenMode::Create && !opened && !QFileInfo(QFileInfo(path).path()).isWritable();
+    int code = SQLITE_OK;
+    auto opened = connected(path.toStdString(), flags, code);
+    // What another program holds (busy) is not fixed.
+    const bool isFixed = (code == SQLITE_CANTOPEN || code == SQLITE_READONLY) && mode != OpenMode::Create &&
+                         !QFileInfo(QFileInfo(path).path()).isWritable();
     if (isFixed && hasJournal(path)) return unfinishedAndFixed();
     // A file in WAL form is read only where files can be made beside it, unless nobody can change it.
     if (isFixed)
         opened = connected(QUrl::fromLocalFile(path).toEncoded().toStdString() + "?immutable=1",
-                           SQLite::OPEN_READONLY | SQLite::OPEN_URI);
+                           SQLite::OPEN_READONLY | SQLite::OPEN_URI, code);
     if (!opened) return opened.error();
     return Database(std::move(*opened));
 }

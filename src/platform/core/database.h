@@ -94,6 +94,9 @@ class Database {
 /// The files beside a database that belong to it: a journal left by a crash would be played into whatever
 /// file takes the database's name.
 inline constexpr QStringView SideFiles[] = {u"-journal", u"-wal", u"-shm"};
+/// Whether the file is no database, or one whose pages are damaged. One that cannot be looked into is
+/// neither.
+bool isDamaged(const QString& path);
 /// Whether the database, or a file that is to be made at `path`, has a journal with content.
 bool hasJournal(const QString& path);
 

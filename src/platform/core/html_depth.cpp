@@ -1,13 +1,17 @@
 #include "platform/core/html_depth.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace lirovan::platform {
 namespace {
 
-constexpr qsizetype LongestName = 16;
+// Longer than any name that counts, and short enough for a string to need no memory.
+constexpr qsizetype LongestName = 15;
 
 bool isLetterOrDigit(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
@@ -18,7 +22,8 @@ bool isOneOf(QByteArrayView name, std::initializer_list<const char*> names) {
 }
 
 // Names of elements are ASCII, and compared as such.
-QByteArray elementName(QByteArray name) {
+template <class Name>
+Name elementName(Name name) {
     for (char& c : name)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
     return name;
@@ -102,7 +107,13 @@ class DepthBound {
 
     void begin(const QByteArray& name, qsizetype end) {
         if (endsItself(name)) leave(name);
+        // One anchor ends the other, as pages with unclosed <a name=…> rely on.
+        if (name == "a" && !open_.empty() && open_.back() == "a") open_.pop_back();
+        // In a drawing "/>" ends an element; in the page's own markup it means nothing.
+        if (drawing_ && html_.at(end - 2) == u'/')
+            return std::ssize(open_) < depth_ ? copyTo(end) : leaveOut(name, end);
         open_.push_back(name);
+        if (!drawing_ && isOneOf(name, {"svg", "math"})) drawing_ = std::ssize(open_);
         if (std::ssize(open_) > depth_) return leaveOut(name, end);
         if (beginsALine(name)) lineHasText_ = false;
         copyTo(end);
@@ -129,7 +140,11 @@ class DepthBound {
     void leave(const QByteArray& name) {
         const qsizetype least = std::max<qsizetype>(0, std::ssize(open_) - 2 * depth_);
         for (qsizetype i = std::ssize(open_) - 1; i >= least; --i) {
-            if (open_[static_cast<size_t>(i)] == name) return open_.resize(static_cast<size_t>(i));
+            if (open_[static_cast<size_t>(i)] == name) {
+                open_.resize(static_cast<size_t>(i));
+                if (drawing_ && i < *drawing_) drawing_.reset();
+                return;
+            }
             // What ends itself does so within its own list or table.
             if (endsItself(name) && isOneOf(open_[static_cast<size_t>(i)], {"ul", "ol", "table"})) return;
         }
@@ -140,20 +155,27 @@ class DepthBound {
     qsizetype at_ = 0;
     bool lineHasText_ = false;
     std::vector<QByteArray> open_;
+    std::optional<qsizetype> drawing_;  ///< how many were open when a drawing had begun, in which it goes on
     QString result_;
 };
 
-/// A quick look that a page of ordinary depth passes.
+/// A quick look that a page of ordinary depth passes. What closes nothing lowers nothing.
 bool mayBeDeeper(QByteArrayView page, qsizetype depth) {
     qsizetype open = 0;
+    std::unordered_map<std::string, qsizetype> openOf;
     for (qsizetype at = page.indexOf('<'); at >= 0; at = page.indexOf('<', at + 1)) {
         const bool closes = page.sliced(at + 1).startsWith('/');
         const qsizetype begin = at + (closes ? 2 : 1);
         qsizetype end = begin;
         while (end < page.size() && end - begin < LongestName && isLetterOrDigit(page[end])) ++end;
-        const QByteArray name = elementName(page.sliced(begin, end - begin).toByteArray());
-        if (name.isEmpty() || isVoid(name) || endsItself(name)) continue;
-        open = closes ? std::max<qsizetype>(0, open - 1) : open + 1;
+        const std::string name =
+            elementName(std::string(page.data() + begin, static_cast<size_t>(end - begin)));
+        if (name.empty() || isVoid(name) || endsItself(name)) continue;
+        qsizetype& ofName = openOf[name];
+        if (closes && ofName == 0) continue;
+        const int change = closes ? -1 : 1;
+        ofName += change;
+        open += change;
         if (open > depth) return true;
     }
     return false;

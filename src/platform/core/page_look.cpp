@@ -66,9 +66,10 @@ QString colourRules(const LookColours& c, bool dark) {
         "MARK:not(#_),MARK:not(#_) *{color:MARKINK!important}"_s;
     if (dark) rules += u"img:not(#_){background:#fff!important;filter:brightness(.85)}"_s;
     rules.replace(u"MARKINK"_s, css(MarkInk)).replace(u"MARK"_s, Mark);
+    // "LINK" holds "INK", and goes first.
     const std::pair<QStringView, quint32> values[] = {
-        {u"GROUND", c.ground}, {u"INK", c.ink},       {u"LINE", c.line}, {u"LINK", c.link},
-        {u"TINT", c.tint},     {u"ACCENT", c.accent}, {u"BAND", c.band}};
+        {u"LINK", c.link}, {u"GROUND", c.ground}, {u"INK", c.ink},  {u"LINE", c.line},
+        {u"TINT", c.tint}, {u"ACCENT", c.accent}, {u"BAND", c.band}};
     for (const auto& [name, colour] : values) rules.replace(name.toString(), css(colour));
     return rules + u":root{color-scheme:%1}"_s.arg(dark ? u"dark"_s : u"light"_s);
 }

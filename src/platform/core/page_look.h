@@ -51,7 +51,7 @@ double contrast(quint32 one, quint32 other);
 /// to each other, ink and link give way.
 LookColours coloursOf(PageColours look, const LookColours& desktop);
 
-/// The style sheet of a look, for every page. `marks` in their own colours, with a ground of their own.
+/// The style sheet of a look, for every page. Marks keep their colours.
 QString lookStyle(const PageLook& look, const LookColours& desktop);
 
 /// A look in one line, for storing: "gece serif=1 satir=2 aralik=0", and back. What is not understood is as

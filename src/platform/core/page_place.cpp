@@ -15,7 +15,7 @@ namespace {
 constexpr qsizetype LeastPassage = 12;
 
 double within(double value, double least, double most) {
-    return std::isfinite(value) ? std::clamp(value, least, most) : least;
+    return std::clamp(std::isfinite(value) ? value : 0.0, least, most);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
@@ -127,6 +128,8 @@ std::optional<QString> MessageBoxes::ask(const Question& question) {
     dialog.setObjectName(QStringLiteral("inputDialog"));
     dialog.setWindowTitle(question.title);
     dialog.setLabelText(question.prompt);
+    // It may quote a page.
+    if (auto* label = dialog.findChild<QLabel*>()) label->setTextFormat(Qt::PlainText);
     dialog.setTextValue(question.initial);
     dialog.setOkButtonText(QStringLiteral("Tamam"));
     dialog.setCancelButtonText(QStringLiteral("İptal"));

@@ -40,6 +40,7 @@
       const nextBlock = blockOf(next);
       text += (nextBlock === block ? '' : ' ') + next.data.slice(0, length);
       block = nextBlock;
+      if (next.data.length > length) break;  // what follows the cut is not read
       if (text.replace(/\s+/g, ' ').length > length) break;
     }
     return text.replace(/\s+/g, ' ').trim().slice(0, length);

@@ -322,7 +322,7 @@ Reply<PagePlace> WebView::place(bool ofSelection) {
     if (hangs_ || load_ == Load::Running || page_->isAsking()) return {Outcome::TimedOut, {}};
     const QString question = ofSelection ? QStringLiteral("lirovanPlaces.ofSelection()")
                                          : QStringLiteral("lirovanPlaces.atTopEdge()");
-    const Reply<QString> reply = as<QString>(ask(question, Wait::Passing));
+    const Reply<QString> reply = as<QString>(ask(question, ofSelection ? Wait::Usual : Wait::Passing));
     if (!reply) return {reply.outcome, {}};
     return {reply.outcome, placeFromJson(reply.value->toUtf8())};
 }

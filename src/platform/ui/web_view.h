@@ -194,6 +194,7 @@ class WebView : public QWidget, public PageView {
     double zoom_ = 1.0;
     int wheelTurned_ = 0;
     std::unique_ptr<Finding> finding_;
+    int findRun_ = 0;  ///< answers to an earlier page or query are dropped
     Load load_ = Load::Idle;
     bool loadIsAlone_ = false;
     bool processEnded_ = false;

@@ -25,8 +25,8 @@ QString placesText(const std::vector<text::TextRange>& hits, qsizetype again) {
 void WebView::askFinding(const QString& expression, std::function<void(const QVariant&)> then) {
     const QPointer self(this);
     page_->runJavaScript(expression, QWebEngineScript::ApplicationWorld,
-                         [self, run = finding_->run, then = std::move(then)](const QVariant& value) {
-                             if (self && self->finding_ && self->finding_->run == run) then(value);
+                         [self, run = findRun_, then = std::move(then)](const QVariant& value) {
+                             if (self && self->finding_ && self->findRun_ == run) then(value);
                          });
 }
 
@@ -35,20 +35,18 @@ void WebView::findOnPage(const QString& query) {
         if (finding_)
             page_->runJavaScript(QStringLiteral("lirovanFind.clear()"), QWebEngineScript::ApplicationWorld);
         finding_.reset();
+        ++findRun_;
         Q_EMIT foundChanged(0, 0, true);
         return;
     }
-    const int run = finding_ ? finding_->run : 0;
     finding_ = std::make_unique<Finding>(query);
-    finding_->run = run;
     findAgain();
 }
 
 void WebView::findAgain() {
     if (!finding_) return;
-    const int run = finding_->run;
     *finding_ = Finding(finding_->query);
-    finding_->run = run + 1;
+    ++findRun_;
     page_->runJavaScript(QStringLiteral("lirovanFind.begin()"), QWebEngineScript::ApplicationWorld);
     findMore();
 }

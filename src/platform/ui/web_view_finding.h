@@ -13,7 +13,6 @@ struct WebView::Finding {
 
     QString query;
     text::TextFinder finder;
-    int run = 0;  ///< answers of an earlier page or query are dropped
     int pieces = 0;
     int count = 0;
     int current = -1;  ///< from 0

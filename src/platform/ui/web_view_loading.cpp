@@ -78,7 +78,7 @@ void WebView::showSameAs(const WebView& other) {
     const GivenPage* page = other.engine_->pages().of(other.number_);
     if (!page) return navigate(other.location_);
     location_ = other.location_;
-    give(*page);
+    engine_->pages().give(number_, GivenPage(*page));
     changes_ = other.changes_;
     load();
 }

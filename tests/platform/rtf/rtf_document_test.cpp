@@ -98,6 +98,10 @@ TEST(RtfDocument, FlattensWhatLiesTooDeepAndLosesNoText) {
     const std::pair<QByteArray, QByteArray> pages[] = {
         {"<DIV><p>\xfe<p>b<br><img><td><div>c</DIV></div>\xf0", {}},
         {"<div><div><div><B>\xfe</B><div>b", "<div><div><div>\xfe<br>b"},
+        // What is not nested: anchors that nobody closes, the shapes of a drawing.
+        {"<div><a name=x>b<a name=y>c<a name=z/>d<a name=w>e<b>f</b>", {}},
+        {"<svg><path d=\"M0 0\"/><path/><path/><path/></svg><div><b>c</b></div>", {}},
+        {"<div></b><div></i><div></b><div>b", "<div></b><div></i><div></b>b"},  // what closes nothing
     };
     for (const auto& [given, bounded] : pages)
         EXPECT_EQ(withBoundedDepth(given, 3), bounded.isEmpty() ? given : bounded) << given.toStdString();

@@ -137,6 +137,7 @@ TEST(RtfReader, KeepsLinksThatMayBeFollowed) {
         {R"({\field{\*\fldinst HYPERLINK "file:///etc/passwd"}{\fldrslt a}}b)", u"ab"},
         {R"({\field{\*\fldinst HYPERLINK "javascript:x"}{\fldrslt a}}b)", u"ab"},
         {R"({\field{\*\fldinst HYPERLINK \\l "yer"}{\fldrslt a}}b)", u"ab"},
+        {R"({\field{\*\fldinst HYPERLINK "HTTPS://a.tr/B"}{\fldrslt b}})", u"[@https://a.tr/B :b]"},
         {R"({\*\fldinst HYPERLINK "konu:1"}a{\fldrslt b}c)", u"abc"},
         {R"({\field{\*\fldinst HYPERLINK "konu:1"}{\fldrslt a{\field{\*\fldinst HYPERLINK "konu:2"}{\fldrslt b}}c}}d)",
          u"[@konu:1 :a][@konu:2 :b][@konu:1 :c]d"},

@@ -97,6 +97,9 @@ TEST_F(PageLookTest, ChangesAtOnceAndIsNotInThePage) {
     EXPECT_EQ(style(FirstMark, u"backgroundColor"_s), u"rgb(0, 255, 0)") << "marks keep their colours";
     EXPECT_TRUE(style(u"document.querySelector('td font')"_s, u"fontFamily"_s).contains(u"serif"_s));
     EXPECT_EQ(inPage(u"document.querySelector('table').offsetWidth"_s), u"640") << "40 rem";
+    inPage(u"document.body.insertAdjacentHTML('beforeend', '<a id=l href=konu:1>bağ</a>'); 0"_s);
+    EXPECT_EQ(style(u"document.getElementById('l')"_s, u"color"_s), u"rgb(134, 197, 201)") << "a link's own";
+    inPage(u"document.getElementById('l').remove(); 0"_s);
     EXPECT_EQ(html(), before);
     // A page that is written anew has it too.
     ASSERT_EQ(view->rewrite(before), Outcome::Answered);

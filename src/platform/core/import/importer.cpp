@@ -80,7 +80,8 @@ Result<EnsuredLayout> importInPlace(const ImporterOptions& options, const QStrin
 Importer::Importer(ImporterOptions options) : options_(std::move(options)) {}
 
 Result<LayoutKind> Importer::import(const QString& source, const QString& target,
-                                    std::optional<LayoutKind> kind, const ImportProgress& progress) const {
+                                    std::optional<LayoutKind> kind, const ImportProgress& progress,
+                                    const std::function<Result<void>(const QString&)>& complete) const {
     if (const Result<void> readable = checkReadable(probeFile(source)); !readable)
         return named(source, readable.error());
     if (QFileInfo::exists(target)) return named(target, {QStringLiteral("Hedef dosya zaten var.")});
@@ -93,6 +94,8 @@ Result<LayoutKind> Importer::import(const QString& source, const QString& target
     const QString unfinished = (*folder)->file();
     const Result<LayoutKind> written = runImport(options_, {source, unfinished, kind}, progress);
     if (!written) return named(source, written.error());
+    if (const Result<void> done = complete ? complete(unfinished) : Result<void>(); !done)
+        return named(source, done.error());
     if (!QFile::rename(unfinished, target) || !forceToDisk(QFileInfo(target).absolutePath()))
         return named(target, {QStringLiteral("Hedef dosya oluşturulamadı.")});
     return written;

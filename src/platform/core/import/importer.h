@@ -46,8 +46,10 @@ class Importer {
     explicit Importer(ImporterOptions options = {});
 
     /// Imports `source` into the new file `target`; fails when that exists. Without `kind` the tables decide.
+    /// `complete` may add to the file (its path is given) before it stands in its place.
     Result<LayoutKind> import(const QString& source, const QString& target, std::optional<LayoutKind> kind,
-                              const ImportProgress& progress = {}) const;
+                              const ImportProgress& progress = {},
+                              const std::function<Result<void>(const QString&)>& complete = {}) const;
 
     /// Makes sure that `path` is a file of ours before the program opens it. A Jet or plain SQLite file is
     /// imported and replaced in one rename; the original stays beside it as "kitaplar.vq.jet" or

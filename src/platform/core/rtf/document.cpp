@@ -68,9 +68,12 @@ QString cleanLink(QStringView address) {
     constexpr qsizetype longest = 2000;
     constexpr QStringView schemes[] = {u"konu:", u"http://", u"https://", u"mailto:"};
     constexpr std::string_view digits = "0123456789ABCDEF", unsafe = "\"\\{}<>^`|%";
-    const QString trimmed = address.trimmed().toString();
-    const auto known = [&](QStringView scheme) { return trimmed.startsWith(scheme); };
-    if (trimmed.size() > longest || std::none_of(std::begin(schemes), std::end(schemes), known)) return {};
+    QString trimmed = address.trimmed().toString();
+    const auto* known = std::find_if(std::begin(schemes), std::end(schemes), [&](QStringView scheme) {
+        return trimmed.startsWith(scheme, Qt::CaseInsensitive);  // ASCII
+    });
+    if (trimmed.size() > longest || known == std::end(schemes)) return {};
+    trimmed = known->toString() + trimmed.sliced(known->size());
     QByteArray clean;
     const QByteArray bytes = trimmed.toUtf8();
     const auto isHex = [&](qsizetype i) { return i < bytes.size() && std::isxdigit(uchar(bytes[i])); };

@@ -1,6 +1,7 @@
 #include "platform/core/rtf/reader.h"
 
 #include <QStringDecoder>
+#include <algorithm>
 
 #include "platform/core/code_page.h"
 #include "platform/core/rtf/parser.h"
@@ -35,7 +36,8 @@ Document read(QStringView rtf, ReadLimit limit) {
     const QStringView begin = rtf.left(4096).trimmed();
     if (!begin.startsWith(u"{\\rtf")) return plainDocument(rtf, limit);
     // What we write ourselves is plain ASCII.
-    if (QtPrivate::isAscii(rtf)) return read(QByteArrayView(rtf.toLatin1()), limit);
+    if (std::all_of(rtf.begin(), rtf.end(), [](QChar c) { return c.unicode() < 0x80; }))
+        return read(QByteArrayView(rtf.toLatin1()), limit);
     QByteArray bytes;
     bytes.reserve(rtf.size());
     for (const QChar unit : rtf) {
