@@ -131,7 +131,7 @@ Result<qint64> Bookmarks::add(const Bookmark& bookmark) const {
     const Result<Database> database = openReaderFile(path_);
     if (!database) return database.error();
     if (const auto inserted = insert(*database, {bookmark}); !inserted) return inserted.error();
-    const auto id = database->integer(u"SELECT max(YerImiID) FROM tbl_YerImleri");
+    const auto id = database->integer(u"SELECT last_insert_rowid()");
     if (!id) return id.error();
     return id->value_or(0);
 }
@@ -196,8 +196,17 @@ std::optional<Bookmark> bookmarkOf(const data::Library& library, data::TopicId t
     return bookmark;
 }
 
+namespace {
+bool isCalled(const data::Library& library, const Bookmark& bookmark) {
+    const auto heading = library.heading(bookmark.topic);
+    return heading && *heading && clean((**heading).title) == bookmark.heading;
+}
+}  // namespace
+
 Target targetOf(const data::Library& library, const Bookmark& bookmark) {
     const auto text = plainText(library, bookmark.topic);
+    if (text && bookmark.place.passage.isEmpty() && isCalled(library, bookmark))
+        return {Target::Kind::Place, bookmark.topic, bookmark.book};
     if (text && holds(*text, bookmark.place)) return {Target::Kind::Place, bookmark.topic, bookmark.book};
     const std::optional<data::BookId> book = bookCalled(library, bookmark);
     std::optional<data::TopicId> called;
@@ -211,9 +220,7 @@ Target targetOf(const data::Library& library, const Bookmark& bookmark) {
         }
     if (called) return {Target::Kind::Topic, *called, *book};
     // Another topic may have got the id in a library that was made anew.
-    const auto heading = library.heading(bookmark.topic);
-    if (text && heading && *heading && clean((**heading).title) == bookmark.heading)
-        return {Target::Kind::Topic, bookmark.topic, bookmark.book};
+    if (text && isCalled(library, bookmark)) return {Target::Kind::Topic, bookmark.topic, bookmark.book};
     return {};
 }
 

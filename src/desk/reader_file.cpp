@@ -110,16 +110,7 @@ Result<Database> readReaderFile(const QString& path) {
 }
 
 bool isDamagedReaderFile(const QString& path) {
-    constexpr QByteArrayView Magic("SQLite format 3\0", 16);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0) return false;
-    if (file.read(Magic.size()) != Magic) return true;
-    file.close();
-    const Result<Database> database = Database::open(path, OpenMode::ReadOnly);
-    if (!database) return false;
-    Result<platform::Statement> check = database->prepare(u"PRAGMA quick_check(1)");
-    const auto step = check ? check->step() : Result<platform::Step>(check.error());
-    return step && *step == platform::Step::Row && check->text(0) != u"ok";
+    return QFileInfo(path).size() > 0 && platform::isDamaged(path);
 }
 
 Result<QString> setReaderFileAside(const QString& path) {

@@ -212,6 +212,35 @@ TEST_F(ReaderFileTest, SetsABadFileAsideAndGoesOnWithAnother) {
     ASSERT_TRUE(aside);
     EXPECT_TRUE(bookmarks.add(at(101, u"Şu dağın"_s)));
     EXPECT_EQ(readFile(*aside), "bozuk");
+
+    const QByteArray good = readFile(path);
+    QByteArray page = good, schema = good, layout = good;
+    page.replace(good.size() - 4096, 4096, QByteArray(4096, '\xff'));
+    schema.replace(100, 1000, QByteArray(1000, '\xff'));
+    layout[63] = 9;  // of a newer version, and sound
+    const std::pair<QByteArray, bool> files[] = {{good, false},           {layout, false}, {page, true},
+                                                 {schema, true},          {{}, false},     {"bozuk", true},
+                                                 {good.first(5000), true}};
+    for (const auto& [bytes, damaged] : files) {
+        writeFile(path, bytes);
+        EXPECT_EQ(isDamagedReaderFile(path), damaged) << (&bytes - &files[0].first);
+    }
+    EXPECT_TRUE(QFile::remove(path));
+    EXPECT_FALSE(isDamagedReaderFile(path));
+}
+
+TEST_F(ReaderFileTest, ASessionThatCouldNotBeReadIsNotWrittenOver) {
+    ASSERT_TRUE(writeSession(path, someSession()));
+    const QByteArray before = readFile(path);
+    auto other = platform::Database::open(path, platform::OpenMode::ReadWrite);
+    ASSERT_TRUE(other && other->execute(u"BEGIN EXCLUSIVE"));
+    SessionStore store(path);
+    EXPECT_EQ(store.load(10s), std::nullopt) << "another program held it too long";
+    EXPECT_FALSE(store.isAnswered()) << "it is read again";
+    other->close();
+    EXPECT_TRUE(store.load(10s));
+    EXPECT_TRUE(store.isAnswered());
+    EXPECT_EQ(readFile(path), before);
 }
 
 TEST_F(ReaderFileTest, AFullDiskIsToldAndLosesNothing) {

@@ -43,10 +43,11 @@ FindStrip::FindStrip(WebView* page, WebView* startPage, QWidget* parent)
     connect(line_, &QLineEdit::textChanged, this, &FindStrip::look);
     for (const WebView* view : {page_, startPage_})
         connect(view, &WebView::foundChanged, this, [this, view](int count, int current, bool complete) {
-            if (view != &shown()) return;
-            found_->setText(line_->text().trimmed().isEmpty() ? QString()
-                                                              : foundText(count, current, complete));
+            const bool any = !line_->text().trimmed().isEmpty();
+            (view == page_ ? onPage_ : onStartPage_) = any ? foundText(count, current, complete) : QString();
+            showFound();
         });
+    page_->installEventFilter(this);  // it comes and goes for the start page
     escape_ = new QShortcut(Qt::Key_Escape, parent, this, &FindStrip::leave);
     escape_->setContext(Qt::WidgetWithChildrenShortcut);
     escape_->setEnabled(false);
@@ -89,10 +90,15 @@ void FindStrip::leave() {
 }
 
 void FindStrip::look() {
-    shown().findOnPage(line_->text());
+    for (WebView* view : {page_, startPage_}) view->findOnPage(line_->text());
+}
+
+void FindStrip::showFound() {
+    found_->setText(&shown() == page_ ? onPage_ : onStartPage_);
 }
 
 bool FindStrip::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == page_ && (event->type() == QEvent::Show || event->type() == QEvent::Hide)) showFound();
     if (watched != line_ || event->type() != QEvent::KeyPress) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter) return false;

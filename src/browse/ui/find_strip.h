@@ -30,11 +30,13 @@ class FindStrip : public QWidget {
     platform::WebView& shown() const;
     QToolButton* addButton(const QString& name, const QString& text, const QString& tip);
     void look();
+    void showFound();
 
     platform::WebView* page_;
     platform::WebView* startPage_;
     QLineEdit* line_;
     QLabel* found_;
+    QString onPage_, onStartPage_;  ///< what was found there, as text
     QShortcut* escape_;
 };
 

@@ -47,7 +47,6 @@ class frm_Arama : public platform::MdiChild {
     Tab tab() const { return Tab(tb_Arama->currentIndex()); }
     BrowseWindow& decisions() { return decisions_; }
     QTreeView& bookTree() { return *tvw_Kitaplar; }
-    const BookTreeModel& books() const { return books_; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -79,6 +78,7 @@ BookmarksWindow::BookmarksWindow(BookmarkList list, platform::Dialogs& dialogs, 
       dialogs_(dialogs),
       model_(list_),
       search_(new QLineEdit),
+      typed_(new QTimer(this)),
       order_(new QComboBox),
       view_(new QTreeView),
       count_(new QLabel) {
@@ -111,11 +111,10 @@ BookmarksWindow::BookmarksWindow(BookmarkList list, platform::Dialogs& dialogs, 
 QWidget* BookmarksWindow::searchRow() {
     search_->setObjectName(u"txtYerImiAra"_s);
     search_->setClearButtonEnabled(true);
-    auto* typed = new QTimer(this);
-    typed->setSingleShot(true);
-    typed->setInterval(TypingPauseMs);
-    connect(search_, &QLineEdit::textChanged, typed, qOverload<>(&QTimer::start));
-    connect(typed, &QTimer::timeout, this, [this] {
+    typed_->setSingleShot(true);
+    typed_->setInterval(TypingPauseMs);
+    connect(search_, &QLineEdit::textChanged, typed_, qOverload<>(&QTimer::start));
+    connect(typed_, &QTimer::timeout, this, [this] {
         list_.search(search_->text());
         show();
     });
@@ -202,7 +201,15 @@ void BookmarksWindow::show() {
     actions_[4]->setEnabled(shown > 0);
 }
 
+void BookmarksWindow::settle() {
+    if (!typed_->isActive()) return;
+    typed_->stop();
+    list_.search(search_->text());
+    show();
+}
+
 void BookmarksWindow::openSelected() {
+    settle();
     const QModelIndex current = view_->currentIndex();
     if (!current.isValid()) return;
     chosen_ = list_.at(static_cast<std::size_t>(current.row()));
@@ -210,6 +217,7 @@ void BookmarksWindow::openSelected() {
 }
 
 void BookmarksWindow::rename() {
+    settle();  // nothing changes the rows while the question stands
     const QModelIndex current = view_->currentIndex();
     if (!current.isValid()) return;
     const auto row = static_cast<std::size_t>(current.row());
@@ -218,6 +226,7 @@ void BookmarksWindow::rename() {
 }
 
 void BookmarksWindow::remove() {
+    settle();
     tell(list_.remove(selected()));
 }
 
@@ -226,6 +235,7 @@ void BookmarksWindow::undo() {
 }
 
 void BookmarksWindow::writeOut() {
+    settle();
     const QString path = dialogs_.askSavePath(u"Yer İmlerini Dışa Aktar"_s, u"yer-imleri.html"_s,
                                               u"HTML (*.html);;Metin (*.txt)"_s);
     if (path.isEmpty()) return;

@@ -11,6 +11,7 @@ class QAction;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QTimer;
 class QTreeView;
 
 namespace lirovan::desk {
@@ -54,6 +55,8 @@ class BookmarksWindow : public QDialog {
     QWidget* buttons();
     std::vector<std::size_t> selected() const;
     void show();
+    /// Searches for what was typed last, if that is still to be done.
+    void settle();
     void openSelected();
     void rename();
     void remove();
@@ -65,6 +68,7 @@ class BookmarksWindow : public QDialog {
     platform::Dialogs& dialogs_;
     BookmarkModel model_;
     QLineEdit* search_;
+    QTimer* typed_;
     QComboBox* order_;
     QTreeView* view_;
     QLabel* count_;

@@ -69,16 +69,20 @@ void ChildWindows::addBookmark() {
     platform::Reply<platform::PagePlace> place;
     {
         const platform::MdiChild::Hold hold(*content_);
+        content_->shownPage().waitUntilComplete();
         place = content_->shownPage().place(true);
         if (!place) place = content_->shownPage().place(false);
     }
+    if (!place) return frame_.showPassingText(u"Sayfa yanıt vermiyor; yer imi eklenemedi."_s);
     const browse::TreeNode& topic = browse_->decisions().nodes()[static_cast<std::size_t>(node)];
-    std::optional<Bookmark> bookmark =
-        desk::bookmarkOf(library_, topic.topic, topic.book, place.valueOr({.atTop = true}));
+    std::optional<Bookmark> bookmark = desk::bookmarkOf(library_, topic.topic, topic.book, *place.value);
     if (!bookmark) {
         frame_.showPassingText(u"Bu konu artık kitaplıkta yok."_s);
         return;
     }
+    // A topic may stand under two authors.
+    if (const auto author = library_.author(topic.author); author && *author)
+        bookmark->author = (**author).name.trimmed();
     const QString& passage = bookmark->place.passage;
     const auto line = services_.dialogs.ask(
         {u"“%1”\n\nYer imine bir satır yazabilirsiniz:"_s.arg(

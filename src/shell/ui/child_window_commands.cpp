@@ -125,13 +125,15 @@ void ChildWindows::restoreZoom() {
 }
 
 void ChildWindows::stepZoom(int step) {
-    points_ = std::clamp(step == 0 ? NormalPoints : points_ + step * PointStep, LeastPoints, MostPoints);
-    const double factor = static_cast<double>(points_) / NormalPoints;
-    looks_->keepPoints(points_);
+    auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow());
+    int& points = extra ? extra->zoomPoints : points_;
+    points = std::clamp(step == 0 ? NormalPoints : points + step * PointStep, LeastPoints, MostPoints);
+    const double factor = static_cast<double>(points) / NormalPoints;
     const auto zoom = [factor](auto& window) {
         for (WebView* page : {window.wb_Icerik, window.wb_Icerik2}) page->setZoom(factor);
     };
-    if (auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow())) return zoom(*extra);
+    if (extra) return zoom(*extra);
+    looks_->keepPoints(points_);
     zoom_ = factor;
     if (content_) zoom(*content_);
 }

@@ -173,9 +173,9 @@ platform::TwipsRect ChildWindows::lastBrowsePlace() {
 }
 
 std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
-    if (!services_.engine)
-        services_.engine =
-            platform::WebEngine::create(services_.folder, onServer(services_.updateServer, InstallerPath));
+    if (services_.engine) return services_.engine;
+    services_.engine =
+        platform::WebEngine::create(services_.folder, onServer(services_.updateServer, InstallerPath));
     looks_->apply(services_.engine);
     chooseFirstPage();
     services_.engine->picture = [this](qint64 number) -> std::optional<platform::LibraryPicture> {
@@ -189,7 +189,9 @@ std::shared_ptr<platform::WebEngine> ChildWindows::engine() {
 void ChildWindows::arrange(platform::Twips browseWidth) {
     if (browse_) {
         platform::TwipsRect place = browse_->place();
-        place.width = browseWidth;
+        place.width = restoredBrowseWidth_
+                          ? platform::Twips{std::min(restoredBrowseWidth_->value, frame_.width().value / 2)}
+                          : browseWidth;
         browse_->setPlace(place);
         // Whatever the first change brought about: the window has its height only now.
         browse_->decisions().resize();
@@ -269,6 +271,7 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     const int number = extra_.highest() + 1;
     auto* window =
         new frm_IcerikN({frame_, services_.dialogs, services_.printing, engine(), services_.folder}, number);
+    window->zoomPoints = points_;
     extra_.add(window);
     area_.addSubWindow(window);
     connect(window, &platform::MdiChild::unloaded, this, [this, number] { extra_.release(number); });

@@ -203,9 +203,11 @@ class ChildWindows : public QObject {
     std::unique_ptr<PageLooks> looks_;
     QPointer<search::WordsStrip> words_;
     double zoom_ = 1;  // of the shared content window
-    int points_ = 10;  // of mnu_yazi
+    int points_ = 10;  // the same, as it is kept
     QPointer<frm_yardim> help_;
     platform::TwipsRect lastBrowsePlace_;
+    std::optional<platform::Twips>
+        restoredBrowseWidth_;  ///< of the session, in the place of the laid-down one
     std::optional<platform::Twips> closedBrowseWidth_;
     bool startsEmpty_ = false;
 };

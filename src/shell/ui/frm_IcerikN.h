@@ -40,6 +40,7 @@ class frm_IcerikN : public platform::MdiChild {
 
     platform::WebView* const wb_Icerik;
     platform::WebView* const wb_Icerik2;
+    int zoomPoints = 10;  ///< its own zoom, in tenths
 
     /// Shows a page; waits until it is there unless it is the same as another.
     void fill(const CopiedPage& page);

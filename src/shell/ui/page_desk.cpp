@@ -7,7 +7,6 @@
 #include "browse/ui/find_strip.h"
 #include "shell/ui/child_windows.h"
 #include "shell/ui/page_looks.h"
-#include "text/title.h"
 
 namespace lirovan::shell {
 
@@ -27,13 +26,15 @@ void ChildWindows::copyWithSource() {
         return frame_.showPassingText(QStringLiteral("Kaynağı bilinen bir konu açık değil."));
     if (!page.hasSelection()) return frame_.showPassingText(QStringLiteral("Önce kopyalanacak yeri seçin."));
     const platform::MdiChild::Hold hold(*content_);
-    const std::optional<qint64> row = shown_.headingRow > 0 ? std::optional(shown_.headingRow) : std::nullopt;
-    const auto heading = library_.headingWithBook(shown_.topic, row);
-    if (!heading || !*heading) return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
-    const auto author = library_.author((**heading).author);
+    // A topic may stand in two books: the one that it was opened from is meant.
+    const qsizetype at = shownNode();
+    if (at < 0) return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
+    const std::vector<browse::TreeNode>& nodes = browseWindow().decisions().nodes();
+    const browse::TreeNode& node = nodes[static_cast<std::size_t>(at)];
+    const auto author = library_.author(node.author);
     const QString source =
         browse::sourceLine(author && *author ? (**author).name : QString(),
-                           text::ClearTitle(QString((**heading).bookTitle)), (**heading).title);
+                           nodes[static_cast<std::size_t>(node.parent)].text.trimmed(), node.text.trimmed());
     const auto place = page.place(true);
     page.copyWithSource(source,
                         browse::topicAddress({shown_.topic, place ? place.value->passage : QString()}));
@@ -41,9 +42,8 @@ void ChildWindows::copyWithSource() {
 }
 
 void ChildWindows::placeSideBySide() {
-    frm_IcerikN* extra = extra_.at(extra_.highest());
-    if (!extra) return frame_.showPassingText(QStringLiteral("Yan yana dizilecek yeni pencere yok."));
-    frm_IcerikN* const window = extra;
+    frm_IcerikN* const window = extra_.at(extra_.highest());
+    if (!window) return frame_.showPassingText(QStringLiteral("Yan yana dizilecek yeni pencere yok."));
     browse::frm_Icerik& content = contentWindow();
     content.bringForward();
     window->bringForward();
@@ -89,16 +89,12 @@ void ChildWindows::toggleWords() {
 void ChildWindows::openLink(const QString& address) {
     if (const auto link = browse::topicLinkOf(address)) {
         if (isBusy()) return;
-        if (!browseWindow().openTopic(link->topic))
-            return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
-        content_->bringForward();
-        const platform::MdiChild::Hold hold(*content_);
-        content_->wb_Icerik->waitUntilComplete();
         platform::PagePlace place;
         place.passage = link->passage;
-        if (!place.passage.isEmpty()) content_->wb_Icerik->goTo(place, true);
-        content_->wb_Icerik->setFocus();
-        return;
+        place.atTop = link->passage.isEmpty();
+        if (!openPlace(link->topic, {}, place, !place.atTop))
+            return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
+        return content_->bringForward();
     }
     const platform::Message question{QStringLiteral("Bu bağ programın dışına çıkar:\n\n%1\n\n"
                                                     "Masaüstünün tarayıcısında açılsın mı?")

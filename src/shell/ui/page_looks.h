@@ -19,7 +19,6 @@ class PageLooks : public QObject {
     void choose(QStringView item);
     /// The engine's pages have the look from now on.
     void apply(std::shared_ptr<platform::WebEngine> engine);
-    const platform::PageLook& look() const { return look_; }
 
     /// The strip of the run's words, and with it the cues under the marks.
     void showWords(bool shown);

@@ -1,5 +1,6 @@
 // The commands of the reading desk: pages shown before, neighbours in book order, hits across topics.
 #include <limits>
+#include <utility>
 
 #include "search/found_topics.h"
 #include "shell/ui/child_windows.h"
@@ -88,8 +89,9 @@ bool ChildWindows::showResult(const PageIdentity& page) {
     search::ResultNode* node = searchTab_ ? search::nodeOf(searchTab_->results(), page) : nullptr;
     if (!node) return false;
     putInFront(browse::Tab::Search);
-    shown_ = {};
+    const PageIdentity before = std::exchange(shown_, {});
     searchTab_->open(*node);
+    if (shown_ == PageIdentity{}) shown_ = before;  // the page before stays
     return shown_ == page;
 }
 

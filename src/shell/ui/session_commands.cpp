@@ -43,9 +43,10 @@ void ChildWindows::beginWith(const desk::Session& session) {
     if (session.continues) restore(session);
     frame_.setMenuChecked(u"mnu_Surdur", session.continues);
     if (!session.page) return;
-    // Not for a topic that the tree does not have any more.
-    if (browse::topicNode(browseWindow().decisions().nodes(), session.page->topic, session.page->book) < 0)
-        return;
+    // Not for a topic that the tree does not have any more; in a library made anew another may have its id.
+    const std::vector<TreeNode>& nodes = browseWindow().decisions().nodes();
+    const qsizetype node = browse::topicNode(nodes, session.page->topic, session.page->book);
+    if (node < 0 || nodes[std::size_t(node)].text.trimmed() != session.page->heading) return;
     if (session.continues)
         continueAt(*session.page);
     else
@@ -55,6 +56,7 @@ void ChildWindows::beginWith(const desk::Session& session) {
 void ChildWindows::restore(const desk::Session& session) {
     browse::frm_Arama& window = browseWindow();
     if (session.browseWidth > 0 && !window.isMaximized()) {
+        restoredBrowseWidth_ = platform::Twips{session.browseWidth};
         platform::TwipsRect place = window.place();
         place.width = {std::min(session.browseWidth, frame_.width().value / 2)};
         window.setPlace(place);
@@ -74,6 +76,7 @@ void ChildWindows::restore(const desk::Session& session) {
 }
 
 void ChildWindows::continueAt(const desk::LastPage& page) {
+    if (isBusy()) return;
     if (!openPlace(page.topic, page.book, page.place.value_or(platform::PagePlace{.atTop = true}), false))
         frame_.showPassingText(u"Kalınan konu kitaplıkta artık yok."_s);
 }

@@ -75,6 +75,7 @@ void SessionKeeper::begin() {
 void SessionKeeper::keep() {
     if (!hasBegun_) return;
     lookForSession(0ms);
+    if (!isRead_ && !store_.isAnswered()) return;
     windows_.intoSession(session_);
     session_.maximized = window_.isMaximized() || window_.isFullScreen();
     if (!session_.maximized && !window_.isMinimized()) session_.window = window_.geometry();
