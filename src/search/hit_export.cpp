@@ -1,6 +1,9 @@
 #include "search/hit_export.h"
 
 #include <QFileInfo>
+#include <algorithm>
+#include <numeric>
+#include <span>
 
 #include "platform/core/file_writer.h"
 #include "text/comparison.h"
@@ -15,6 +18,8 @@ namespace {
 constexpr qsizetype TextWidth = 60;
 constexpr qsizetype Piece = 1 << 16;
 constexpr qint64 ProgressStep = 256;
+// Lines that are made topic by topic before they are written: some ten megabytes.
+constexpr qsizetype LinesAtOnce = 20'000;
 
 QString quoted(QString field) {
     // A spreadsheet would take it for a formula.
@@ -56,6 +61,22 @@ QString end(HitFormat format) {
     return format == HitFormat::Html ? u"</table></body></html>\n"_s : QString();
 }
 
+// The lines of `hits` in that order. Nothing: `goOn`, asked now and then, ended it.
+std::optional<QStringList> linesOf(HitFormat format, HitLines& lines, std::span<const quint32> hits,
+                                   const std::function<bool(qint64 done)>& goOn) {
+    // In a list by words each line may lie in another topic; hits are numbered topic by topic.
+    std::vector<size_t> byTopic(hits.size());
+    std::iota(byTopic.begin(), byTopic.end(), size_t(0));
+    std::sort(byTopic.begin(), byTopic.end(), [hits](size_t a, size_t b) { return hits[a] < hits[b]; });
+    QStringList made(static_cast<qsizetype>(hits.size()));
+    qint64 done = 0;
+    for (const size_t place : byTopic) {
+        if (done++ % ProgressStep == 0 && !goOn(done - 1)) return std::nullopt;
+        made[static_cast<qsizetype>(place)] = lineOf(format, lines.line(hits[place]));
+    }
+    return made;
+}
+
 }  // namespace
 
 HitFormat formatOf(const QString& path) {
@@ -69,14 +90,21 @@ Result<bool> saveHits(HitLines& lines, const std::vector<quint32>& hits, const Q
     const HitFormat format = formatOf(path);
     platform::FileWriter file(path);
     if (const auto opened = file.open(); !opened) return opened.error();
+    const auto reading = platform::Transaction::beginReading(lines.library().database());
     QString text = begin(format, title);
-    const auto all = static_cast<qint64>(hits.size());
-    for (qint64 i = 0; i < all; ++i) {
-        if (i % ProgressStep == 0 && !progress(i, all)) return false;
-        text += lineOf(format, lines.line(hits[static_cast<size_t>(i)]));
-        if (text.size() < Piece) continue;
-        if (const auto written = file.write(text.toUtf8()); !written) return written.error();
-        text.resize(0);
+    const qsizetype all = std::ssize(hits);
+    for (qsizetype first = 0; first < all; first += LinesAtOnce) {
+        const std::span<const quint32> part(hits.data() + first,
+                                            static_cast<size_t>(std::min(LinesAtOnce, all - first)));
+        const auto made =
+            linesOf(format, lines, part, [&](qint64 done) { return progress(first + done, all); });
+        if (!made) return false;
+        for (const QString& line : *made) {
+            text += line;
+            if (text.size() < Piece) continue;
+            if (const auto written = file.write(text.toUtf8()); !written) return written.error();
+            text.resize(0);
+        }
     }
     if (const auto written = file.write((text + end(format)).toUtf8()); !written) return written.error();
     if (const auto committed = file.commit(); !committed) return committed.error();

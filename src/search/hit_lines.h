@@ -27,6 +27,7 @@ class HitLines {
 
     HitLine line(quint32 hit);
     QString source(size_t topic);
+    const data::Library& library() const { return library_; }
 
   private:
     const TopicContexts* contextsOf(size_t topic);

@@ -52,19 +52,9 @@ void HitPositions::SetPosZero() {
 }
 
 void HitPositions::goToButton(qint32 anchor) {
-    const auto offsets = view_.offsets(HitAnchor);
-    if (!offsets || anchor < 0 || anchor >= std::ssize(*offsets.value)) return;
-    const std::vector<double>& all = *offsets.value;
-    stops_ = hitStops(all);
-    hasHits_ = true;
-    // Where it stands among the stops: those on one line in the order of their numbers.
-    const double own = all[static_cast<size_t>(anchor)];
-    const auto before = std::count_if(all.begin(), all.end(), [own](double each) { return each < own; });
-    const auto beside = std::count(all.begin(), all.begin() + anchor, own);
-    current_ = static_cast<qint32>(before + beside);
-    current_ == 0 ? scrollToFirst() : scrollToCurrent();
-    enableButton_(Up, current_ > 0);
-    enableButton_(Down, current_ < lastIndex() || lastIndex() == 0);
+    ReOrderPos();
+    const auto stop = std::find(order_.begin(), order_.end(), anchor);
+    if (stop != order_.end()) goTo(static_cast<qint32>(stop - order_.begin()));
 }
 
 void HitPositions::UpperPos() {
@@ -102,10 +92,7 @@ bool HitPositions::canStep(int step) {
 
 void HitPositions::goToStop(qint32 hit) {
     ReOrderPos();
-    current_ = std::clamp(hit, 0, lastIndex());
-    current_ == 0 ? scrollToFirst() : scrollToCurrent();
-    enableButton_(Up, current_ > 0);
-    enableButton_(Down, hasHits_ && (current_ < lastIndex() || current_ == 0));
+    goTo(hit);
 }
 
 void HitPositions::goToNextOf(const std::vector<HitRange>& hits) {
@@ -118,12 +105,7 @@ void HitPositions::goToNextOf(const std::vector<HitRange>& hits) {
     const auto count = static_cast<qint32>(order_.size());
     for (qint32 step = 1; step <= count; ++step) {
         const qint32 next = (current_ + step) % count;
-        if (!isOne(order_[static_cast<size_t>(next)])) continue;
-        current_ = next;
-        scrollToCurrent();
-        enableButton_(Up, current_ > 0);
-        enableButton_(Down, current_ < lastIndex());
-        return;
+        if (isOne(order_[static_cast<size_t>(next)])) return goTo(next);
     }
 }
 
@@ -133,6 +115,14 @@ void HitPositions::firstActivation() {
     SetPosZero();
     if (!hasHits_) enableButton_(Down, false);
     activated_ = true;
+}
+
+void HitPositions::goTo(qint32 stop) {
+    current_ = std::clamp(stop, 0, lastIndex());
+    current_ == 0 ? scrollToFirst() : scrollToCurrent();
+    enableButton_(Up, current_ > 0);
+    // The one stop can be gone back to at any time.
+    enableButton_(Down, hasHits_ && (current_ < lastIndex() || lastIndex() == 0));
 }
 
 void HitPositions::scrollToFirst() {

@@ -47,6 +47,7 @@ class HitPositions {
     qint32 current() const { return current_; }
 
   private:
+    void goTo(qint32 stop);
     void scrollToFirst();
     void scrollToCurrent();
     void outlineCurrent();

@@ -28,7 +28,8 @@ struct SearchRequest {
     SearchOptions options = {};
     ListOrder order = ListOrder::Kitap;
     platform::BookSelection scope = {};
-    /// What the run's root calls it, where that is not the query: the search box may hold another by now.
+    /// What the run's root calls it, where that is not the query: a list that is sorted again is named after
+    /// what the search box holds by then. What was searched is `query`.
     std::optional<QString> shown = {};
 };
 

@@ -270,8 +270,7 @@ void SearchWindow::NodeClick(ResultNode& node) {
     const SearchRun* run = engine_.stores().find(static_cast<int>(node.root().tagNumber()));
     switch (node.kind) {
         case NodeKind::Summary:
-            // The author's counter stands behind "OZET" in the tag.
-            OzetAl(QString(std::get<QString>(node.tag)).remove(u"OZET"_s).toInt(), run);
+            OzetAl(pageOf(node).group, run);
             break;
         case NodeKind::Topic:
             if (run) showTopic({{node.tagNumber()}, node.headingRow, 0}, *run);

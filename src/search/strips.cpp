@@ -46,6 +46,7 @@ Lanes lanesOf(const RunHits& run) {
 
 Strip stripOf(const BookHits& book, const std::vector<qint32>& lanes, size_t laneCount) {
     Strip strip;
+    strip.id = book.book;
     strip.length = book.length;
     strip.topics = book.topics;
     strip.counts.assign(laneCount, 0);
@@ -105,7 +106,8 @@ Result<std::vector<Strip>> topicStrips(const data::Library& library, const Strip
     for (size_t i = 0; i < book.topics.size(); ++i) {
         const TopicStart& topic = book.topics[i];
         const qint64 end = i + 1 < book.topics.size() ? book.topics[i + 1].start : book.length;
-        Strip strip{{}, {}, book.book, end - topic.start, {}, {{topic.topic, topic.headingRow, 0}}, {}};
+        Strip strip{{}, {}, book.id, book.book, end - topic.start, {}, {{topic.topic, topic.headingRow, 0}},
+                    {}};
         strip.counts.assign(book.counts.size(), 0);
         for (; hit != book.hits.end() && hit->position <= end; ++hit) {
             strip.hits.push_back({hit->position - topic.start, hit->lane});

@@ -27,6 +27,7 @@ struct StripHit {
 struct Strip {
     QString name;
     QString author;   ///< of a book
+    data::BookId id;  ///< the book's
     qint64 book = 0;  ///< index in Distribution::books
     qint64 length = 0;
     std::vector<StripHit> hits;  ///< by position

@@ -90,8 +90,8 @@ QString beginning(const RunHits& run, qint64 hits) {
            "<style>body{font-family:serif}.isabet{background-color:#ffff66}"
            ".kaynak{color:#555555;font-size:small}</style></head>\n<body>\n<h1>%1</h1>\n"
            "<p class=\"kaynak\">%2 isabet%3</p>\n"_s.arg(
-               run.run.request.shown.value_or(run.run.request.query).trimmed().toHtmlEscaped(),
-               formatCount(hits), options.isEmpty() ? QString() : u" · "_s + options.toHtmlEscaped());
+               run.run.request.query.trimmed().toHtmlEscaped(), formatCount(hits),
+               options.isEmpty() ? QString() : u" · "_s + options.toHtmlEscaped());
 }
 
 // Which author's group each topic of the list is in.
@@ -108,6 +108,15 @@ std::vector<int> groupsOf(const SearchRun& run, size_t topics) {
 }
 
 }  // namespace
+
+qint64 hitsOfSummary(const RunHits& run, int author) {
+    if (author < 0) return std::ssize(run.list.hits);
+    const std::vector<int> groups = groupsOf(run.run, run.list.topics.size());
+    qint64 hits = 0;
+    for (size_t i = 0; i < run.list.topics.size(); ++i)
+        if (groups[i] == author) hits += run.list.hitsEnd(i) - run.list.topics[i].firstHit;
+    return hits;
+}
 
 Result<std::optional<QString>> studySummary(const data::Library& library, const RunHits& run, int author,
                                             const HitProgress& progress) {

@@ -17,4 +17,7 @@ namespace lirovan::search {
 platform::Result<std::optional<QString>> studySummary(const data::Library& library, const RunHits& run,
                                                       int author, const HitProgress& progress);
 
+/// So many hits a summary is about.
+qint64 hitsOfSummary(const RunHits& run, int author);
+
 }  // namespace lirovan::search

@@ -39,8 +39,8 @@ class WordIndex {
     std::vector<IndexedWord> words_;  // by key, unit by unit
 };
 
-/// The words of a stored text as it has them, folded: markup and entities end a word, apostrophes between
-/// letters do not. For the index and its twin in the tests.
+/// The words of a stored text as it has them, folded: entities, and tags that break a line, end a word,
+/// apostrophes between letters do not. For the index and its twin in the tests.
 void eachWord(std::string_view storedText, const std::function<void(QStringView)>& onWord);
 
 }  // namespace lirovan::search

@@ -11,6 +11,7 @@
 #include "search/hit_export.h"
 #include "search/hit_lines.h"
 #include "search/search_engine.h"
+#include "search/study_summary.h"
 #include "search/topic_scanner.h"
 #include "search/word_colours.h"
 #include "search/word_list.h"
@@ -118,6 +119,44 @@ TEST_F(HitListTest, IsSavedInThreeForms) {
     EXPECT_FALSE(QFile::exists(file.filePath(u"b.txt"_s)));
     EXPECT_FALSE(
         saveHits(lines, {0}, {}, file.filePath(u"yok/a.txt"_s), [](qint64, qint64) { return true; }));
+}
+
+TEST_F(HitListTest, SavesALongListInItsOrder) {
+    QString text;
+    for (int i = 0; i < 11'000; ++i) text += u"<P>%1 ilim</P>"_s.arg(i);
+    file.execute(u"UPDATE tbl_Konu SET Konu='"_s + text + u"' WHERE KonuID<3"_s);
+    const RunHits run = find(u"ilim"_s);
+    HitLines lines(library, run.list);
+    // From topic to topic, over more lines than are made at once.
+    std::vector<quint32> order;
+    QByteArray expected;
+    for (quint32 hit = 0; hit < 11'000; ++hit)
+        for (const quint32 each : {21'999 - hit, hit}) {
+            order.push_back(each);
+            const HitLine line = lines.line(each);
+            expected +=
+                (u'"' + line.left + u"\";\"ilim\";\""_s + line.right + u"\";\""_s + line.source + u"\"\r\n"_s)
+                    .toUtf8();
+        }
+    qint64 told = 0;
+    ASSERT_TRUE(*saveHits(lines, order, {}, file.filePath(u"uzun.csv"_s), [&](qint64 done, qint64 all) {
+        EXPECT_TRUE(done >= std::exchange(told, done) && all == 22'000);
+        return true;
+    }));
+    EXPECT_TRUE(test::readFile(file.filePath(u"uzun.csv"_s)).endsWith(expected));
+    EXPECT_GT(told, 20'000);
+}
+
+TEST_F(HitListTest, SummaryIsHeadedByWhatWasSearchedAndCountsItsAuthor) {
+    RunHits run = find(u"ilim"_s);
+    run.run.request.shown = u"başka"_s;  // the box, when the list was sorted again
+    const auto html = studySummary(library, run, 1, [](qint64, qint64) { return true; });
+    ASSERT_TRUE(html && *html);
+    EXPECT_TRUE((*html)->contains(u"<h1>ilim</h1>"_s) && !(*html)->contains(u"başka"_s));
+    EXPECT_TRUE((*html)->contains(u">1 isabet<"_s));
+    EXPECT_EQ(hitsOfSummary(run, 1), 1);
+    EXPECT_EQ(hitsOfSummary(run, 0), 4);
+    EXPECT_EQ(hitsOfSummary(run, -1), 5);
 }
 
 TEST(HitAnchor, LeadsToTheMarkAtTheHit) {

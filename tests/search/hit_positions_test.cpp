@@ -100,6 +100,14 @@ TEST(HitPositions, OutlinesTheHitThatIsGoneToWhateverItsNumber) {
     EXPECT_EQ(page.view.outlined, 1);
     EXPECT_EQ(page.hits.current(), 0);
     EXPECT_FALSE(page.enabled[Up.toString()]);
+
+    page.view.positions = {300, 100, 500, 400};  // the layout is another by now
+    page.hits.goToButton(2);
+    EXPECT_EQ(page.view.outlined, 2);
+    EXPECT_EQ(page.hits.current(), 3);
+    page.view.positions = {40};  // the one hit can be gone back to
+    page.hits.goToNextOf({{0, 1}});
+    EXPECT_TRUE(page.enabled[Down.toString()] && !page.enabled[Up.toString()]);
 }
 
 TEST(HitPositions, StartsAnExtraWindowOnce) {

@@ -473,3 +473,18 @@ TEST_F(SearchTabTest, OffersWordsAndIsNeverInTheWayOfEnter) {
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(rows(1).value(1), u"Aranan :\"ilim ir\"");
 }
+
+TEST_F(SearchTabTest, ReadsTheWordsAgainAfterTheyHadToMakeWay) {
+    auto* box = child<QLineEdit>("txt_Bul");
+    auto* list = child<SuggestionList>("suggestions");
+    QTest::keyClicks(box, u"i"_s);
+    press("cmd_KelimeKontOlustur");
+    EXPECT_EQ(said(), QString());
+    QTest::keyClicks(box, u"l"_s);
+    list->stopReading();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        box->clear();
+        QTest::keyClicks(box, u"i"_s);
+        return list->hasWords();
+    }));
+}

@@ -6,8 +6,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QMouseEvent>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -15,7 +13,6 @@
 #include "search/hit_export.h"
 #include "search/search_query.h"
 #include "search/ui/reading_work.h"
-#include "text/title.h"
 
 namespace lirovan::search {
 
@@ -137,8 +134,8 @@ void ContextWindow::fillBooks() {
     for (const ListedBook& book : booksOf(run_->list)) {
         if (book.book.value == 0) continue;
         const auto row = library_.bookById(book.book);
-        const QString title = row && *row ? text::ClearTitle(QString((*row)->title)) : QString();
-        books_->addItem(title.simplified() + u" ("_s + formatCount(book.hits) + u')', book.book.value);
+        const QString title = row && *row ? plainTitle((*row)->title) : QString();
+        books_->addItem(title + u" ("_s + formatCount(book.hits) + u')', book.book.value);
     }
 }
 

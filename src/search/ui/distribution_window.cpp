@@ -54,7 +54,7 @@ void DistributionWindow::build() {
     book_->setToolTip(u"Seçilen kitap konu konu gösterilir"_s);
     book_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     book_->setMinimumContentsLength(14);
-    book_->addItem(u"Bütün kitaplar"_s);
+    book_->addItem(u"Bütün kitaplar"_s, qint64(0));
     state_->setTextFormat(Qt::PlainText);
     progress_->setMaximum(ProgressSteps);
     progress_->setTextVisible(false);
@@ -134,12 +134,13 @@ void DistributionWindow::read() {
 }
 
 void DistributionWindow::showDistribution(Distribution distribution) {
-    const QString chosen = book_->currentIndex() > 0 ? book_->currentText() : QString();
+    const QVariant chosen = book_->currentData();
     distribution_ = std::move(distribution);
     while (book_->count() > 1) book_->removeItem(1);
     for (const Strip& strip : distribution_.books)
-        book_->addItem(strip.name + u" ("_s + formatCount(static_cast<qint64>(strip.hits.size())) + u')');
-    book_->setCurrentIndex(std::max(0, book_->findText(chosen)));
+        book_->addItem(strip.name + u" ("_s + formatCount(static_cast<qint64>(strip.hits.size())) + u')',
+                       strip.id.value);
+    book_->setCurrentIndex(std::max(0, book_->findData(chosen)));
     showStrips();
 }
 

@@ -147,8 +147,10 @@ void SearchTab::connectButtons() {
     suggestions_->isSearching = [this] { return decisions_.isRunning(); };
     connect(cmdDur, &QPushButton::clicked, this, [this] { decisions_.cmdDur_Click(); });
     connect(cmd_Stop, &QPushButton::clicked, this, [this] { decisions_.cmd_Stop_Click(); });
-    connect(cmd_KelimeKontOlustur, &QPushButton::clicked, this,
-            [this] { decisions_.cmd_KelimeKontOlustur_Click(); });
+    connect(cmd_KelimeKontOlustur, &QPushButton::clicked, this, [this] {
+        suggestions_->stopReading();
+        decisions_.cmd_KelimeKontOlustur_Click();
+    });
     connect(chk_HPI, &QCheckBox::toggled, this, [this] { decisions_.chk_HPI_Click(); });
     connect(chk_FindWith, &QCheckBox::toggled, this, [this] { decisions_.chk_FindWith_Click(); });
     connect(tvw_Kitaplar_Bul, &QTreeView::clicked, this,

@@ -153,13 +153,13 @@ Result<void> savePicture(const QString& path, const QString& title, const std::v
         paint(painter);
     } else {
         if (size.height() > TallestPicture)
-            return Error{u"Resim PNG için çok uzun. SVG olarak kaydedin ya da bir kitabı seçin."_s};
+            return Error{u"Resim PNG için çok uzun. SVG olarak kaydedin ya da bir kitap seçin."_s};
         QImage image(size, QImage::Format_RGB32);
         if (image.isNull()) return Error{u"Resim için bellek yetmedi."_s};
         QPainter painter(&image);
         paint(painter);
         painter.end();
-        image.save(&buffer, "PNG");
+        if (!image.save(&buffer, "PNG")) return Error{u"Resim PNG olarak yazılamadı."_s};
     }
     return platform::writeWholeFile(path, bytes);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QPainter>
-#include <QPalette>
 #include <QRect>
 #include <vector>
 

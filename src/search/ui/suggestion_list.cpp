@@ -36,7 +36,10 @@ SuggestionList::SuggestionList(QLineEdit& box, const data::Library& library, QWi
 }
 
 void SuggestionList::readWords() {
-    if (work_.isRunning() || !changes_.any()) return;
+    // What runs may be about to write the library.
+    if (work_.isRunning() || (isSearching && isSearching())) return;
+    if (changes_.any()) current_ = false;
+    if (current_) return;
     using Read = std::optional<WordIndex>;
     pause_.start();
     const auto goOn = [this] {
@@ -48,8 +51,11 @@ void SuggestionList::readWords() {
         [this](Result<Read>& read) {
             pause_.stop();
             // Without words the last queries are offered all the same.
-            if (read && *read) index_ = std::make_shared<const WordIndex>(std::move(**read));
-            if (wanted_) offer();
+            if (read && *read) {
+                index_ = std::make_shared<const WordIndex>(std::move(**read));
+                current_ = true;
+            }
+            if (wanted_) showOffered();
         });
     if (!started) pause_.stop();
 }
@@ -57,6 +63,10 @@ void SuggestionList::readWords() {
 void SuggestionList::offer() {
     wanted_ = true;
     readWords();
+    showOffered();
+}
+
+void SuggestionList::showOffered() {
     offered_ = suggestionsFor(box_.text(), box_.cursorPosition(), asked, index_.get());
     clear();
     for (const Suggestion& each : offered_) {

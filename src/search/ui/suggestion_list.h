@@ -28,6 +28,9 @@ class SuggestionList : public QListWidget {
     std::function<bool()> isSearching;
     /// Until something is typed again.
     void close();
+    /// Ends the reading of the words, which keeps others from writing the library; what is typed next begins
+    /// it again.
+    void stopReading() { work_.stop(); }
     bool hasWords() const { return index_ != nullptr; }
 
   protected:
@@ -36,6 +39,7 @@ class SuggestionList : public QListWidget {
   private:
     void readWords();
     void offer();
+    void showOffered();
     void take(int row);
     bool takeKey(int key);
     void place();
@@ -44,6 +48,7 @@ class SuggestionList : public QListWidget {
     const data::Library& library_;
     LibraryChanges changes_;
     std::shared_ptr<const WordIndex> index_;
+    bool current_ = false;  // the index is that of the library as it was at changes_
     std::vector<Suggestion> offered_;
     bool wanted_ = false;  // something was typed and nothing decided since
     QTimer pause_;

@@ -27,7 +27,7 @@ constexpr double MarginMm = 20, FootMm = 12;
 constexpr int PointsOfText = 11;
 constexpr int ProgressSteps = 1000;
 // Laying out more takes minutes and gigabytes.
-constexpr qsizetype MostLaidOut = 20'000;
+constexpr qint64 MostLaidOut = 20'000;
 
 void paintPages(QPdfWriter& pdf, QTextDocument& document) {
     QPainter painter(&pdf);
@@ -89,40 +89,44 @@ void saveSummaryOf(const data::Library& library, std::shared_ptr<const RunHits> 
         dialogs.show(platform::errorMessage(message, u"Özeti Kaydet"_s));
     };
     const DocumentFormat format = documentFormat(QFileInfo(path).suffix());
-    if (format != DocumentFormat::Html && std::ssize(run->list.hits) > MostLaidOut)
+    if (format != DocumentFormat::Html && hitsOfSummary(*run, author) > MostLaidOut)
         return fail(u"Bu aramanın özeti bu biçim için çok uzun. Web sayfası (.html) olarak kaydedin."_s);
     QProgressDialog window(u"Özet hazırlanıyor..."_s, u"Durdur"_s, 0, ProgressSteps, parent);
     window.setWindowTitle(u"Özeti Kaydet"_s);
     window.setWindowModality(Qt::WindowModal);
     QEventLoop loop;
-    std::optional<QString> html;
+    std::optional<QByteArray> bytes;
     browse::BackgroundWork work;
     QObject::connect(&work, &browse::BackgroundWork::progress, &window, [&](qint64 done, qint64 all) {
         if (!window.wasCanceled())
             window.setValue(static_cast<int>(done * (ProgressSteps - 1) / std::max<qint64>(all, 1)));
     });
     QObject::connect(&window, &QProgressDialog::canceled, &work, [&] { work.stop(); });
-    using Made = std::optional<QString>;
+    using Made = std::optional<QByteArray>;
     const Result<void> started = startReading<Made>(
         work, library,
-        [&work, run, author](const data::Library& own) {
-            return studySummary(own, *run, author,
-                                [&work](qint64 done, qint64 all) { return work.report(done, all); });
+        [&work, run, author, format](const data::Library& own) -> Result<Made> {
+            const auto html = studySummary(
+                own, *run, author, [&work](qint64 done, qint64 all) { return work.report(done, all); });
+            if (!html) return html.error();
+            if (!*html) return Made();
+            Result<QByteArray> laidOut = documentBytes(**html, run->run.request.query.trimmed(), format);
+            if (!laidOut) return laidOut.error();
+            return work.wasStopped() ? Made() : Made(std::move(*laidOut));
         },
         [&](Result<Made>& made) {
             loop.quit();
             if (made)
-                html = std::move(*made);
+                bytes = std::move(*made);
             else
                 fail(made.error().message);
         });
     if (!started) return fail(started.error().message);
     loop.exec();
     window.reset();
-    if (!html) return;
-    const auto bytes = documentBytes(*html, run->title, format);
-    const Result<void> saved = bytes ? platform::writeWholeFile(path, *bytes) : Result<void>(bytes.error());
-    if (!saved) fail(saved.error().message);
+    if (!bytes) return;
+    if (const Result<void> saved = platform::writeWholeFile(path, *bytes); !saved)
+        fail(saved.error().message);
 }
 
 }  // namespace lirovan::search

@@ -22,7 +22,7 @@ void saveSummaryOf(const data::Library& library, std::shared_ptr<const RunHits> 
 enum class DocumentFormat { Html, Pdf, Odt };
 /// "pdf", "odt"; anything else is HTML.
 DocumentFormat documentFormat(QStringView suffix);
-/// The HTML of studySummary() as a file's bytes; PDF has page numbers.
+/// The HTML of studySummary() as a file's bytes; PDF has page numbers. From any thread.
 platform::Result<QByteArray> documentBytes(const QString& html, const QString& title, DocumentFormat format);
 
 }  // namespace lirovan::search
