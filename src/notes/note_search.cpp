@@ -26,8 +26,8 @@ QString withoutMarkupSigns(QString text) {
     return text.replace(u'<', QChar(Less)).replace(u'>', QChar(Greater));
 }
 
-// Not worth another thread.
-constexpr size_t FewNotes = 100;
+// Of rich text, in units: so much is held at once, and so little is not worth another thread.
+constexpr qsizetype ReadAtOnce = 8'000'000, FewUnits = 200'000;
 
 using Forms = QHash<QString, QStringList>;  // by what is written, folded
 
@@ -68,6 +68,22 @@ std::vector<NoteHit> hitsOf(search::SearchRun& run, const search::TopicScanner& 
     return hits;
 }
 
+// Puts the notes behind those that are ready.
+void append(std::vector<SearchableNote>& ready, const std::vector<Note>& rows) {
+    const size_t before = ready.size();
+    ready.resize(before + rows.size());
+    std::atomic<size_t> next = 0;
+    const auto work = [&] {
+        for (size_t i = next++; i < rows.size(); i = next++) ready[before + i] = searchable(rows[i]);
+    };
+    qsizetype units = 0;
+    for (const Note& row : rows) units += row.rtf.size();
+    const unsigned more = units < FewUnits ? 0 : std::max(1U, std::thread::hardware_concurrency()) - 1;
+    std::vector<std::jthread> threads;
+    for (unsigned i = 0; i < more; ++i) threads.emplace_back(work);
+    work();
+}
+
 }  // namespace
 
 SearchableNote searchable(const Note& note) {
@@ -83,20 +99,14 @@ SearchableNote searchableText(NoteId id, const QString& text) {
 }
 
 Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes) {
-    std::vector<Note> rows;
-    const Result<void> read = notes.forEach([&](const Note& note) { rows.push_back(note); });
-    if (!read) return read.error();
-    std::vector<SearchableNote> all(rows.size());
-    std::atomic<size_t> next = 0;
-    const auto work = [&] {
-        for (size_t i = next++; i < rows.size(); i = next++) all[i] = searchable(rows[i]);
-    };
-    std::vector<std::jthread> threads;
-    const unsigned more = rows.size() < FewNotes ? 0 : std::max(1U, std::thread::hardware_concurrency()) - 1;
-    for (unsigned i = 0; i < more; ++i) threads.emplace_back(work);
-    work();
-    threads.clear();
-    return all;
+    std::vector<SearchableNote> all;
+    NotesDatabase::Row row = NotesDatabase::BeforeFirst;
+    while (true) {
+        const Result<std::vector<Note>> rows = notes.nextNotes(row, ReadAtOnce);
+        if (!rows) return rows.error();
+        if (rows->empty()) return all;
+        append(all, *rows);
+    }
 }
 
 std::vector<FoundNote> findNotes(const std::vector<SearchableNote>& notes, const QString& query,

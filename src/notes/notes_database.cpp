@@ -19,7 +19,7 @@ using platform::Step;
 using platform::Transaction;
 
 // Positions in tbl_Notlar
-constexpr int NotID = 0, NotTarihi = 1, NotBaslik = 2, NotRTF = 3;
+constexpr int NotID = 0, NotTarihi = 1, NotBaslik = 2, NotRTF = 3, RowId = 4;
 
 Note noteOf(const Statement& row) {
     return {{row.integer(NotID)}, row.text(NotTarihi), row.text(NotBaslik), row.text(NotRTF)};
@@ -124,10 +124,21 @@ Result<std::vector<Note>> NotesDatabase::list(int rtfCharacters) const {
     return notes;
 }
 
-Result<void> NotesDatabase::forEach(const std::function<void(const Note&)>& onNote) const {
-    return platform::eachRow(
-        database_.prepare(u"select NotID, NotTarihi, NotBaslik, NotRTF from tbl_Notlar order by NotID"),
-        [&](const Statement& row) { onNote(noteOf(row)); });
+Result<std::vector<Note>> NotesDatabase::nextNotes(Row& row, qsizetype rtfUnits) const {
+    // NotID is another name of the rowid; in a file that somebody else has made, keys need not be unique.
+    Result<Statement> next = database_.prepare(
+        u"select NotID, NotTarihi, NotBaslik, NotRTF, rowid from tbl_Notlar where rowid>? order by rowid");
+    if (!next) return next.error();
+    if (const Result<void> bound = next->bind(1, row); !bound) return bound.error();
+    std::vector<Note> notes;
+    for (qsizetype units = 0; units < rtfUnits; units += notes.back().rtf.size()) {
+        const Result<Step> step = next->step();
+        if (!step) return step.error();
+        if (*step == Step::Done) break;
+        notes.push_back(noteOf(*next));
+        row = next->integer(RowId);
+    }
+    return notes;
 }
 
 }  // namespace lirovan::notes

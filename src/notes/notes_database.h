@@ -7,6 +7,7 @@
 #include <QString>
 #include <compare>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -67,8 +68,13 @@ class NotesDatabase {
 
     /// All notes in the order of their keys, with at most `rtfCharacters` of NotRTF each.
     platform::Result<std::vector<Note>> list(int rtfCharacters) const;
-    /// Every note with all of its text, in the order of their keys.
-    platform::Result<void> forEach(const std::function<void(const Note&)>& onNote) const;
+    /// Place of a note in the file.
+    using Row = qint64;
+    static constexpr Row BeforeFirst = std::numeric_limits<Row>::min();
+    /// The next notes behind `row` with all of their text, up to the one with which they have `rtfUnits`
+    /// units of NotRTF, in the order of their keys; none: there are no more. `row` becomes that of the last
+    /// one.
+    platform::Result<std::vector<Note>> nextNotes(Row& row, qsizetype rtfUnits) const;
 
   private:
     platform::Database database_;

@@ -56,6 +56,17 @@ TEST(NoteSearch, FollowsTheRulesOfTheLibrary) {
     };
     for (const auto& c : cases) EXPECT_EQ(found(all, c.query, c.options), c.found) << c.query.toStdString();
     EXPECT_FALSE(searchableNotes(NotesDatabase()));
+
+    // Piece by piece all of them come, each once, whatever their keys.
+    ASSERT_TRUE(notes.database().execute(u"update tbl_Notlar set NotID=-7 where NotID=3"));
+    NotesDatabase::Row row = NotesDatabase::BeforeFirst;
+    QString keys;
+    for (int piece = 0; piece < 9; ++piece) {
+        const auto next = notes.nextNotes(row, 20);
+        ASSERT_TRUE(next);
+        for (const Note& note : *next) keys += u"%1/%2 "_s.arg(piece).arg(note.id.value);
+    }
+    EXPECT_EQ(keys, u"0/-7 1/1 2/2 3/4 3/5 ");
 }
 
 TEST(NoteChoice, FiltersCountsAndSorts) {

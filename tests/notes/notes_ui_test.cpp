@@ -265,6 +265,16 @@ TEST_F(NotebookTest, SizesAllTextAndGoesOnInTheSizeOfTheNote) {
     EXPECT_EQ(box().fontSize(), 14);
     press(u"mnu_yKucult"_s);
     EXPECT_EQ(rtf::prevailingHalfPoints(box().document()), 24);
+
+    rtf::Document mixed = box().document();  // a first letter of another size than the rest
+    mixed.paragraphs[0].runs.insert(mixed.paragraphs[0].runs.begin(),
+                                    {u"B"_s, mixed.paragraphs[0].runs[0].format});
+    mixed.paragraphs[0].runs[0].format.halfPoints = 60;
+    box().setDocument(mixed);
+    EXPECT_EQ(box().fontSize(), 12);
+    type(u"a"_s);
+    control(Qt::Key_Z);
+    EXPECT_EQ(box().fontSize(), 12);
 }
 
 TEST_F(NotebookTest, SearchesInTheListAndMarksWhatItOpens) {
@@ -297,6 +307,15 @@ TEST_F(NotebookTest, SearchesInTheListAndMarksWhatItOpens) {
     EXPECT_EQ(box().textCursor().selectionStart(), 13);
     QTest::keyClick(find, Qt::Key_Return);
     EXPECT_EQ(box().textCursor().selectionStart(), 0);
+    select(13, 18);
+    control(Qt::Key_F);
+    EXPECT_EQ(box().textCursor().selectionStart(), 13);
+    EXPECT_EQ(window().findChild<QLabel*>(u"noteFindCount"_s)->text(), u"2 / 2");
+    select(0, 0);
+    type(u"şu "_s);
+    QTest::keyClick(find, Qt::Key_Return);  // at once, when the hits are not found anew yet
+    EXPECT_EQ(box().textCursor().selectedText(), u"irfan");
+    EXPECT_EQ(box().textCursor().selectionStart(), 3);
     QTest::keyClick(find, Qt::Key_Escape);
     EXPECT_TRUE(box().extraSelections().isEmpty() && !find->isVisible());
 }

@@ -306,11 +306,17 @@ void NoteBox::setFontSize(double points) {
     if (!textCursor().hasSelection()) mergeCurrentCharFormat(size);
 }
 
-// The size commands set all text to one size, and the box's own with it; undone, the text says which it is.
-void NoteBox::followUndoneSize() {
+double NoteBox::firstSize() const {
     QTextCursor first(QTextEdit::document());
     first.movePosition(QTextCursor::NextCharacter);
-    const double points = first.charFormat().fontPointSize();
+    return first.charFormat().fontPointSize();
+}
+
+// The size commands set all text to one size, and the box's own with it; undone, the text says which it is.
+// What puts letters in or takes them out is none of them.
+void NoteBox::followUndoneSize(int charactersBefore, double sizeBefore) {
+    const double points = firstSize();
+    if (QTextEdit::document()->characterCount() != charactersBefore || points == sizeBefore) return;
     setTypeSize(points > 0 ? static_cast<int>(points * 2) : rtf::DefaultHalfPoints);
 }
 
@@ -318,8 +324,10 @@ void NoteBox::keyPressEvent(QKeyEvent* event) {
     const bool undoes = event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo);
     if (followsLink(*event)) return;
     if (!event->text().isEmpty() && event->text().front().isPrint()) leaveLink();
+    const int characters = QTextEdit::document()->characterCount();
+    const double size = undoes ? firstSize() : 0;
     QTextEdit::keyPressEvent(event);
-    if (undoes) followUndoneSize();
+    if (undoes) followUndoneSize(characters, size);
     Q_EMIT inputHandled();
 }
 

@@ -70,7 +70,8 @@ class NoteBox : public QTextEdit {
     void insertLong(const platform::rtf::Document& document, const QTextCharFormat* format, LongWork& work);
     void adopt(std::unique_ptr<QTextDocument> document);
     void setTypeSize(int halfPoints);
-    void followUndoneSize();
+    double firstSize() const;  ///< of the first letter, in points; 0: it has none of its own
+    void followUndoneSize(int charactersBefore, double sizeBefore);
     /// The address that the text on both sides of the cursor leads to.
     QString linkAtCursor() const;
     bool followsLink(const QKeyEvent& event);

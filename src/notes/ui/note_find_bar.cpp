@@ -57,11 +57,24 @@ NoteFindBar::NoteFindBar(QTextEdit& box, QWidget* parent)
 void NoteFindBar::open() {
     options_ = {};
     show();
-    const QString selected = box_.textCursor().selectedText();
-    if (!selected.isEmpty() && !selected.contains(QChar::ParagraphSeparator)) query_->setText(selected);
+    const QTextCursor cursor = box_.textCursor();
+    const QString selected = cursor.selectedText();
+    const bool looksFor = !selected.isEmpty() && !selected.contains(QChar::ParagraphSeparator);
+    if (looksFor) {
+        // The reader stays where the selection is.
+        const QSignalBlocker quiet(query_);
+        query_->setText(selected);
+    }
     query_->setFocus();
     query_->selectAll();
     search();
+    if (!looksFor) return;
+    const auto isSelected = [&](const NoteHit& hit) {
+        return hit.position - 1 == cursor.selectionStart() && hit.length == selected.size();
+    };
+    const auto here = std::find_if(hits_.begin(), hits_.end(), isSelected);
+    current_ = here == hits_.end() ? -1 : here - hits_.begin();
+    showHits();
 }
 
 void NoteFindBar::find(const QString& query, const search::SearchOptions& options) {
@@ -78,6 +91,7 @@ void NoteFindBar::find(const QString& query, const search::SearchOptions& option
 
 void NoteFindBar::closeBar() {
     hide();
+    again_.stop();
     hits_.clear();
     box_.setExtraSelections({});
     box_.setFocus();
@@ -122,6 +136,8 @@ void NoteFindBar::goTo(qsizetype hit) {
 
 void NoteFindBar::step(int by) {
     if (!isVisible()) return open();
+    // The hits are those of a text that has changed meanwhile.
+    if (again_.isActive()) again_.stop(), search();
     const qsizetype count = std::ssize(hits_);
     if (count == 0) return;
     // On from the caret, wherever the reader went meanwhile.

@@ -79,10 +79,7 @@ Result<void> NoteList::notlistele() {
             all_.push_back({note.id, note.date, note.title, listLine(note, shortDate_)});
         }
     }
-    if (wish_.query.isEmpty())
-        showChosen();
-    else
-        choose(wish_);
+    choose(wish_);
     if (!rows) return rows.error();
     return {};
 }
@@ -126,7 +123,10 @@ void NoteList::openSelected() {
     const NoteId id = selected();
     if (id.value == 0) return;
     const Result<std::optional<Note>> note = editor_.NotBaglanti().find(id);
-    if (!note) return;
+    if (!note) {
+        dialogs_.show(platform::errorMessage(note.error().message, QStringLiteral("Not Açma Hatası")));
+        return;
+    }
     if (*note) {
         editor_.show(**note);
         if (hits_ && editor_.currentNote() == id) openedBy_ = wish_;
