@@ -105,21 +105,17 @@ Result<void> copyRows(const BookTable& table, const Database& from, const Databa
         places += u"?"_s;
     }
     const QString columns = names.join(u", "_s);
-    Result<void> copied;
-    const Result<void> read =
-        forEachRow(from, u"SELECT %1 FROM %2"_s.arg(columns, table.name), [&](const Statement& row) {
-            if (!copied) return;
-            Result<Statement> insert = into.prepare(
-                u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, columns, places.join(u", "_s)));
-            if (!insert) {
-                copied = insert.error();
-                return;
-            }
-            for (int i = 0; i < names.size() && copied; ++i) copied = copyValue(row, i, *insert);
-            if (!copied) return;
-            if (const Result<platform::Step> step = insert->step(); !step) copied = step.error();
-        });
-    return read ? copied : read;
+    const QString insertion =
+        u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, columns, places.join(u", "_s));
+    return forEachRow(from, u"SELECT %1 FROM %2"_s.arg(columns, table.name),
+                      [&](const Statement& row) -> Result<void> {
+                          Result<Statement> insert = into.prepare(insertion);
+                          if (!insert) return insert.error();
+                          for (int i = 0; i < names.size(); ++i)
+                              if (const Result<void> bound = copyValue(row, i, *insert); !bound) return bound;
+                          const Result<platform::Step> step = insert->step();
+                          return step ? Result<void>() : Result<void>(step.error());
+                      });
 }
 
 }  // namespace

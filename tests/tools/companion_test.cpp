@@ -245,6 +245,24 @@ TEST(Companion, TellsFaultsAndFailuresByItsExitStatus) {
     EXPECT_EQ(call({u"--yardim"_s}).status, 0);
 }
 
+TEST(Companion, TakesForNotesWhatWasNamed) {
+    const LibraryFile file = smallLibrary();
+    const QString notes = file.filePath(u"Notlar/notlar.vq"_s);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(notes).path()));
+    {
+        const auto database = platform::Database::open(notes, platform::OpenMode::Create);
+        ASSERT_TRUE(database && platform::createLayout(*database, platform::LayoutKind::Notes));
+    }
+    const std::pair<QString, int> cases[] = {
+        {notes, 0},
+        {file.folder(), 0},
+        {file.filePath(u"yedek/notlar.vq"_s), 1},  // not there: no other file stands in for it
+        {file.filePath(u"notlar.vq"_s), 1},
+    };
+    for (const auto& [given, status] : cases)
+        EXPECT_EQ(call({u"not-ara"_s, given, u"söz"_s}).status, status) << given.toStdString();
+}
+
 TEST(Companion, TellsHowItAndEachOfItsCommandsIsUsed) {
     const Called whole = call({u"--help"_s});
     EXPECT_EQ(whole.status, 0);

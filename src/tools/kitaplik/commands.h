@@ -10,7 +10,7 @@ namespace lirovan::tools {
 std::vector<Command> makingCommands();    ///< olustur, aktar
 std::vector<Command> checkingCommands();  ///< denetle
 std::vector<Command> bookCommands();      ///< ekle, cikar
-std::vector<Command> noteCommands();      ///< not-aktar
+std::vector<Command> noteCommands();      ///< not-aktar, not-ara
 std::vector<Command> readingCommands();   ///< agac, secici, konu
 std::vector<Command> searchCommands();    ///< ara, vurgula, ozet, kelimeler
 

@@ -35,13 +35,10 @@ Result<void> copyAdded(const QString& source, const QString& target) {
 
 ExitStatus aktar(const Arguments& arguments) {
     const QString &source = arguments.positional[0], &target = arguments.positional[1];
-    const Result<platform::LayoutKind> imported = platform::Importer().import(source, target, std::nullopt);
-    if (!imported) return fail(imported.error());
-    if (const Result<void> copied = copyAdded(source, target); !copied) {
-        QFile::remove(target);
-        return fail(copied.error());
-    }
-    return ExitStatus::Success;
+    const Result<platform::LayoutKind> imported =
+        platform::Importer().import(source, target, std::nullopt, {},
+                                    [&](const QString& unfinished) { return copyAdded(source, unfinished); });
+    return imported ? ExitStatus::Success : fail(imported.error());
 }
 
 }  // namespace

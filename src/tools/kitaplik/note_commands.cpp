@@ -20,7 +20,8 @@ QString notesFile(const QString& given) {
     if (info.isFile()) return given;
     const platform::AppFolder library(info.isDir() ? info.filePath()
                                                    : QFileInfo(info.absolutePath()).absolutePath());
-    if (!info.isDir() && QFileInfo(library.path(notes::NotesFile)).fileName() != info.fileName())
+    if (!info.isDir() &&
+        QFileInfo(library.path(notes::NotesFile)).absoluteFilePath() != info.absoluteFilePath())
         return given;
     return notes::notesPlace(library).home.path(notes::NotesFile);
 }
