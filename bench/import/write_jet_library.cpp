@@ -10,20 +10,19 @@
 namespace {
 
 using namespace lirovan::test;
+using namespace Qt::StringLiterals;
 
 // About `units` units of HTML paragraphs.
 QString topicText(std::mt19937& random, qsizetype units) {
     static const QStringList words =
-        QStringLiteral(
-            "ışık âlem söz güneş çınar bağ yol ömür deniz kitap ve bir ile niçin "
-            "sabır hikmet dağ rüzgâr gönül şehir")
-            .split(u' ');
+        u"ışık âlem söz güneş çınar bağ yol ömür deniz kitap ve bir ile niçin "
+        "sabır hikmet dağ rüzgâr gönül şehir"_s.split(u' ');
     QString text;
     while (text.size() < units) {
-        text += QStringLiteral("<P>");
+        text += u"<P>"_s;
         for (unsigned i = 0, count = 20 + random() % 60; i < count; ++i)
             text += words[static_cast<qsizetype>(random() % static_cast<unsigned>(words.size()))] + u' ';
-        text += QStringLiteral("</P>\r\n");
+        text += u"</P>\r\n"_s;
     }
     return text;
 }
@@ -34,9 +33,8 @@ QByteArray library(int topics, qint64 bytes) {
     QList<JetRow> books, headings, texts;
     for (int topic = 0; topic < topics; ++topic) {
         const qint32 book = topic / topicsOfBook + 1;
-        if (topic % topicsOfBook == 0)
-            books += JetRow{{book, QStringLiteral("Kitap %1").arg(book), qint32(1), book}};
-        headings += JetRow{{topic, book, QStringLiteral("KONU BAŞLIĞI %1").arg(topic), topic}};
+        if (topic % topicsOfBook == 0) books += JetRow{{book, u"Kitap %1"_s.arg(book), qint32(1), book}};
+        headings += JetRow{{topic, book, u"KONU BAŞLIĞI %1"_s.arg(topic), topic}};
         // Some texts are moved or deleted, as in a file with a history.
         const JetRowState state = topic % 40 == 7 ? JetRowState::Moved : JetRowState::Normal;
         const auto average =
@@ -49,18 +47,16 @@ QByteArray library(int topics, qint64 bytes) {
         return JetColumn{QString::fromLatin1(name), type};
     };
     return jetFile(
-        {{QStringLiteral("tbl_Yazar"),
-          {column("YazarID", Long), column("Yazar", Text)},
-          {{{1, QStringLiteral("Yazar")}}}},
-         {QStringLiteral("tbl_Kitaplar"),
+        {{u"tbl_Yazar"_s, {column("YazarID", Long), column("Yazar", Text)}, {{{1, u"Yazar"_s}}}},
+         {u"tbl_Kitaplar"_s,
           {column("KitapID", Long), column("KitapAdi", Text), column("YazarID", Long),
            column("KitapSiraID", Long)},
           books},
-         {QStringLiteral("tbl_KonuBaslik"),
+         {u"tbl_KonuBaslik"_s,
           {column("KonuID", Long), column("KitapID", Long), column("KonuBaslik", Text),
            column("Konu_Sira", Long)},
           headings},
-         {QStringLiteral("tbl_Konu"),
+         {u"tbl_Konu"_s,
           {column("ID", Long), column("KonuID", Long), column("Konu", Memo), column("Parca", Long)},
           texts}});
 }

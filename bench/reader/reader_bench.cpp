@@ -12,6 +12,7 @@
 #include "support/library_generator.h"
 
 using namespace lirovan;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -67,7 +68,7 @@ BENCHMARK(BookSelector)->Unit(benchmark::kMicrosecond);
 void TopicPage(benchmark::State& state) {
     const data::Library library = openStandard(state);
     const QTemporaryDir folder;
-    QDir(folder.path()).mkdir(QStringLiteral("OKU"));
+    QDir(folder.path()).mkdir(u"OKU"_s);
     const platform::AppFolder app(folder.path());
     qint64 topic = 0;
     for (auto _ : state) {

@@ -12,10 +12,10 @@
 
 #include "browse/page_layout.h"
 #include "measure.h"
-#include "search/companion.h"
-#include "search/result_page.h"
+#include "search/matching/variant_table.h"
+#include "search/pages/result_page.h"
+#include "search/runs/companion.h"
 #include "search/ui/search_tab.h"
-#include "search/variant_table.h"
 #include "support/fake_windows.h"
 #include "support/library_generator.h"
 #include "support/scripted_dialogs.h"

@@ -3,13 +3,15 @@
 #include <QMainWindow>
 #include <QWebEngineView>
 
+using namespace Qt::StringLiterals;
+
 int main(int count, char* words[]) {
     QApplication application(count, words);
     QMainWindow window;
-    window.setWindowTitle(QStringLiteral("bare-view"));
+    window.setWindowTitle(u"bare-view"_s);
     auto* view = new QWebEngineView(&window);
     window.setCentralWidget(view);
-    view->load(QUrl(QStringLiteral("about:blank")));
+    view->load(QUrl(u"about:blank"_s));
     window.showMaximized();
     return QApplication::exec();
 }

@@ -14,9 +14,10 @@
 #include "browse/page_file.h"
 #include "platform/ui/message_boxes.h"
 #include "platform/ui/web_view.h"
-#include "search/passages.h"
+#include "search/pages/passages.h"
 
 using namespace lirovan;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,12 +34,12 @@ QString summary(qsizetype size) {
     QString text;
     std::vector<qint64> hits;
     for (int i = 0; i < 200; ++i) {
-        text += QStringLiteral("<P>");
-        for (int word = 0; word < 40; ++word) text += QStringLiteral("denenen sözlerden biri ");
+        text += u"<P>"_s;
+        for (int word = 0; word < 40; ++word) text += u"denenen sözlerden biri "_s;
         hits.push_back(text.size() + 1);
-        text += QStringLiteral("ışık ve gölge, </P>");
+        text += u"ışık ve gölge, </P>"_s;
     }
-    const search::SummaryTopic topic{text, QStringLiteral("Kitap"), QStringLiteral("Başlık")};
+    const search::SummaryTopic topic{text, u"Kitap"_s, u"Başlık"_s};
     QString page;
     while (page.size() < size) search::appendPassages(page, topic, hits, {}, [] { return true; });
     return page;
@@ -77,10 +78,11 @@ void measure(const char* name, Step step) {
 /// Finding a word of every passage: until the first mark, until the page was looked through, and for how long
 /// the window and the page stood still meanwhile.
 void find(platform::WebView& reader, QWebEnginePage& page) {
-    ask(page, QStringLiteral("window.longest = 0; window.last = performance.now(); setInterval(() => {"
-                             "const now = performance.now(); longest = Math.max(longest, now - last);"
-                             "last = now; }, 1)"));
-    ask(page, QStringLiteral("longest = 0"));
+    ask(page,
+        u"window.longest = 0; window.last = performance.now(); setInterval(() => {"
+        "const now = performance.now(); longest = Math.max(longest, now - last);"
+        "last = now; }, 1)"_s);
+    ask(page, u"longest = 0"_s);
     QEventLoop loop;
     QElapsedTimer timer, turn;
     double first = -1, pause = 0;
@@ -99,12 +101,12 @@ void find(platform::WebView& reader, QWebEnginePage& page) {
     turn.start();
     beat.start(0);
     timer.start();
-    reader.findOnPage(QStringLiteral("ışık ve"));
+    reader.findOnPage(u"ışık ve"_s);
     loop.exec();
     std::printf("%-28s %8.0f ms\n", "find: first mark", first);
     std::printf("%-28s %8.0f ms, %d found\n", "find: whole page", milliseconds(timer), found);
     std::printf("%-28s %8.0f ms\n", "find: longest pause, window", pause);
-    std::printf("%-28s %8.0f ms\n", "find: longest pause, page", ask(page, QStringLiteral("longest")));
+    std::printf("%-28s %8.0f ms\n", "find: longest pause, page", ask(page, u"longest"_s));
     reader.findOnPage({});
 }
 
@@ -115,7 +117,7 @@ int main(int count, char* words[]) {
     const QApplication application(count, words);
     const int size = count > 1 ? QByteArray(words[1]).toInt() : 48;
     const QTemporaryDir temporary;
-    QDir(temporary.path()).mkdir(QStringLiteral("OKU"));
+    QDir(temporary.path()).mkdir(u"OKU"_s);
     const platform::AppFolder folder(temporary.path());
     const auto page = browse::writePage(folder, summary(qsizetype(size) * Megabyte));
     if (!page) return 1;
@@ -137,8 +139,7 @@ int main(int count, char* words[]) {
     measure("read", [&] { std::printf("%lld characters\n", qint64(reader.innerHtml().valueOr({}).size())); });
     find(reader, inner());
     measure("larger type", [&] { browse::rewriteWithFontSize(reader, 16, 17, &folder); });
-    measure("to the middle",
-            [&] { ask(inner(), QStringLiteral("scrollTo(0, 1e5); document.body.scrollHeight")); });
+    measure("to the middle", [&] { ask(inner(), u"scrollTo(0, 1e5); document.body.scrollHeight"_s); });
     measure("next topic", [&] { show(topic); });
 
     QWebEngineView bare;
@@ -147,7 +148,7 @@ int main(int count, char* words[]) {
     const auto showBare = [&](const QUrl& address) {
         load(bare, &QWebEngineView::loadFinished, [&] { bare.load(address); });
     };
-    showBare(QUrl(QStringLiteral("about:blank")));
+    showBare(QUrl(u"about:blank"_s));
     measure("bare: whole", [&] { showBare(QUrl::fromLocalFile(folder.path(browse::PageFile))); });
     std::printf("%-28s %8.0f ms\n", "bare: first paint", ask(*bare.page(), QLatin1String(Painted)));
     return 0;

@@ -17,6 +17,7 @@
 #include "support/library_generator.h"
 
 using namespace lirovan;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -76,7 +77,7 @@ int main(int count, char* words[]) {
     platform::WebEngine::prepare();
     const QApplication application(count, words);
     const QTemporaryDir temporary;
-    QDir(temporary.path()).mkdir(QStringLiteral("OKU"));
+    QDir(temporary.path()).mkdir(u"OKU"_s);
     const platform::AppFolder folder(temporary.path());
     const auto library = data::Library::openFile(bench::standardLibrary(), platform::OpenMode::ReadOnly);
     if (!library) return 1;

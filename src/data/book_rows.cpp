@@ -7,6 +7,7 @@ namespace lirovan::data {
 using platform::Database;
 using platform::Result;
 using platform::Statement;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -31,10 +32,10 @@ Result<std::vector<BookTopicRow>> topicsOf(const Database& database, BookId book
 
 Result<void> removeRows(const Database& database, BookId book, VariantRemover& variants) {
     const Result<void> remembered = forEachRow(
-        database, QStringLiteral("SELECT Konu ") + OwnTexts.toString(),
+        database, u"SELECT Konu "_s + OwnTexts.toString(),
         [&](const Statement& row) { variants.remember(row.text(0)); }, book.value);
     if (!remembered) return remembered;
-    const QString texts = QStringLiteral("DELETE ") + OwnTexts.toString();
+    const QString texts = u"DELETE "_s + OwnTexts.toString();
     for (const QStringView sql :
          {QStringView(texts), QStringView(u"DELETE FROM tbl_KonuBaslik WHERE KitapID=?"),
           QStringView(u"DELETE FROM tbl_Kitaplar WHERE KitapID=?"),

@@ -5,7 +5,7 @@
 #include "data/each_row.h"
 #include "desk/reader_file.h"
 #include "platform/core/each_row.h"
-#include "search/contexts.h"
+#include "search/study/contexts.h"
 #include "text/blanks.h"
 #include "text/title.h"
 

@@ -10,7 +10,7 @@
 #include "browse/page_identity.h"
 #include "platform/core/page_place.h"
 #include "platform/core/result.h"
-#include "search/search_request.h"
+#include "search/runs/search_request.h"
 
 namespace lirovan::desk {
 

@@ -8,6 +8,8 @@
 #include "platform/core/rtf/writer.h"
 
 namespace lirovan::notes {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Error;
@@ -16,8 +18,7 @@ namespace rtf = platform::rtf;
 
 QString fileName(const Note& note) {
     const QString title = fileTitle(note.title);
-    return title.isEmpty() ? QString::number(note.id.value)
-                           : QStringLiteral("%1 %2").arg(note.id.value).arg(title);
+    return title.isEmpty() ? QString::number(note.id.value) : u"%1 %2"_s.arg(note.id.value).arg(title);
 }
 
 }  // namespace
@@ -25,7 +26,7 @@ QString fileName(const Note& note) {
 Result<int> exportNotes(const NotesDatabase& notes, const QString& folder) {
     const Result<std::vector<Note>> rows = notes.list(0);
     if (!rows) return rows.error();
-    if (!QDir().mkpath(folder)) return Error{QStringLiteral("Klasör oluşturulamadı: %1").arg(folder)};
+    if (!QDir().mkpath(folder)) return Error{u"Klasör oluşturulamadı: %1"_s.arg(folder)};
     int written = 0;
     for (const Note& row : *rows) {
         const Result<std::optional<Note>> note = notes.find(row.id);

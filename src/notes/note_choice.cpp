@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "search/search_query.h"
+#include "search/matching/search_query.h"
 #include "text/comparison.h"
 
 namespace lirovan::notes {

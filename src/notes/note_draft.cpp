@@ -15,12 +15,13 @@
 #include "platform/core/file_writer.h"
 
 namespace lirovan::notes {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Result;
 
-const QString idKey = QStringLiteral("NotID"), titleKey = QStringLiteral("NotBaslik"),
-              versionKey = QStringLiteral("Surum"), rtfKey = QStringLiteral("NotRTF");
+const QString idKey = u"NotID"_s, titleKey = u"NotBaslik"_s, versionKey = u"Surum"_s, rtfKey = u"NotRTF"_s;
 
 // Programs that work on one folder at the same time have a place each.
 constexpr int Places = 50;
@@ -41,9 +42,8 @@ bool move(const QString& from, const QString& to) {
 class Place {
   public:
     Place(const QString& folder, int number)
-        : path(folder + (number == 1 ? QStringLiteral("/notlar.draft")
-                                     : QStringLiteral("/notlar-%1.draft").arg(number))),
-          lock_(path + QStringLiteral(".lock")) {
+        : path(folder + (number == 1 ? u"/notlar.draft"_s : u"/notlar-%1.draft"_s.arg(number))),
+          lock_(path + u".lock"_s) {
         lock_.setStaleLockTime(0);  // held for hours; stale only when its program is gone
     }
 
@@ -71,10 +71,9 @@ class Place {
     }
     /// What a program left that was killed while it wrote.
     void removeUnfinished() const {
-        static const QRegularExpression ending(QStringLiteral("\\.[a-z]{6}$"));
+        static const QRegularExpression ending(u"\\.[a-z]{6}$"_s);
         const QFileInfo info(path);
-        for (const QString& name :
-             info.dir().entryList({info.fileName() + QStringLiteral(".??????")}, QDir::Files))
+        for (const QString& name : info.dir().entryList({info.fileName() + u".??????"_s}, QDir::Files))
             if (ending.match(name).hasMatch()) QFile::remove(info.dir().filePath(name));
     }
 
@@ -96,9 +95,8 @@ std::optional<Unsaved> read(const QByteArray& content) {
 
 // Not one of ours any more, but somebody may still make sense of it.
 bool putAway(const QString& path) {
-    QString name = path + QStringLiteral(".okunamayan");
-    for (int number = 2; QFile::exists(name); ++number)
-        name = path + QStringLiteral(".okunamayan-%1").arg(number);
+    QString name = path + u".okunamayan"_s;
+    for (int number = 2; QFile::exists(name); ++number) name = path + u".okunamayan-%1"_s.arg(number);
     return QFileInfo(path).size() == 0 ? QFile::remove(path) : QFile::rename(path, name);
 }
 
@@ -181,7 +179,7 @@ void NoteDraft::keep(Unsaved text, const QString& replaces) const {
             state_->takePlace() && (!QFile::exists(state_->own->path) || state_->own->setAside());
         if (!kept) {
             state_->own.reset();
-            state_->failure = QStringLiteral("Notların klasörüne yazılamıyor: ") + state_->folder;
+            state_->failure = u"Notların klasörüne yazılamıyor: "_s + state_->folder;
             return;
         }
     }

@@ -6,10 +6,10 @@
 #include <thread>
 
 #include "notes/note_text.h"
-#include "search/recorded_hits.h"
-#include "search/search_query.h"
-#include "search/topic_scanner.h"
-#include "search/word_list.h"
+#include "search/matching/search_query.h"
+#include "search/matching/topic_scanner.h"
+#include "search/matching/word_list.h"
+#include "search/runs/recorded_hits.h"
 #include "text/comparison.h"
 
 namespace lirovan::notes {

@@ -10,7 +10,7 @@
 
 #include "notes/notes_database.h"
 #include "platform/core/result.h"
-#include "search/search_run.h"
+#include "search/runs/search_run.h"
 #include "text/variant_builder.h"
 
 namespace lirovan::notes {

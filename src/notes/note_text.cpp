@@ -5,10 +5,12 @@
 
 namespace lirovan::notes {
 
+using namespace Qt::StringLiterals;
+
 namespace rtf = platform::rtf;
 
 QString storedRtf(const rtf::Document& document) {
-    return document.isEmpty() ? QStringLiteral(" ") : QString::fromLatin1(rtf::write(document));
+    return document.isEmpty() ? u" "_s : QString::fromLatin1(rtf::write(document));
 }
 
 rtf::Document textOf(const QString& notRtf) {
@@ -20,9 +22,7 @@ QString fileTitle(const QString& title) {
     constexpr qsizetype longest = 60;
     QString name;
     for (const QChar unit : title.trimmed().left(longest))
-        name += unit < u' ' || QStringLiteral("/\\:*?\"<>|").contains(unit) || unit.isSurrogate()
-                    ? QChar(u'_')
-                    : unit;
+        name += unit < u' ' || u"/\\:*?\"<>|"_s.contains(unit) || unit.isSurrogate() ? QChar(u'_') : unit;
     while (name.endsWith(u'.') || name.endsWith(u' ')) name.chop(1);
     return name;
 }

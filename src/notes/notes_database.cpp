@@ -7,6 +7,8 @@
 #include "platform/core/library_layout.h"
 
 namespace lirovan::notes {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Database;
@@ -40,8 +42,7 @@ Result<void> ensureLayout(const Database& database) {
 
 Result<NotesDatabase> NotesDatabase::open(const platform::AppFolder& folder, const Importer& importer) {
     const QString directory = folder.path(NotesFolder);
-    if (!QDir().mkpath(directory))
-        return Error{QStringLiteral("Not klasörü oluşturulamadı: %1").arg(directory)};
+    if (!QDir().mkpath(directory)) return Error{u"Not klasörü oluşturulamadı: %1"_s.arg(directory)};
     const QString path = folder.path(NotesFile);
     // An empty file is what a full disk left of the first attempt; it is made anew.
     if (importer && QFileInfo(path).size() > 0)
@@ -109,16 +110,15 @@ Result<Change> NotesDatabase::replaceRtf(NoteId id, const QString& expected, con
 }
 
 Result<void> NotesDatabase::remove(NoteId id) const {
-    return database_.execute(QStringLiteral("delete from tbl_Notlar where NotID=%1").arg(id.value));
+    return database_.execute(u"delete from tbl_Notlar where NotID=%1"_s.arg(id.value));
 }
 
 Result<std::vector<Note>> NotesDatabase::list(int rtfCharacters) const {
     // As "select * from tbl_Notlar", but a note may be megabytes long and the list shows one line of it.
     std::vector<Note> notes;
     const Result<void> read = platform::eachRow(
-        database_.prepare(
-            QStringLiteral("select NotID, NotTarihi, NotBaslik, substr(NotRTF, 1, %1) from tbl_Notlar")
-                .arg(rtfCharacters)),
+        database_.prepare(u"select NotID, NotTarihi, NotBaslik, substr(NotRTF, 1, %1) from tbl_Notlar"_s.arg(
+            rtfCharacters)),
         [&](const Statement& row) { notes.push_back(noteOf(row)); });
     if (!read) return read.error();
     return notes;

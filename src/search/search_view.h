@@ -3,8 +3,8 @@
 
 #include <QString>
 
-#include "search/result_tree.h"
-#include "search/search_run.h"
+#include "search/runs/result_tree.h"
+#include "search/runs/search_run.h"
 
 namespace lirovan::search {
 

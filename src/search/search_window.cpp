@@ -5,11 +5,11 @@
 
 #include "browse/browse_window.h"
 #include "browse/page_file.h"
-#include "search/found_topics.h"
-#include "search/hit_positions.h"
-#include "search/result_page.h"
-#include "search/search_query.h"
-#include "search/variant_table.h"
+#include "search/matching/search_query.h"
+#include "search/matching/variant_table.h"
+#include "search/pages/hit_positions.h"
+#include "search/pages/result_page.h"
+#include "search/runs/found_topics.h"
 #include "text/blanks.h"
 
 namespace lirovan::search {

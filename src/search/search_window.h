@@ -16,11 +16,11 @@
 #include "platform/core/dialogs.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/paths.h"
-#include "search/hit_list.h"
-#include "search/result_tree.h"
-#include "search/run_words.h"
-#include "search/search_engine.h"
+#include "search/runs/result_tree.h"
+#include "search/runs/run_words.h"
+#include "search/runs/search_engine.h"
 #include "search/search_view.h"
+#include "search/study/hit_list.h"
 
 namespace lirovan::search {
 

@@ -9,7 +9,7 @@
 #include <random>
 
 #include "data/library_check.h"
-#include "search/variant_table.h"
+#include "search/matching/variant_table.h"
 #include "support/book_lines.h"
 #include "support/library_file.h"
 

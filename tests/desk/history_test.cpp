@@ -4,11 +4,12 @@
 #include <gtest/gtest.h>
 
 #include "browse/book_tree.h"
-#include "search/found_topics.h"
+#include "search/runs/found_topics.h"
 
 using namespace lirovan;
 using browse::PageIdentity;
 using desk::History;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -62,7 +63,7 @@ TEST_F(HistoryTest, PassesOverPagesThatAreGone) {
 TEST_F(HistoryTest, KeepsThePlaceAndTheHitOfEachPage) {
     history.shown(topic(1));
     platform::PagePlace place;
-    place.passage = QStringLiteral("su akar");
+    place.passage = u"su akar"_s;
     history.stands(place, 3);
     history.shown(topic(2));
     history.stands(std::nullopt, 0);
@@ -111,7 +112,7 @@ TEST(Neighbours, OfTheResultTreeAreFoundTopicsOfTheRun) {
         auto* root = add(nullptr, NodeKind::Run, run);
         for (const int author : {0, 1}) {
             auto* above = add(root, NodeKind::Author, {});
-            add(above, NodeKind::Summary, QStringLiteral("OZET%1").arg(author));
+            add(above, NodeKind::Summary, u"OZET%1"_s.arg(author));
             for (const int book : {1, 2}) {
                 auto* shelf = add(above, NodeKind::Book, {});
                 for (const int id : {1, 2})

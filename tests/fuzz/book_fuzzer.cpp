@@ -6,6 +6,7 @@
 #include "tools/book_reader/pictures.h"
 
 using namespace lirovan::book_reader;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,8 +15,8 @@ void require(bool holds) {
 }
 
 void fuzzBook(const QByteArray& bytes) {
-    Source source = singleDocument(QStringLiteral("a.html"), bytes, nullptr);
-    source.package.title = QStringLiteral("a");
+    Source source = singleDocument(u"a.html"_s, bytes, nullptr);
+    source.package.title = u"a"_s;
     char* text = nullptr;
     size_t size = 0;
     std::FILE* channel = open_memstream(&text, &size);

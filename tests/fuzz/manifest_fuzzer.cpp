@@ -4,6 +4,8 @@
 
 #include "tools/kitaplik/manifest.h"
 
+using namespace Qt::StringLiterals;
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QByteArray json(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const auto manifest = lirovan::tools::readManifest(json);
@@ -14,8 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const auto& author : manifest->authors)
         for (const auto& book : author.books)
             for (const auto& topic : book.topics) {
-                const QString path = QDir::cleanPath(QStringLiteral("/klasor/") + topic.file);
-                if (topic.id <= 0 || !path.startsWith(QStringLiteral("/klasor/"))) std::abort();
+                const QString path = QDir::cleanPath(u"/klasor/"_s + topic.file);
+                if (topic.id <= 0 || !path.startsWith(u"/klasor/"_s)) std::abort();
             }
     return 0;
 }

@@ -2,13 +2,14 @@
 // counting, marking and summing up agree with each other and end.
 #include <cstdlib>
 
-#include "search/highlighter.h"
-#include "search/passages.h"
-#include "search/search_query.h"
-#include "search/topic_scanner.h"
+#include "search/matching/search_query.h"
+#include "search/matching/topic_scanner.h"
+#include "search/pages/highlighter.h"
+#include "search/pages/passages.h"
 
 using namespace lirovan;
 using namespace lirovan::search;
+using namespace Qt::StringLiterals;
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     if (size < 2) return 0;
@@ -26,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     completeRun(run, [](const QString&) { return QStringList(); });
     const TopicScanner scanner(run);
     const bool matches = scanner.matches(stored);
-    run.IsabetKaydi = QStringLiteral("$");
+    run.IsabetKaydi = u"$"_s;
     const qint64 count =
         scanner.BulKelimeSay(stored, {{7}, {1}}, {run.IsabetKaydi, &run.tally}, [] { return true; });
     // Of bytes that are no UTF-8 the count makes replacement characters, which a word may hold.
@@ -38,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     if (ofWords != count) std::abort();
 
     const HighlightedText page = markHits(text(stored), wordsToMark(run), run);
-    if (page.text.count(QStringLiteral("<input type='submit' name='ggggittt")) < page.hits) std::abort();
+    if (page.text.count(u"<input type='submit' name='ggggittt"_s) < page.hits) std::abort();
 
     QString summary;
     const auto topics = recordedTopics(run.IsabetKaydi, 0);

@@ -9,7 +9,7 @@
 #include <QHeaderView>
 #include <QTest>
 
-#include "search/search_engine.h"
+#include "search/runs/search_engine.h"
 #include "search/ui/distribution_window.h"
 #include "search/ui/summary_file.h"
 #include "support/files.h"

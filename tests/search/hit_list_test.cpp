@@ -1,20 +1,20 @@
 // A run's hits as a list: its orders, its lines, its files, and the way from a hit to its button.
-#include "search/hit_list.h"
+#include "search/study/hit_list.h"
 
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
 
 #include "random_text.h"
-#include "search/highlighter.h"
-#include "search/hit_anchor.h"
-#include "search/hit_export.h"
-#include "search/hit_lines.h"
-#include "search/search_engine.h"
-#include "search/study_summary.h"
-#include "search/topic_scanner.h"
-#include "search/word_colours.h"
-#include "search/word_list.h"
+#include "search/matching/topic_scanner.h"
+#include "search/matching/word_list.h"
+#include "search/pages/highlighter.h"
+#include "search/pages/hit_anchor.h"
+#include "search/pages/word_colours.h"
+#include "search/runs/search_engine.h"
+#include "search/study/hit_export.h"
+#include "search/study/hit_lines.h"
+#include "search/study/study_summary.h"
 #include "support/files.h"
 #include "support/library_file.h"
 

@@ -1,4 +1,4 @@
-#include "search/hit_positions.h"
+#include "search/pages/hit_positions.h"
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "search/highlighter.h"
-#include "search/search_run.h"
+#include "search/pages/highlighter.h"
+#include "search/runs/search_run.h"
 
 namespace lirovan::reference {
 

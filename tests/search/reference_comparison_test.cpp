@@ -6,10 +6,10 @@
 
 #include "random_text.h"
 #include "reference.h"
-#include "search/passages.h"
-#include "search/scan_ahead.h"
-#include "search/search_query.h"
-#include "search/topic_scanner.h"
+#include "search/matching/scan_ahead.h"
+#include "search/matching/search_query.h"
+#include "search/matching/topic_scanner.h"
+#include "search/pages/passages.h"
 #include "support/library_file.h"
 
 using namespace lirovan;

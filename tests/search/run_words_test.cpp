@@ -1,10 +1,10 @@
-#include "search/run_words.h"
+#include "search/runs/run_words.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "search/word_list.h"
+#include "search/matching/word_list.h"
 #include "text/comparison.h"
 
 using namespace lirovan;

@@ -1,13 +1,13 @@
-#include "search/search_engine.h"
+#include "search/runs/search_engine.h"
 
 #include <gtest/gtest.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "search/companion.h"
-#include "search/search_query.h"
-#include "search/variant_table.h"
+#include "search/matching/search_query.h"
+#include "search/matching/variant_table.h"
+#include "search/runs/companion.h"
 #include "support/library_file.h"
 
 using namespace lirovan;

@@ -1,10 +1,10 @@
 // The picture "Dağılım" as values, and the summary as a document.
-#include "search/strips.h"
+#include "search/study/strips.h"
 
 #include <gtest/gtest.h>
 
-#include "search/search_engine.h"
-#include "search/study_summary.h"
+#include "search/runs/search_engine.h"
+#include "search/study/study_summary.h"
 #include "support/library_file.h"
 
 using namespace lirovan;

@@ -4,12 +4,12 @@
 #include <map>
 
 #include "random_text.h"
-#include "search/companion.h"
-#include "search/contexts.h"
-#include "search/ratio_order.h"
-#include "search/recorded_hits.h"
-#include "search/topic_scanner.h"
-#include "search/word_list.h"
+#include "search/matching/topic_scanner.h"
+#include "search/matching/word_list.h"
+#include "search/runs/companion.h"
+#include "search/runs/ratio_order.h"
+#include "search/runs/recorded_hits.h"
+#include "search/study/contexts.h"
 #include "study_reference.h"
 #include "support/library_file.h"
 

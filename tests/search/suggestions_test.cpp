@@ -1,5 +1,5 @@
 // The words of the library and what is offered while a query is typed.
-#include "search/suggestions.h"
+#include "search/matching/suggestions.h"
 
 #include <gtest/gtest.h>
 

@@ -14,17 +14,18 @@
 
 namespace lirovan::notes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The system's short date, with day and month in two digits so that the columns stay straight. Where the
 // system names no country, the program's own, which is Turkish.
 QString shortDate(QDate date) {
     // Words of the format stand in quotes.
-    static const QRegularExpression oneDigit(QStringLiteral("('[^']*')|(?<![dM])([dM])(?![dM])"));
+    static const QRegularExpression oneDigit(u"('[^']*')|(?<![dM])([dM])(?![dM])"_s);
     const QLocale system = QLocale::system();
     const QLocale locale = system.language() == QLocale::C ? QLocale() : system;
-    return locale.toString(
-        date, locale.dateFormat(QLocale::ShortFormat).replace(oneDigit, QStringLiteral("\\1\\2\\2")));
+    return locale.toString(date, locale.dateFormat(QLocale::ShortFormat).replace(oneDigit, u"\\1\\2\\2"_s));
 }
 
 }  // namespace
@@ -32,16 +33,16 @@ QString shortDate(QDate date) {
 frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget* parent)
     : QDialog(parent),
       search_(new QLineEdit),
-      wholeWord_(new QCheckBox(QStringLiteral("Ya&lnız tüm kelime"))),
-      allWords_(new QCheckBox(QStringLiteral("&Tüm kelimeler"))),
+      wholeWord_(new QCheckBox(u"Ya&lnız tüm kelime"_s)),
+      allWords_(new QCheckBox(u"&Tüm kelimeler"_s)),
       order_(new QComboBox),
       lst_Notlar(new QListWidget(this)),
       PopUp(new QMenu(this)),
       list_(*this, editor, dialogs, shortDate) {
-    setObjectName(QStringLiteral("frm_NotList"));
-    setWindowTitle(QStringLiteral("Notlar Litesi"));
-    lst_Notlar->setObjectName(QStringLiteral("lst_Notlar"));
-    lst_Notlar->setAccessibleName(QStringLiteral("Notlar"));
+    setObjectName(u"frm_NotList"_s);
+    setWindowTitle(u"Notlar Litesi"_s);
+    lst_Notlar->setObjectName(u"lst_Notlar"_s);
+    lst_Notlar->setAccessibleName(u"Notlar"_s);
     // Date, title and text stand in columns made of spaces.
     lst_Notlar->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     lst_Notlar->setUniformItemSizes(true);
@@ -54,29 +55,28 @@ frm_NotList::frm_NotList(NoteEditor& editor, platform::Dialogs& dialogs, QWidget
     lst_Notlar->setFocus();
     resize(lst_Notlar->fontMetrics().horizontalAdvance(QString(100, u'x')), 360);
 
-    PopUp->setObjectName(QStringLiteral("PopUp"));
-    QAction* mnu_Ac = PopUp->addAction(QStringLiteral("Aç"));
-    mnu_Ac->setObjectName(QStringLiteral("mnu_Ac"));
+    PopUp->setObjectName(u"PopUp"_s);
+    QAction* mnu_Ac = PopUp->addAction(u"Aç"_s);
+    mnu_Ac->setObjectName(u"mnu_Ac"_s);
     connect(mnu_Ac, &QAction::triggered, this, [this] { list_.mnu_Ac(); });
-    QAction* mnu_Sil = PopUp->addAction(QStringLiteral("Sil"));
-    mnu_Sil->setObjectName(QStringLiteral("mnu_Sil"));
+    QAction* mnu_Sil = PopUp->addAction(u"Sil"_s);
+    mnu_Sil->setObjectName(u"mnu_Sil"_s);
     connect(mnu_Sil, &QAction::triggered, this, [this] { list_.mnu_Sil(); });
 }
 
 QLayout* frm_NotList::searchRow() {
-    search_->setObjectName(QStringLiteral("noteSearch"));
-    search_->setAccessibleName(QStringLiteral("Notlarda ara"));
-    search_->setPlaceholderText(QStringLiteral("Notlarda ara"));
+    search_->setObjectName(u"noteSearch"_s);
+    search_->setAccessibleName(u"Notlarda ara"_s);
+    search_->setPlaceholderText(u"Notlarda ara"_s);
     search_->setClearButtonEnabled(true);
     search_->installEventFilter(this);
-    wholeWord_->setObjectName(QStringLiteral("noteWholeWord"));
-    allWords_->setObjectName(QStringLiteral("noteAllWords"));
-    order_->setObjectName(QStringLiteral("noteOrder"));
-    order_->setAccessibleName(QStringLiteral("Sıralama"));
-    for (const auto& [name, order] : {std::pair(QStringLiteral("Kayıt sırası"), NoteOrder::Kept),
-                                      std::pair(QStringLiteral("Yeniden eskiye"), NoteOrder::Date),
-                                      std::pair(QStringLiteral("Başlığa göre"), NoteOrder::Title),
-                                      std::pair(QStringLiteral("İsabete göre"), NoteOrder::Hits)})
+    wholeWord_->setObjectName(u"noteWholeWord"_s);
+    allWords_->setObjectName(u"noteAllWords"_s);
+    order_->setObjectName(u"noteOrder"_s);
+    order_->setAccessibleName(u"Sıralama"_s);
+    for (const auto& [name, order] :
+         {std::pair(u"Kayıt sırası"_s, NoteOrder::Kept), std::pair(u"Yeniden eskiye"_s, NoteOrder::Date),
+          std::pair(u"Başlığa göre"_s, NoteOrder::Title), std::pair(u"İsabete göre"_s, NoteOrder::Hits)})
         order_->addItem(name, static_cast<int>(order));
     connect(search_, &QLineEdit::textChanged, this, &frm_NotList::choose);
     connect(wholeWord_, &QCheckBox::toggled, this, &frm_NotList::choose);

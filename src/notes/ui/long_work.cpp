@@ -7,17 +7,18 @@
 
 namespace lirovan::notes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int MomentMs = 300, TurnMs = 10;
 
 }  // namespace
 
-LongWork::LongWork(QWidget& over, const QString& label)
-    : window_(label, QStringLiteral("Durdur"), 0, 0, over.window()) {
+LongWork::LongWork(QWidget& over, const QString& label) : window_(label, u"Durdur"_s, 0, 0, over.window()) {
     since_.start();
-    window_.setObjectName(QStringLiteral("longWork"));
-    window_.setWindowTitle(QStringLiteral("Not Defteri"));
+    window_.setObjectName(u"longWork"_s);
+    window_.setWindowTitle(u"Not Defteri"_s);
     window_.setWindowModality(Qt::ApplicationModal);
 }
 

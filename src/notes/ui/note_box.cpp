@@ -18,6 +18,8 @@
 #include "platform/ui/rtf_document.h"
 
 namespace lirovan::notes {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 namespace rtf = platform::rtf;
@@ -138,7 +140,7 @@ std::optional<rtf::Document> NoteBox::load(const QString& notRtf) {
         std::unique_ptr<QTextDocument> document = nullptr;
     };
     const auto made = std::make_shared<Made>();
-    LongWork work(*this, QStringLiteral("Not açılıyor..."));
+    LongWork work(*this, u"Not açılıyor..."_s);
     const bool done = work.inBackground([made, notRtf, font = font(), thread = thread()] {
         rtf::Document text = textOf(notRtf);
         rtf::joinLinesBeyond(text);
@@ -379,7 +381,7 @@ void NoteBox::insertFromMimeData(const QMimeData* source) {
     if (text.size() <= ReadAtOnce) {
         *passage = read(text);
     } else {
-        work.emplace(*this, QStringLiteral("Metin yapıştırılıyor..."));
+        work.emplace(*this, u"Metin yapıştırılıyor..."_s);
         const qsizetype lines = std::max<qsizetype>(0, rtf::MaxLines - QTextEdit::document()->blockCount());
         if (!work->inBackground([passage, lines, text = std::move(text)] {
                 *passage = read(text);

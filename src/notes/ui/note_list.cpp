@@ -3,6 +3,8 @@
 #include "platform/core/rtf/reader.h"
 
 namespace lirovan::notes {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Answer;
@@ -42,13 +44,13 @@ QString dateOf(const Note& note, const std::function<QString(QDate)>& shortDate)
 }  // namespace
 
 QString listHeader() {
-    return QStringLiteral("Not Tarihi   Başlık") + QString(19, u' ') + QStringLiteral("Not");
+    return u"Not Tarihi   Başlık"_s + QString(19, u' ') + u"Not"_s;
 }
 
 QString listLine(const Note& note, const std::function<QString(QDate)>& shortDate) {
-    return dateOf(note, shortDate) + QStringLiteral("   ") +
+    return dateOf(note, shortDate) + u"   "_s +
            inOneLine(first(titleCharacters, note.title.trimmed())).leftJustified(titleWidth) +
-           beginningOf(note.rtf) + QStringLiteral("...");
+           beginningOf(note.rtf) + u"..."_s;
 }
 
 ListPlace listPlace(const platform::MainFrame& frame) {
@@ -58,9 +60,8 @@ ListPlace listPlace(const platform::MainFrame& frame) {
 void NoteList::load() {
     const Result<void> filled = notlistele();
     if (filled && lines_.size() > 1) return;
-    dialogs_.show(platform::errorMessage(
-        filled ? QStringLiteral("Gösterilecek not bulunamadı!") : filled.error().message,
-        QStringLiteral("Not Açma Hatası")));
+    dialogs_.show(platform::errorMessage(filled ? u"Gösterilecek not bulunamadı!"_s : filled.error().message,
+                                         u"Not Açma Hatası"_s));
 }
 
 Result<void> NoteList::notlistele() {
@@ -91,7 +92,7 @@ void NoteList::choose(NoteWish wish) {
         if (!searchable_) {
             auto read = searchableNotes(editor_.NotBaglanti());
             if (!read) {
-                dialogs_.show(platform::errorMessage(read.error().message, QStringLiteral("Notlarda Arama")));
+                dialogs_.show(platform::errorMessage(read.error().message, u"Notlarda Arama"_s));
                 return showChosen();
             }
             searchable_ = std::move(*read);
@@ -115,8 +116,7 @@ NoteId NoteList::selected() const {
 
 void NoteList::mnu_Ac() {
     if (window_.selectedLine() >= 1) return openSelected();
-    dialogs_.show(
-        platform::errorMessage(QStringLiteral("Not seçmelisiniz!"), QStringLiteral("Not Açma Hatası")));
+    dialogs_.show(platform::errorMessage(u"Not seçmelisiniz!"_s, u"Not Açma Hatası"_s));
 }
 
 void NoteList::openSelected() {
@@ -124,7 +124,7 @@ void NoteList::openSelected() {
     if (id.value == 0) return;
     const Result<std::optional<Note>> note = editor_.NotBaglanti().find(id);
     if (!note) {
-        dialogs_.show(platform::errorMessage(note.error().message, QStringLiteral("Not Açma Hatası")));
+        dialogs_.show(platform::errorMessage(note.error().message, u"Not Açma Hatası"_s));
         return;
     }
     if (*note) {
@@ -136,15 +136,13 @@ void NoteList::openSelected() {
 
 void NoteList::mnu_Sil() {
     if (window_.selectedLine() < 1) {
-        dialogs_.show(
-            platform::errorMessage(QStringLiteral("Not seçmelisiniz!"), QStringLiteral("Not Silme Hatası")));
+        dialogs_.show(platform::errorMessage(u"Not seçmelisiniz!"_s, u"Not Silme Hatası"_s));
         return;
     }
-    const Answer answer = dialogs_.show({QStringLiteral("Seçili notu silmek istediğinize eminmisiniz?"),
-                                         QStringLiteral("Not Silme"), Icon::None, Buttons::YesNo});
+    const Answer answer = dialogs_.show(
+        {u"Seçili notu silmek istediğinize eminmisiniz?"_s, u"Not Silme"_s, Icon::None, Buttons::YesNo});
     if (answer != Answer::Yes) return;
-    if (!deleteNote(selected()))
-        dialogs_.show(platform::errorMessage(QStringLiteral("Hata oluştu!"), QStringLiteral("Hata")));
+    if (!deleteNote(selected())) dialogs_.show(platform::errorMessage(u"Hata oluştu!"_s, u"Hata"_s));
 }
 
 Result<void> NoteList::deleteNote(NoteId id) {

@@ -8,6 +8,8 @@
 #include "text/comparison.h"
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 QStringView utf16Value(sqlite3_value* value) {
@@ -78,13 +80,13 @@ bool isSound(SQLite::Database& connection) {
 }
 
 Error damaged() {
-    return {QStringLiteral("Veritabanı dosyası bozuk.")};
+    return {u"Veritabanı dosyası bozuk."_s};
 }
 
 Error unfinishedAndFixed() {
-    return {QStringLiteral(
-        "Dosyaya yazma yarıda kalmış, klasöre yazılamadığı için de tamamlanamıyor. Klasörü yazılabilen "
-        "bir yere kopyalayıp oradan açın.")};
+    return {
+        u"Dosyaya yazma yarıda kalmış, klasöre yazılamadığı için de tamamlanamıyor. Klasörü yazılabilen "
+        "bir yere kopyalayıp oradan açın."_s};
 }
 
 constexpr QStringView NoSuchTable = u"no such table: ";
@@ -92,43 +94,43 @@ constexpr QStringView NoSuchTable = u"no such table: ";
 Error error(const SQLite::Exception& exception, SQLite::Database* connection = nullptr) {
     switch (exception.getErrorCode()) {
         case SQLITE_NOTADB:
-            return {QStringLiteral("Dosya bir veritabanı değil.")};
+            return {u"Dosya bir veritabanı değil."_s};
         case SQLITE_CORRUPT:
             return damaged();
         case SQLITE_FULL:
             if (connection && !isSound(*connection)) return damaged();
-            return {QStringLiteral("Diskte yer kalmadı.")};
+            return {u"Diskte yer kalmadı."_s};
         case SQLITE_READONLY:
-            return {QStringLiteral("Veritabanı dosyasına yazılamıyor.")};
+            return {u"Veritabanı dosyasına yazılamıyor."_s};
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            return {QStringLiteral("Veritabanı dosyası başka bir program tarafından kullanılıyor.")};
+            return {u"Veritabanı dosyası başka bir program tarafından kullanılıyor."_s};
         case SQLITE_CANTOPEN:
-            return {QStringLiteral("Veritabanı dosyası açılamadı.")};
+            return {u"Veritabanı dosyası açılamadı."_s};
         case SQLITE_ERROR:
             if (const QString what = QString::fromUtf8(exception.what()); what.startsWith(NoSuchTable))
-                return {QStringLiteral("Dosyada %1 tablosu yok.").arg(what.mid(NoSuchTable.size()))};
+                return {u"Dosyada %1 tablosu yok."_s.arg(what.mid(NoSuchTable.size()))};
             break;
         case SQLITE_IOERR:
-            return {QStringLiteral("Veritabanı dosyası diskten okunamadı ya da diske yazılamadı.")};
+            return {u"Veritabanı dosyası diskten okunamadı ya da diske yazılamadı."_s};
         case SQLITE_PERM:
         case SQLITE_AUTH:
-            return {QStringLiteral("Veritabanı dosyası için izin yok.")};
+            return {u"Veritabanı dosyası için izin yok."_s};
         case SQLITE_NOMEM:
-            return {QStringLiteral("Bellek yetmedi.")};
+            return {u"Bellek yetmedi."_s};
         case SQLITE_TOOBIG:
-            return {QStringLiteral("Metin veritabanı için çok uzun.")};
+            return {u"Metin veritabanı için çok uzun."_s};
         case SQLITE_CONSTRAINT:
         case SQLITE_MISMATCH:
-            return {QStringLiteral("Değer veritabanının kurallarına uymuyor.")};
+            return {u"Değer veritabanının kurallarına uymuyor."_s};
         default:
             break;
     }
-    return {QStringLiteral("Veritabanı hatası (SQLite %1).").arg(exception.getErrorCode())};
+    return {u"Veritabanı hatası (SQLite %1)."_s.arg(exception.getErrorCode())};
 }
 
 Error closed() {
-    return {QStringLiteral("Veritabanı açık değil.")};
+    return {u"Veritabanı açık değil."_s};
 }
 
 // `code`: that of the failure.

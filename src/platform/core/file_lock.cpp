@@ -12,6 +12,7 @@
 namespace lirovan::platform {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,7 +23,7 @@ constexpr std::chrono::milliseconds Poll = 100ms, Show = 2s;
 }  // namespace
 
 FileLock::FileLock(const QString& path, const QString& unfinished)
-    : path_(path + QStringLiteral(".kilit")), unfinished_(unfinished), lock_(path_) {
+    : path_(path + u".kilit"_s), unfinished_(unfinished), lock_(path_) {
     // However long the work takes; age is looked at here, together with signs of work.
     lock_.setStaleLockTime(0);
 }
@@ -33,7 +34,7 @@ Result<void> FileLock::take(std::chrono::milliseconds patience, const std::funct
     quiet.start();
     while (!lock_.tryLock(patience == 0ms ? 0 : static_cast<int>(Poll.count()))) {
         if (lock_.error() != QLockFile::LockFailedError)
-            return Error{QStringLiteral("Klasöre yazılamıyor: %1").arg(QFileInfo(path_).path())};
+            return Error{u"Klasöre yazılamıyor: %1"_s.arg(QFileInfo(path_).path())};
         if (const QDateTime now = lastSign(); now != sign) {
             sign = now;
             quiet.restart();
@@ -43,7 +44,7 @@ Result<void> FileLock::take(std::chrono::milliseconds patience, const std::funct
         // One that is really held, by any program on this computer, cannot be removed.
         if (isForeign() && (noWork || old) && lock_.removeStaleLockFile()) continue;
         if (noWork || patience == 0ms) return held();
-        if (!goOn()) return Error{QStringLiteral("Aktarma iptal edildi.")};
+        if (!goOn()) return Error{u"Aktarma iptal edildi."_s};
     }
     removedAtSignal_.emplace(path_);
     shown_.start();
@@ -72,10 +73,10 @@ Error FileLock::held() const {
     qint64 process = 0;
     QString host, program;
     (void)lock_.getLockInfo(&process, &host, &program);
-    return {QStringLiteral("Bu dosya üzerinde başka bir program çalışıyor (%1, %2). Öyle bir program yoksa "
-                           "\"%3\" dosyasını silip yeniden deneyin.")
-                .arg(program.isEmpty() ? QStringLiteral("bilinmiyor") : program,
-                     host.isEmpty() ? QStringLiteral("bilinmiyor") : host, path_)};
+    return {
+        u"Bu dosya üzerinde başka bir program çalışıyor (%1, %2). Öyle bir program yoksa "
+        "\"%3\" dosyasını silip yeniden deneyin."_s.arg(program.isEmpty() ? u"bilinmiyor"_s : program,
+                                                        host.isEmpty() ? u"bilinmiyor"_s : host, path_)};
 }
 
 Result<void> removeUnfinished(const QString& path) {
@@ -92,12 +93,12 @@ Result<void> removeUnfinished(const QString& path) {
     }();
     file.close();
     if (!ours)
-        return Error{QStringLiteral("\"%1\" yolunda bu programın yazmadığı bir dosya var; başka bir yere "
-                                    "taşıyıp yeniden deneyin.")
-                         .arg(path)};
+        return Error{
+            u"\"%1\" yolunda bu programın yazmadığı bir dosya var; başka bir yere "
+            "taşıyıp yeniden deneyin."_s.arg(path)};
     for (const QStringView side : SideFiles) QFile::remove(path + side.toString());
     if (file.remove()) return {};
-    return Error{QStringLiteral("Yarım kalmış bir dosya silinemiyor: %1").arg(path)};
+    return Error{u"Yarım kalmış bir dosya silinemiyor: %1"_s.arg(path)};
 }
 
 }  // namespace lirovan::platform

@@ -4,6 +4,8 @@
 #include <array>
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using enum ColumnSource;
@@ -83,30 +85,28 @@ QStringView typeSql(const ColumnLayout& column) {
 
 QString tableSql(const TableLayout& table) {
     QStringList columns;
-    for (const ColumnLayout& column : table.columns)
-        columns += QStringLiteral("%1 %2").arg(column.name, typeSql(column));
-    return QStringLiteral("CREATE TABLE %1 (%2);").arg(table.name, columns.join(QStringLiteral(", ")));
+    for (const ColumnLayout& column : table.columns) columns += u"%1 %2"_s.arg(column.name, typeSql(column));
+    return u"CREATE TABLE %1 (%2);"_s.arg(table.name, columns.join(u", "_s));
 }
 
 QString kindName(LayoutKind kind) {
-    return kind == LayoutKind::Library ? QStringLiteral("kitaplık") : QStringLiteral("not");
+    return kind == LayoutKind::Library ? u"kitaplık"_s : u"not"_s;
 }
 
 Result<void> checkTable(const Database& database, const TableLayout& table) {
     const Result<bool> found = hasTable(database, table.name);
     if (!found) return found.error();
-    if (!*found) return Error{QStringLiteral("Dosyada %1 tablosu yok.").arg(table.name)};
-    const Result<Statement> rows = database.prepare(QStringLiteral("SELECT * FROM %1").arg(table.name));
+    if (!*found) return Error{u"Dosyada %1 tablosu yok."_s.arg(table.name)};
+    const Result<Statement> rows = database.prepare(u"SELECT * FROM %1"_s.arg(table.name));
     if (!rows) return rows.error();
     for (int i = 0; i < static_cast<int>(table.columns.size()); ++i) {
         const QStringView name = table.columns[static_cast<size_t>(i)].name;
         if (rows->columnCount() <= i || rows->columnName(i).compare(name, Qt::CaseInsensitive) != 0)
-            return Error{
-                QStringLiteral("%1 tablosunun sütunları beklenen sırada değil (%2).").arg(table.name, name)};
+            return Error{u"%1 tablosunun sütunları beklenen sırada değil (%2)."_s.arg(table.name, name)};
     }
     // The first and the last row: a cut or overwritten file mostly shows here.
     const auto edges = database.integer(
-        QStringLiteral("SELECT (SELECT min(rowid) FROM %1) + (SELECT max(rowid) FROM %1)").arg(table.name));
+        u"SELECT (SELECT min(rowid) FROM %1) + (SELECT max(rowid) FROM %1)"_s.arg(table.name));
     if (!edges) return edges.error();
     return {};
 }
@@ -126,9 +126,8 @@ Result<void> prepareFile(const Database& database, LayoutKind kind) {
 }
 
 Result<void> createTables(const Database& database, LayoutKind kind) {
-    QString sql = QStringLiteral("PRAGMA application_id=%1; PRAGMA user_version=%2;")
-                      .arg(applicationId(kind))
-                      .arg(LayoutVersion);
+    QString sql =
+        u"PRAGMA application_id=%1; PRAGMA user_version=%2;"_s.arg(applicationId(kind)).arg(LayoutVersion);
     for (const TableLayout& table : tablesOf(kind)) sql += tableSql(table);
     return database.execute(sql);
 }
@@ -159,15 +158,14 @@ Result<void> checkVersion(const Database& database) {
     const auto version = database.integer(u"PRAGMA user_version");
     if (!version) return version.error();
     if (version->value_or(0) > LayoutVersion)
-        return Error{QStringLiteral("Dosya programın daha yeni bir sürümüyle yazılmış.")};
+        return Error{u"Dosya programın daha yeni bir sürümüyle yazılmış."_s};
     return {};
 }
 
 Result<bool> hasTable(const Database& database, QStringView name) {
-    const auto found =
-        database.integer(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' AND "
-                                        "rootpage>0 AND lower(name)=lower('%1')")
-                             .arg(name));
+    const auto found = database.integer(
+        u"SELECT count(*) FROM sqlite_master WHERE type='table' AND "
+        "rootpage>0 AND lower(name)=lower('%1')"_s.arg(name));
     if (!found) return found.error();
     return *found > 0;
 }
@@ -175,7 +173,7 @@ Result<bool> hasTable(const Database& database, QStringView name) {
 Result<void> checkLayout(const Database& database, LayoutKind kind) {
     const auto found = layoutOf(database);
     if (!found) return found.error();
-    if (*found != kind) return Error{QStringLiteral("Dosya bir %1 dosyası değil.").arg(kindName(kind))};
+    if (*found != kind) return Error{u"Dosya bir %1 dosyası değil."_s.arg(kindName(kind))};
     if (const Result<void> version = checkVersion(database); !version) return version;
     for (const TableLayout& table : tablesOf(kind))
         if (const Result<void> checked = checkTable(database, table); !checked) return checked;

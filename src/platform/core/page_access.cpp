@@ -8,6 +8,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// `path` with its links followed. Of what does not exist the existing beginning is resolved.
@@ -41,8 +43,7 @@ bool tellsItsEncoding(const QString& file) {
     const QByteArray start = content.read(1024);  // as far as the engine looks
     if (start.startsWith("\xef\xbb\xbf") || start.startsWith("\xff\xfe") || start.startsWith("\xfe\xff"))
         return true;
-    static const QRegularExpression meta(QStringLiteral("<meta[^>]+charset"),
-                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression meta(u"<meta[^>]+charset"_s, QRegularExpression::CaseInsensitiveOption);
     return QString::fromLatin1(start).contains(meta);
 }
 
@@ -80,7 +81,7 @@ bool PageAccess::isInside(const QString& path) const {
 QString PageAccess::realPath(const QString& path) const {
     for (const QString& start : {folder_.text() + u'\\', folder_.text() + u'/', root_}) {
         if (!path.startsWith(start)) continue;
-        const QString below = QDir::cleanPath(QStringLiteral("./") + withSlashes(path.mid(start.size())));
+        const QString below = QDir::cleanPath(u"./"_s + withSlashes(path.mid(start.size())));
         if (!below.startsWith(u"..")) return folder_.path(u'/' + below);
     }
     return existingPath(QDir::cleanPath(withSlashes(path)));
@@ -95,7 +96,7 @@ std::optional<QString> PageAccess::file(const QString& pathText) const {
 
 std::optional<QString> PageAccess::fileAt(const QUrl& address) const {
     if (address.scheme() != Scheme || address.host() != Host) return std::nullopt;
-    auto path = file(QStringLiteral("file://") + address.path(QUrl::FullyEncoded));
+    auto path = file(u"file://"_s + address.path(QUrl::FullyEncoded));
     if (path && contentOf(*path).isEmpty()) return std::nullopt;
     return path;
 }

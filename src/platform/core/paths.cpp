@@ -4,6 +4,8 @@
 #include <QFileInfo>
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // One step down from `folder` (which ends in "/"): the entry as written, or the one that differs in case
@@ -20,7 +22,7 @@ QString matchEntry(const QString& folder, const QString& name) {
 QString matchDown(QString start, const QString& relative) {
     const QStringList parts = relative.split(u'/', Qt::SkipEmptyParts);
     for (qsizetype i = 0; i < parts.size(); ++i) {
-        const QString folder = start.isEmpty() ? QStringLiteral("./") : start;
+        const QString folder = start.isEmpty() ? u"./"_s : start;
         start += matchEntry(folder, parts[i]);
         if (i + 1 < parts.size()) start += u'/';
     }

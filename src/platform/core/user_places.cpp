@@ -5,6 +5,8 @@
 #include <QStandardPaths>
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 QString below(QStandardPaths::StandardLocation location, const AppFolder& library) {
@@ -12,7 +14,7 @@ QString below(QStandardPaths::StandardLocation location, const AppFolder& librar
     const QFileInfo info(library.text());
     const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
     const QByteArray name = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha256).toHex();
-    return QStandardPaths::writableLocation(location) + QStringLiteral("/lirovan/kitapliklar/") +
+    return QStandardPaths::writableLocation(location) + u"/lirovan/kitapliklar/"_s +
            QString::fromLatin1(name.first(NameLength));
 }
 

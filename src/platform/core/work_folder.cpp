@@ -15,15 +15,17 @@
 #endif
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Letters = 6;
 
 QString lockOf(const QString& folder) {
-    return folder + QStringLiteral("/kilit");
+    return folder + u"/kilit"_s;
 }
 QString databaseOf(const QString& folder) {
-    return folder + QStringLiteral("/dosya.vq");
+    return folder + u"/dosya.vq"_s;
 }
 QStringList filesOf(const QString& folder) {
     QStringList files{databaseOf(folder)};
@@ -57,7 +59,7 @@ void removeIfLeft(const QFileInfo& info) {
 
 void removeLeft(const QString& prefix) {
     const QFileInfo info(prefix);
-    static const QRegularExpression letters(QStringLiteral("^[a-z]{%1}$").arg(Letters));
+    static const QRegularExpression letters(u"^[a-z]{%1}$"_s.arg(Letters));
     for (const QFileInfo& entry :
          info.dir().entryInfoList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot)) {
         const QString name = entry.fileName();
@@ -79,7 +81,7 @@ bool makePrivate(const QString& folder) {
 Result<std::shared_ptr<WorkFolder>> WorkFolder::make(const QString& givenPrefix) {
     const QString prefix = QFileInfo(givenPrefix).absoluteFilePath();
     removeLeft(prefix);
-    const Error failed{QStringLiteral("Klasöre yazılamıyor: %1").arg(QFileInfo(prefix).path())};
+    const Error failed{u"Klasöre yazılamıyor: %1"_s.arg(QFileInfo(prefix).path())};
     QString folder;
     do {
         folder = prefix;

@@ -8,13 +8,14 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QStringList& rtfFormats() {
-    static const QStringList formats{
-        QStringLiteral("text/rtf"), QStringLiteral("application/rtf"), QStringLiteral("Rich Text Format"),
-        QStringLiteral("text/richtext"),
-        QStringLiteral("application/x-qt-windows-mime;value=\"Rich Text Format\"")};
+    static const QStringList formats{u"text/rtf"_s, u"application/rtf"_s, u"Rich Text Format"_s,
+                                     u"text/richtext"_s,
+                                     u"application/x-qt-windows-mime;value=\"Rich Text Format\""_s};
     return formats;
 }
 

@@ -14,6 +14,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 Q_LOGGING_CATEGORY(logPage, "lirovan.page", QtWarningMsg)
@@ -111,7 +113,7 @@ auto ContentPage::whileAsking(Ask ask) {
 
 Answer ContentPage::show(const QString& text, Buttons buttons) {
     const Icon icon = buttons == Buttons::Ok ? Icon::Information : Icon::Question;
-    return whileAsking([&] { return dialogs_.show({text, QStringLiteral("Lirovan"), icon, buttons}); });
+    return whileAsking([&] { return dialogs_.show({text, u"Lirovan"_s, icon, buttons}); });
 }
 
 QDateTime ContentPage::lastArrival() const {
@@ -145,9 +147,10 @@ void ContentPage::wantsToBePrinted() {
     if (isAsking() || QApplication::activeModalWidget() || hearsPrints_ == false) return;
     if (++printsInARow_ > PrintsInARow && !hearsPrints_) {
         const QPointer self(this);
-        const Answer answer = show(QStringLiteral("Bu sayfa art arda yazdırılmak istiyor. Sayfanın yazdırma "
-                                                  "istekleri bundan sonra da dikkate alınsın mı?"),
-                                   Buttons::YesNo);
+        const Answer answer = show(
+            u"Bu sayfa art arda yazdırılmak istiyor. Sayfanın yazdırma "
+            "istekleri bundan sonra da dikkate alınsın mı?"_s,
+            Buttons::YesNo);
         if (!self) return;
         hearsPrints_ = answer == Answer::Yes;
         if (!*hearsPrints_) return;
@@ -169,7 +172,7 @@ bool ContentPage::javaScriptConfirm(const QUrl&, const QString& text) {
 bool ContentPage::javaScriptPrompt(const QUrl&, const QString& text, const QString& initial,
                                    QString* result) {
     if (!mayAsk()) return false;
-    const auto answer = whileAsking([&] { return dialogs_.ask({text, QStringLiteral("Lirovan"), initial}); });
+    const auto answer = whileAsking([&] { return dialogs_.ask({text, u"Lirovan"_s, initial}); });
     if (answer) *result = *answer;
     return answer.has_value();
 }

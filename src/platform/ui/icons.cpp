@@ -10,6 +10,8 @@
 #include <QSvgRenderer>
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 struct Drawing {
@@ -76,10 +78,10 @@ QByteArray coloured(const QByteArray& drawing, QIcon::Mode mode) {
     const QString line = lineColour(mode).name();
     QString text = QString::fromLatin1(drawing);
     if (mode == QIcon::Disabled || mode == QIcon::Selected) {
-        static const QRegularExpression ownColour(QStringLiteral("#[0-9a-f]{6}"));
+        static const QRegularExpression ownColour(u"#[0-9a-f]{6}"_s);
         text.replace(ownColour, line);
     }
-    return text.replace(QStringLiteral("currentColor"), line).toLatin1();
+    return text.replace(u"currentColor"_s, line).toLatin1();
 }
 
 // Draws one SVG, anew for each size and colour; the results are kept in the pixmap cache.
@@ -96,8 +98,7 @@ class DrawingEngine final : public QIconEngine {
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        const QString name = QStringLiteral("lirovan-icon/%1/%2x%3/%4/%5")
-                                 .arg(file_)
+        const QString name = u"lirovan-icon/%1/%2x%3/%4/%5"_s.arg(file_)
                                  .arg(size.width())
                                  .arg(size.height())
                                  .arg(mode)
@@ -114,12 +115,12 @@ class DrawingEngine final : public QIconEngine {
     }
 
     QIconEngine* clone() const override { return new DrawingEngine(file_); }
-    QString key() const override { return QStringLiteral("lirovan-drawing"); }
+    QString key() const override { return u"lirovan-drawing"_s; }
     bool isNull() override { return false; }
 
   private:
     QByteArray source() const {
-        QFile file(QStringLiteral(":/lirovan/icons/") + file_ + QStringLiteral(".svg"));
+        QFile file(u":/lirovan/icons/"_s + file_ + u".svg"_s);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 

@@ -19,6 +19,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QMessageBox::Icon boxIcon(Icon icon) {
@@ -42,13 +44,13 @@ struct Choice {
 };
 
 std::vector<Choice> choices(Buttons buttons) {
-    const Choice ok{QStringLiteral("Tamam"), QMessageBox::AcceptRole, Answer::Ok};
+    const Choice ok{u"Tamam"_s, QMessageBox::AcceptRole, Answer::Ok};
     switch (buttons) {
         case Buttons::OkCancel:
-            return {ok, {QStringLiteral("İptal"), QMessageBox::RejectRole, Answer::Cancel}};
+            return {ok, {u"İptal"_s, QMessageBox::RejectRole, Answer::Cancel}};
         case Buttons::YesNo:
-            return {{QStringLiteral("Evet"), QMessageBox::YesRole, Answer::Yes},
-                    {QStringLiteral("Hayır"), QMessageBox::NoRole, Answer::No}};
+            return {{u"Evet"_s, QMessageBox::YesRole, Answer::Yes},
+                    {u"Hayır"_s, QMessageBox::NoRole, Answer::No}};
         case Buttons::Ok:
             break;
     }
@@ -99,7 +101,7 @@ QWidget* owner() {
 
 Answer MessageBoxes::show(const Message& message) {
     Box box(owner(), message.buttons == Buttons::YesNo);
-    box.setObjectName(QStringLiteral("messageBox"));
+    box.setObjectName(u"messageBox"_s);
     box.setWindowTitle(message.title);
     box.setTextFormat(Qt::PlainText);
     box.setText(message.text);
@@ -125,14 +127,14 @@ Answer MessageBoxes::show(const Message& message) {
 
 std::optional<QString> MessageBoxes::ask(const Question& question) {
     QInputDialog dialog(owner());
-    dialog.setObjectName(QStringLiteral("inputDialog"));
+    dialog.setObjectName(u"inputDialog"_s);
     dialog.setWindowTitle(question.title);
     dialog.setLabelText(question.prompt);
     // It may quote a page.
     if (auto* label = dialog.findChild<QLabel*>()) label->setTextFormat(Qt::PlainText);
     dialog.setTextValue(question.initial);
-    dialog.setOkButtonText(QStringLiteral("Tamam"));
-    dialog.setCancelButtonText(QStringLiteral("İptal"));
+    dialog.setOkButtonText(u"Tamam"_s);
+    dialog.setCancelButtonText(u"İptal"_s);
     // Wide enough for the title.
     dialog.resize(InputWidth, dialog.sizeHint().height());
     if (question.place) moveOnScreen(dialog, *question.place);
@@ -166,8 +168,7 @@ bool installTranslations(QCoreApplication& application) {
     const QLocale turkish(QLocale::Turkish, QLocale::Turkey);
     QLocale::setDefault(turkish);
     auto* translator = new ToolkitTexts(&application);
-    if (!translator->load(turkish, QStringLiteral("qtbase"), QStringLiteral("_"),
-                          QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    if (!translator->load(turkish, u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         delete translator;
         return false;
     }

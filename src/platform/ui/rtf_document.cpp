@@ -15,6 +15,8 @@
 #include "platform/core/rtf/writer.h"
 
 namespace lirovan::platform::rtf {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // Text documents measure in pixels of 1/96 inch, rich text in twips.
@@ -28,9 +30,9 @@ QString fontName(const QTextCharFormat& format, const QFont& otherwise) {
     if (name.isEmpty()) name = format.property(QTextFormat::OldFontFamily).toString();
     if (name.isEmpty()) name = otherwise.family();
     // Pages name kinds of face as well as faces.
-    if (name == u"serif") return QStringLiteral("Times New Roman");
+    if (name == u"serif") return u"Times New Roman"_s;
     if (name == u"sans-serif" || name == u"system-ui") return DefaultFont.toString();
-    if (name == u"monospace") return QStringLiteral("Courier New");
+    if (name == u"monospace") return u"Courier New"_s;
     return name;
 }
 
@@ -104,7 +106,7 @@ QTextBlockFormat toBlockFormat(const ParagraphFormat& format) {
 
 QString bullet(const QTextList& list, const QTextBlock& block) {
     const bool numbered = list.format().style() <= QTextListFormat::ListDecimal;
-    return (numbered ? list.itemText(block) : QStringLiteral("•")) + u'\t';
+    return (numbered ? list.itemText(block) : u"•"_s) + u'\t';
 }
 
 // Walks the blocks of a text document that lie between two positions.

@@ -4,6 +4,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 QString scriptText(QStringView text) {
     QString literal;
     literal.reserve(text.size() + text.size() / 8 + 2);
@@ -18,7 +20,7 @@ QString scriptText(QStringView text) {
             literal += u'\\';
             literal += c;
         } else if (c < u' ' || c == QChar(0x2028) || c == QChar(0x2029) || c.isSurrogate()) {
-            literal += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+            literal += u"\\u%1"_s.arg(c.unicode(), 4, 16, QLatin1Char('0'));
         } else {
             literal += c;
         }
@@ -31,10 +33,10 @@ QString readableAddresses(QString html, const PageAccess& access) {
     constexpr QStringView Special = u"#?%:&\"\\";
     const QString& text = access.folder().text();
     if (std::none_of(text.cbegin(), text.cend(), [&](QChar c) { return Special.contains(c); })) return html;
-    const QString written = QStringLiteral("src=\"") + text + u'\\';
+    const QString written = u"src=\""_s + text + u'\\';
     QString address = access.address(text).path(QUrl::FullyEncoded);
-    address.replace(u'&', QStringLiteral("&amp;"));
-    return html.replace(written, QStringLiteral("src=\"") + address + u'/');
+    address.replace(u'&', u"&amp;"_s);
+    return html.replace(written, u"src=\""_s + address + u'/');
 }
 
 }  // namespace lirovan::platform

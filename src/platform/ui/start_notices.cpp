@@ -6,6 +6,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // No fault of the reader's, and printed without a category that a rule could name: a session without a
@@ -26,7 +28,7 @@ void withoutNotices(QtMsgType type, const QMessageLogContext& context, const QSt
 }  // namespace
 
 void hideStartNotices() {
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.webenginecontext=false"));
+    QLoggingCategory::setFilterRules(u"qt.webenginecontext=false"_s);
     if (!usual) usual = qInstallMessageHandler(withoutNotices);
 }
 

@@ -8,6 +8,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A printer whose paper keeps a margin around the text.
@@ -18,7 +20,7 @@ std::shared_ptr<QPrinter> withMargins(std::shared_ptr<QPrinter> printer) {
 
 // The toolkit's dialog shows its choice of pages whatever its options say: all but these in that group goes.
 void hidePageRange(const QPrintDialog& dialog) {
-    const auto* range = dialog.findChild<QWidget*>(QStringLiteral("gbPrintRange"));
+    const auto* range = dialog.findChild<QWidget*>(u"gbPrintRange"_s);
     if (!range) return;
     for (auto* part : range->findChildren<QWidget*>())
         if (part->objectName() != u"printAll" && part->objectName() != u"printSelection") part->hide();
@@ -40,8 +42,8 @@ std::optional<PrintTarget> SystemPrinting::ask(bool hasSelection) {
     target.printer = withMargins(std::make_shared<QPrinter>(QPrinter::HighResolution));
     if (hasSelection) target.printer->setPrintRange(QPrinter::Selection);
     QPrintDialog dialog(target.printer.get(), QApplication::activeWindow());
-    dialog.setObjectName(QStringLiteral("printDialog"));
-    dialog.setWindowTitle(QStringLiteral("Yazdır"));
+    dialog.setObjectName(u"printDialog"_s);
+    dialog.setWindowTitle(u"Yazdır"_s);
     // A page of the reader is one stream: page numbers are known only when it has been printed.
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);

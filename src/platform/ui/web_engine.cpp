@@ -18,6 +18,7 @@
 namespace lirovan::platform {
 
 using Info = QWebEngineUrlRequestInfo;
+using namespace Qt::StringLiterals;
 
 /// Asked by the engine for every request of every page and frame, sockets included.
 class WebEngine::Gate : public QWebEngineUrlRequestInterceptor {
@@ -137,7 +138,7 @@ void shut(QWebEngineSettings& settings) {
     settings.setAttribute(S::WebRTCPublicInterfacesOnly, true);
     settings.setAttribute(S::PrintElementBackgrounds, true);
     settings.setUnknownUrlSchemePolicy(S::DisallowUnknownUrlSchemes);
-    settings.setDefaultTextEncoding(QStringLiteral("windows-1254"));
+    settings.setDefaultTextEncoding(u"windows-1254"_s);
 }
 
 // Pages that have a dark form, as the start page, take it from the desktop's palette. The engine asks for it
@@ -211,7 +212,7 @@ WebEngine::WebEngine(const AppFolder& folder, QUrl installer)
 }
 
 QWebEngineScript WebEngine::pageScript(const QString& name) {
-    QFile source(QStringLiteral(":/lirovan/platform/%1.js").arg(name));
+    QFile source(u":/lirovan/platform/%1.js"_s.arg(name));
     const bool opened = source.open(QIODevice::ReadOnly);
     Q_ASSERT_X(opened, "page script", "not built in");
     QWebEngineScript script;

@@ -21,6 +21,7 @@
 namespace lirovan::platform {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -57,7 +58,7 @@ WebView::WebView(std::shared_ptr<WebEngine> engine, Dialogs& dialogs, QWidget* p
     noticeText_->setTextFormat(Qt::PlainText);
     noticeText_->setAlignment(Qt::AlignCenter);
     noticeText_->setWordWrap(true);
-    reload_ = new QPushButton(QStringLiteral("Yeniden Yükle"), notice_);
+    reload_ = new QPushButton(u"Yeniden Yükle"_s, notice_);
     rows->addStretch();
     rows->addWidget(noticeText_);
     rows->addWidget(reload_, 0, Qt::AlignCenter);
@@ -134,8 +135,7 @@ void WebView::makePage() {
                     QTimer::singleShot(0, this, &WebView::load);
                     return;
                 }
-                showNotice(QStringLiteral(
-                               "Sayfa gösterilemiyor: sayfayı gösteren işlem beklenmedik biçimde sona erdi."),
+                showNotice(u"Sayfa gösterilemiyor: sayfayı gösteren işlem beklenmedik biçimde sona erdi."_s,
                            true);
                 Q_EMIT gone();
             });
@@ -215,8 +215,7 @@ Reply<QVariant> WebView::ask(const QString& expression, Wait wait) {
     const QPointer self(this);
     // The answer is wrapped: what comes back bare is the engine's excuse for a page that went away.
     const QString script =
-        QStringLiteral("(function(){try{const v=%1;return v==null?[]:[v]}catch(e){return []}})()")
-            .arg(expression);
+        u"(function(){try{const v=%1;return v==null?[]:[v]}catch(e){return []}})()"_s.arg(expression);
     page_->runJavaScript(script, QWebEngineScript::ApplicationWorld,
                          [question, self](const QVariant& answer) {
                              if (question->closed) {
@@ -252,14 +251,13 @@ Reply<T> as(const Reply<QVariant>& reply) {
 }  // namespace
 
 Reply<QString> WebView::innerHtml() {
-    return as<QString>(ask(QStringLiteral("lirovan.innerHtml()"), Wait::BySize));
+    return as<QString>(ask(u"lirovan.innerHtml()"_s, Wait::BySize));
 }
 
 Outcome WebView::rewrite(const QString& html) {
     if (load_ == Load::Complete) load_ = Load::Idle;
     const QString text = readableAddresses(html, engine_->access());
-    const Outcome written =
-        ask(QStringLiteral("lirovan.rewrite(%1)").arg(scriptText(text)), Wait::BySize).outcome;
+    const Outcome written = ask(u"lirovan.rewrite(%1)"_s.arg(scriptText(text)), Wait::BySize).outcome;
     if (written != Outcome::Answered) return written;
     if (const auto file = engine_->access().file(location_)) keepText(*file, text);
     return waitUntilComplete();
@@ -269,29 +267,28 @@ Reply<bool> WebView::replaceInPlace(const std::vector<Replacement>& changes) {
     if (!isLarge()) return {Outcome::Answered, false};
     QString pairs;
     for (const Replacement& change : changes)
-        pairs += QStringLiteral("[%1,%2],").arg(scriptText(change.from), scriptText(change.to));
+        pairs += u"[%1,%2],"_s.arg(scriptText(change.from), scriptText(change.to));
     // A page that has no time now makes the change later; what is still to come has it once all is there.
-    changes_ += QStringLiteral("lirovan.replaceInPlace([%1])").arg(pairs);
+    changes_ += u"lirovan.replaceInPlace([%1])"_s.arg(pairs);
     const Outcome told = tell(changes_.last());
     return {told == Outcome::Gone ? told : Outcome::Answered, true};
 }
 
 Reply<bool> WebView::hasElement(QStringView name) {
-    return as<bool>(ask(QStringLiteral("lirovan.hasElement(%1)").arg(scriptText(name))));
+    return as<bool>(ask(u"lirovan.hasElement(%1)"_s.arg(scriptText(name))));
 }
 
 Outcome WebView::scrollTo(QStringView name) {
-    return tell(QStringLiteral("lirovan.scrollTo(%1)").arg(scriptText(name)));
+    return tell(u"lirovan.scrollTo(%1)"_s.arg(scriptText(name)));
 }
 
 Outcome WebView::focusElement(QStringView name) {
     setFocus();
-    return tell(QStringLiteral("lirovan.focusElement(%1)").arg(scriptText(name)));
+    return tell(u"lirovan.focusElement(%1)"_s.arg(scriptText(name)));
 }
 
 Reply<std::vector<double>> WebView::offsets(QStringView prefix) {
-    const Reply<QString> reply =
-        as<QString>(ask(QStringLiteral("lirovan.offsets(%1)").arg(scriptText(prefix))));
+    const Reply<QString> reply = as<QString>(ask(u"lirovan.offsets(%1)"_s.arg(scriptText(prefix))));
     if (!reply) return {reply.outcome, {}};
     std::vector<double> result;
     for (const QStringView number : QStringView(*reply.value).split(u' ', Qt::SkipEmptyParts))
@@ -300,36 +297,34 @@ Reply<std::vector<double>> WebView::offsets(QStringView prefix) {
 }
 
 Reply<bool> WebView::isInFirstView(QStringView prefix) {
-    return as<bool>(
-        ask(QStringLiteral("lirovan.isInFirstView(%1,%2)").arg(scriptText(prefix)).arg(2 * LineStep)));
+    return as<bool>(ask(u"lirovan.isInFirstView(%1,%2)"_s.arg(scriptText(prefix)).arg(2 * LineStep)));
 }
 
 Outcome WebView::setScrollTop(int pixels) {
-    return tell(QStringLiteral("lirovan.setScrollTop(%1)").arg(pixels));
+    return tell(u"lirovan.setScrollTop(%1)"_s.arg(pixels));
 }
 
 Reply<double> WebView::scrollTop() {
-    return as<double>(ask(QStringLiteral("lirovan.scrollTop()")));
+    return as<double>(ask(u"lirovan.scrollTop()"_s));
 }
 
 Outcome WebView::scrollLinesDown(int lines) {
-    return tell(QStringLiteral("lirovan.scrollBy(%1)").arg(lines * LineStep));
+    return tell(u"lirovan.scrollBy(%1)"_s.arg(lines * LineStep));
 }
 
 // ---- Places ----
 
 Reply<PagePlace> WebView::place(bool ofSelection) {
     if (hangs_ || load_ == Load::Running || page_->isAsking()) return {Outcome::TimedOut, {}};
-    const QString question = ofSelection ? QStringLiteral("lirovanPlaces.ofSelection()")
-                                         : QStringLiteral("lirovanPlaces.atTopEdge()");
+    const QString question = ofSelection ? u"lirovanPlaces.ofSelection()"_s : u"lirovanPlaces.atTopEdge()"_s;
     const Reply<QString> reply = as<QString>(ask(question, ofSelection ? Wait::Usual : Wait::Passing));
     if (!reply) return {reply.outcome, {}};
     return {reply.outcome, placeFromJson(reply.value->toUtf8())};
 }
 
 Reply<bool> WebView::goTo(const PagePlace& place, bool select) {
-    return as<bool>(ask(QStringLiteral("lirovanPlaces.goTo(%1,%2)")
-                            .arg(QString::fromUtf8(placeJson(place)), select ? u"true" : u"false")));
+    return as<bool>(ask(u"lirovanPlaces.goTo(%1,%2)"_s.arg(QString::fromUtf8(placeJson(place)),
+                                                           select ? u"true" : u"false")));
 }
 
 // ---- Selection, keys and menu ----
@@ -343,8 +338,7 @@ QString WebView::selectedText() const {
 }
 
 Reply<QString> WebView::selectionHtml(bool withMarks) {
-    return as<QString>(
-        ask(QStringLiteral("lirovan.selectionHtml(%1)").arg(withMarks ? u"true" : u"false"), Wait::BySize));
+    return as<QString>(ask(u"lirovan.selectionHtml(%1)"_s.arg(withMarks ? u"true" : u"false"), Wait::BySize));
 }
 
 void WebView::selectAll() {
@@ -371,10 +365,10 @@ bool WebView::eventFilter(QObject* watched, QEvent* event) {
 void WebView::showContextMenu(const QPoint& place) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("&Kopyala"), this, &WebView::copy)->setEnabled(hasSelection());
-    menu->addAction(QStringLiteral("&Tümünü Seç"), this, &WebView::selectAll);
+    menu->addAction(u"&Kopyala"_s, this, &WebView::copy)->setEnabled(hasSelection());
+    menu->addAction(u"&Tümünü Seç"_s, this, &WebView::selectAll);
     menu->addSeparator();
-    menu->addAction(QStringLiteral("&Yazdır..."), this, &WebView::printRequested);
+    menu->addAction(u"&Yazdır..."_s, this, &WebView::printRequested);
     Q_EMIT menuOpening(menu);
     menu->popup(view_->mapToGlobal(place));
 }

@@ -8,6 +8,8 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString placesText(const std::vector<text::TextRange>& hits, qsizetype again) {
@@ -32,8 +34,7 @@ void WebView::askFinding(const QString& expression, std::function<void(const QVa
 
 void WebView::findOnPage(const QString& query) {
     if (text::TextFinder(query).isEmpty()) {
-        if (finding_)
-            page_->runJavaScript(QStringLiteral("lirovanFind.clear()"), QWebEngineScript::ApplicationWorld);
+        if (finding_) page_->runJavaScript(u"lirovanFind.clear()"_s, QWebEngineScript::ApplicationWorld);
         finding_.reset();
         ++findRun_;
         Q_EMIT foundChanged(0, 0, true);
@@ -47,12 +48,12 @@ void WebView::findAgain() {
     if (!finding_) return;
     *finding_ = Finding(finding_->query);
     ++findRun_;
-    page_->runJavaScript(QStringLiteral("lirovanFind.begin()"), QWebEngineScript::ApplicationWorld);
+    page_->runJavaScript(u"lirovanFind.begin()"_s, QWebEngineScript::ApplicationWorld);
     findMore();
 }
 
 void WebView::findMore() {
-    askFinding(QStringLiteral("lirovanFind.more()"), [this](const QVariant& value) {
+    askFinding(u"lirovanFind.more()"_s, [this](const QVariant& value) {
         const QVariantMap piece = value.toMap();
         if (!piece.isEmpty()) return searchPiece(piece);
         finding_->complete = true;
@@ -61,11 +62,11 @@ void WebView::findMore() {
 }
 
 void WebView::searchPiece(const QVariantMap& piece) {
-    const auto hits = finding_->finder.all(piece.value(QStringLiteral("text")).toString());
-    const QString places = placesText(hits, piece.value(QStringLiteral("again")).toLongLong());
+    const auto hits = finding_->finder.all(piece.value(u"text"_s).toString());
+    const QString places = placesText(hits, piece.value(u"again"_s).toLongLong());
     const int number = finding_->pieces++;
     finding_->count += static_cast<int>(places.count(u',') / 2);
-    const bool isLast = piece.value(QStringLiteral("isLast")).toBool();
+    const bool isLast = piece.value(u"isLast"_s).toBool();
     const auto next = [this, isLast](const QVariant& current) {
         finding_->current = current.toInt();
         finding_->complete = isLast;
@@ -73,15 +74,15 @@ void WebView::searchPiece(const QVariantMap& piece) {
         if (!isLast) findMore();
     };
     if (places.isEmpty() && !isLast) return findMore();
-    QString expression = QStringLiteral("lirovanFind.mark(%1,[%2])").arg(number).arg(places);
-    if (isLast) expression = u'(' + expression + QStringLiteral(",lirovanFind.choose(true))");
+    QString expression = u"lirovanFind.mark(%1,[%2])"_s.arg(number).arg(places);
+    if (isLast) expression = u'(' + expression + u",lirovanFind.choose(true))"_s;
     askFinding(expression, next);
 }
 
 void WebView::stepFound(int step) {
     if (!finding_ || finding_->count == 0 || finding_->current < 0) return;
     finding_->current = (finding_->current + step + finding_->count) % finding_->count;
-    page_->runJavaScript(QStringLiteral("lirovanFind.show(%1)").arg(finding_->current),
+    page_->runJavaScript(u"lirovanFind.show(%1)"_s.arg(finding_->current),
                          QWebEngineScript::ApplicationWorld);
     Q_EMIT foundChanged(finding_->count, finding_->current + 1, finding_->complete);
 }

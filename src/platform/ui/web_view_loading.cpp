@@ -16,6 +16,7 @@
 namespace lirovan::platform {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -35,7 +36,7 @@ constexpr auto LookInterval = 10ms;
 // Pages below it are laid out, and left, within a second.
 constexpr qsizetype LargePage = 2'000'000;
 
-const QString LargePageScript = QStringLiteral("large_page");
+const QString LargePageScript = u"large_page"_s;
 
 }  // namespace
 
@@ -50,7 +51,7 @@ void WebView::navigate(const QString& pathText) {
     QFile content(*file);
     if (engine_->access().contentOf(*file).isEmpty()) {
         load_ = Load::Failed;
-        showNotice(QStringLiteral("Sayfa bulunamadı:\n%1").arg(QDir::toNativeSeparators(*file)), true);
+        showNotice(u"Sayfa bulunamadı:\n%1"_s.arg(QDir::toNativeSeparators(*file)), true);
         return;
     }
     if (engine_->access().isPageFile(*file) && content.open(QIODevice::ReadOnly))
@@ -141,7 +142,7 @@ void WebView::load() {
         arrival_.start(ArrivalLimit);
     else
         arrival_.stop();
-    page_->runJavaScript(QStringLiteral("lirovan.leave()"), QWebEngineScript::ApplicationWorld);
+    page_->runJavaScript(u"lirovan.leave()"_s, QWebEngineScript::ApplicationWorld);
     page_->setUrl(address());
     signs_.start(SignsLimit);
 }
@@ -160,7 +161,7 @@ void WebView::lookForSigns() {
     const auto answered = std::make_shared<bool>(false);
     const QPointer self(this);
     const QPointer page(page_);
-    page_->runJavaScript(QStringLiteral("1"), QWebEngineScript::ApplicationWorld,
+    page_->runJavaScript(u"1"_s, QWebEngineScript::ApplicationWorld,
                          [self, page, answered](const QVariant& answer) {
                              *answered = true;
                              // A page that goes answers, too, with nothing.
@@ -174,8 +175,8 @@ void WebView::lookForSigns() {
         if (*answered || page != page_ || load_ != Load::Running || processEnded_ || page_->isAsking())
             return;
         showNotice(
-            QStringLiteral("Bu sayfanın hazırlanması uzun sürüyor.\n"
-                           "Beklemeden başka bir konuya geçebilirsiniz."));
+            u"Bu sayfanın hazırlanması uzun sürüyor.\n"
+            "Beklemeden başka bir konuya geçebilirsiniz."_s);
         isCovered_ = hangs_ = true;
     });
 }
@@ -213,7 +214,7 @@ Outcome WebView::waitUntilComplete() {
         if (load_ == Load::Failed || load_ == Load::Complete) return Outcome::Answered;
         if (here.isForever() && hasArrived()) here = QDeadlineTimer(patience());
         const Reply<QVariant> state =
-            ask(QStringLiteral("lirovan.state()"), loadIsAlone_ ? Wait::UntilLoaded : Wait::BySize);
+            ask(u"lirovan.state()"_s, loadIsAlone_ ? Wait::UntilLoaded : Wait::BySize);
         // No answer, and yet it goes on: the page was given up for one that is still to come.
         const bool replaced = state.outcome == Outcome::TimedOut && !hangs_;
         if (state.outcome != Outcome::Answered && !replaced) return state.outcome;

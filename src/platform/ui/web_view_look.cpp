@@ -11,9 +11,11 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString LookScript = QStringLiteral("page_look");
+const QString LookScript = u"page_look"_s;
 
 }  // namespace
 
@@ -25,8 +27,7 @@ void PageStyle::insert() {
     QWebEngineScriptCollection& scripts = *profile_.scripts();
     for (const QWebEngineScript& script : scripts.find(LookScript)) scripts.remove(script);
     QWebEngineScript script = WebEngine::pageScript(LookScript);
-    script.setSourceCode(script.sourceCode().replace(QStringLiteral("(LOOK)"),
-                                                     QStringLiteral("(%1)").arg(scriptText(sheet_))));
+    script.setSourceCode(script.sourceCode().replace(u"(LOOK)"_s, u"(%1)"_s.arg(scriptText(sheet_))));
     scripts.insert(script);
 }
 
@@ -40,14 +41,14 @@ void PageStyle::set(const QString& sheet, const QColor& ground) {
 
 void WebView::takeLook() {
     page_->setBackgroundColor(engine_->style().ground());
-    page_->runJavaScript(QStringLiteral("lirovanLook.set(%1)").arg(scriptText(engine_->style().sheet())),
+    page_->runJavaScript(u"lirovanLook.set(%1)"_s.arg(scriptText(engine_->style().sheet())),
                          QWebEngineScript::ApplicationWorld);
 }
 
 void WebView::outlineMark(QStringView prefix, int number) {
-    page_->runJavaScript(QStringLiteral("lirovanLook.outline(%1)")
-                             .arg(scriptText(prefix.toString() + QString::number(number))),
-                         QWebEngineScript::ApplicationWorld);
+    page_->runJavaScript(
+        u"lirovanLook.outline(%1)"_s.arg(scriptText(prefix.toString() + QString::number(number))),
+        QWebEngineScript::ApplicationWorld);
 }
 
 bool WebView::zoomsWith(QEvent& event) {

@@ -13,10 +13,12 @@
 
 namespace lirovan::platform {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString selectionPage(const QString& html) {
-    return QStringLiteral("<HTML><HEAD><TITLE></TITLE></HEAD><BODY>%1</BODY></HTML>").arg(html);
+    return u"<HTML><HEAD><TITLE></TITLE></HEAD><BODY>%1</BODY></HTML>"_s.arg(html);
 }
 
 }  // namespace
@@ -38,8 +40,8 @@ void WebView::copyWithSource(const QString& source, const QString& address) {
     FormattedText text;
     text.plain = selectedText() + u'\n' + source + u'\n';
     if (const Reply<QString> html = selectionHtml(false)) {
-        text.html = selectionPage(QStringLiteral("%1<P><A href=\"%2\">%3</A></P>")
-                                      .arg(*html.value, address.toHtmlEscaped(), source.toHtmlEscaped()));
+        text.html = selectionPage(u"%1<P><A href=\"%2\">%3</A></P>"_s.arg(
+            *html.value, address.toHtmlEscaped(), source.toHtmlEscaped()));
         text.rtf = rtf::htmlToRtf(text.html);
     }
     putOnClipboard(text);

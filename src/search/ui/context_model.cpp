@@ -4,7 +4,7 @@
 #include <QColor>
 #include <QFont>
 
-#include "search/word_colours.h"
+#include "search/pages/word_colours.h"
 
 namespace lirovan::search {
 

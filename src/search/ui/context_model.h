@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "search/hit_lines.h"
+#include "search/study/hit_lines.h"
 
 namespace lirovan::search {
 

@@ -10,8 +10,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "search/hit_export.h"
-#include "search/search_query.h"
+#include "search/matching/search_query.h"
+#include "search/study/hit_export.h"
 #include "search/ui/reading_work.h"
 
 namespace lirovan::search {

@@ -11,7 +11,7 @@
 
 #include "browse/ui/background_work.h"
 #include "platform/core/dialogs.h"
-#include "search/hit_list.h"
+#include "search/study/hit_list.h"
 #include "search/ui/context_model.h"
 
 namespace lirovan::search {

@@ -9,6 +9,8 @@
 
 namespace lirovan::search {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 // Pixels between the pointer and a tick that is still meant.
 constexpr double Reach = 4;
@@ -120,8 +122,7 @@ bool DistributionView::viewportEvent(QEvent* event) {
             const Strip& strip = strips_[*row];
             QToolTip::showText(
                 help->globalPos(),
-                (strip.author.isEmpty() ? strip.name : strip.author + QStringLiteral(", ") + strip.name)
-                    .toHtmlEscaped(),
+                (strip.author.isEmpty() ? strip.name : strip.author + u", "_s + strip.name).toHtmlEscaped(),
                 viewport());
         } else if (!hit) {
             QToolTip::hideText();
@@ -135,10 +136,7 @@ void DistributionView::showPassage(size_t row, size_t hit, QPoint place) {
     if (!passage) return;
     const QString text = passage(placeOf(strips_[row], hit)).toHtmlEscaped();
     // As HTML it is wrapped.
-    QToolTip::showText(
-        place,
-        QStringLiteral("<p>") + QString(text).replace(u'\n', QStringLiteral("<br>")) + QStringLiteral("</p>"),
-        viewport());
+    QToolTip::showText(place, u"<p>"_s + QString(text).replace(u'\n', u"<br>"_s) + u"</p>"_s, viewport());
 }
 
 void DistributionView::goTo(size_t row, std::optional<size_t> hit) {

@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "search/search_query.h"
+#include "search/matching/search_query.h"
 #include "search/ui/reading_work.h"
 
 namespace lirovan::search {

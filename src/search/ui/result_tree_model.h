@@ -8,7 +8,7 @@
 #include <QSet>
 #include <functional>
 
-#include "search/result_tree.h"
+#include "search/runs/result_tree.h"
 
 namespace lirovan::search {
 

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "search/run_tip.h"
+#include "search/runs/run_tip.h"
 #include "text/blanks.h"
 
 namespace lirovan::search {

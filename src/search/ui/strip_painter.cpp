@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "platform/core/file_writer.h"
-#include "search/search_query.h"
+#include "search/matching/search_query.h"
 #include "text/comparison.h"
 
 namespace lirovan::search {

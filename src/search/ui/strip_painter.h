@@ -5,7 +5,7 @@
 #include <QRect>
 #include <vector>
 
-#include "search/strips.h"
+#include "search/study/strips.h"
 
 namespace lirovan::search {
 

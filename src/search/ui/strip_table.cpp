@@ -1,6 +1,6 @@
 #include "search/ui/strip_table.h"
 
-#include "search/search_query.h"
+#include "search/matching/search_query.h"
 
 namespace lirovan::search {
 
@@ -13,9 +13,8 @@ void StripTable::setStrips(const QString& nameOfStrips, std::vector<Lane> lanes,
     lanes_ = std::move(lanes);
     rows_.clear();
     for (const Strip& strip : strips)
-        rows_.push_back(
-            {strip.author.isEmpty() ? strip.name : strip.author + QStringLiteral(", ") + strip.name,
-             strip.length, static_cast<qint64>(strip.hits.size()), strip.counts});
+        rows_.push_back({strip.author.isEmpty() ? strip.name : strip.author + u", "_s + strip.name,
+                         strip.length, static_cast<qint64>(strip.hits.size()), strip.counts});
     endResetModel();
 }
 

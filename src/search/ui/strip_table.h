@@ -4,7 +4,7 @@
 #include <QAbstractTableModel>
 #include <vector>
 
-#include "search/strips.h"
+#include "search/study/strips.h"
 
 namespace lirovan::search {
 

@@ -11,8 +11,8 @@
 #include <optional>
 
 #include "browse/ui/background_work.h"
-#include "search/library_changes.h"
-#include "search/suggestions.h"
+#include "search/matching/library_changes.h"
+#include "search/matching/suggestions.h"
 
 namespace lirovan::search {
 

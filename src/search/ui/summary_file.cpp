@@ -11,7 +11,7 @@
 #include <QTextDocumentWriter>
 
 #include "platform/core/file_writer.h"
-#include "search/study_summary.h"
+#include "search/study/study_summary.h"
 #include "search/ui/reading_work.h"
 #include "text/comparison.h"
 

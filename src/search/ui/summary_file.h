@@ -6,7 +6,7 @@
 
 #include "platform/core/dialogs.h"
 #include "platform/core/result.h"
-#include "search/hit_list.h"
+#include "search/study/hit_list.h"
 
 class QWidget;
 

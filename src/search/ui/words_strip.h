@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "search/run_words.h"
+#include "search/runs/run_words.h"
 
 namespace lirovan::search {
 

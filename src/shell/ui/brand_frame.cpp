@@ -8,6 +8,8 @@
 #include "platform/ui/icons.h"
 
 namespace lirovan::shell {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // The start page's colours, light and dark.
@@ -29,8 +31,7 @@ void setInk(QLabel* label, const QColor& colour) {
 
 QFont headingFont(double factor) {
     QFont font = QApplication::font();
-    font.setFamilies({QStringLiteral("Palatino Linotype"), QStringLiteral("Palatino"), QStringLiteral("P052"),
-                      QStringLiteral("Georgia"), QStringLiteral("serif")});
+    font.setFamilies({u"Palatino Linotype"_s, u"Palatino"_s, u"P052"_s, u"Georgia"_s, u"serif"_s});
     if (font.pointSizeF() > 0)
         font.setPointSizeF(font.pointSizeF() * factor);
     else
@@ -41,15 +42,15 @@ QFont headingFont(double factor) {
 BrandFrame::BrandFrame(QWidget* parent)
     : QFrame(parent),
       imgLogo(new QLabel(this)),
-      lblCompanyProduct(new QLabel(QStringLiteral("Veskaran`nin"), this)),
-      lblProductName(new QLabel(QStringLiteral("Lirovan"), this)),
+      lblCompanyProduct(new QLabel(u"Veskaran`nin"_s, this)),
+      lblProductName(new QLabel(u"Lirovan"_s, this)),
       lines_(new QVBoxLayout),
       all_(new QVBoxLayout(this)) {
-    setObjectName(QStringLiteral("Frame1"));
-    imgLogo->setObjectName(QStringLiteral("imgLogo"));
-    imgLogo->setAccessibleName(QStringLiteral("Lirovan simgesi"));
-    lblCompanyProduct->setObjectName(QStringLiteral("lblCompanyProduct"));
-    lblProductName->setObjectName(QStringLiteral("lblProductName"));
+    setObjectName(u"Frame1"_s);
+    imgLogo->setObjectName(u"imgLogo"_s);
+    imgLogo->setAccessibleName(u"Lirovan simgesi"_s);
+    lblCompanyProduct->setObjectName(u"lblCompanyProduct"_s);
+    lblProductName->setObjectName(u"lblProductName"_s);
 
     const int em = fontMetrics().height();
     imgLogo->setPixmap(platform::applicationIcon().pixmap(QSize(7 * em, 7 * em), devicePixelRatioF()));

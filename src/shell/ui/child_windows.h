@@ -17,7 +17,7 @@
 #include "desk/history.h"
 #include "desk/session.h"
 #include "notes/ui/notebook.h"
-#include "search/hit_positions.h"
+#include "search/pages/hit_positions.h"
 #include "search/ui/search_tab.h"
 #include "search/ui/words_strip.h"
 #include "shell/extra_windows.h"

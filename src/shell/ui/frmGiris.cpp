@@ -12,6 +12,8 @@
 #include "platform/ui/icons.h"
 
 namespace lirovan::shell {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // How long showAtOnce() waits for the window to come onto the screen. Starting is not held up for it.
@@ -42,10 +44,10 @@ class ProgressLabel : public QLabel {
 frmGiris::frmGiris(reg_api& registry, const QString& folder, QWidget* parent)
     : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint),
       Frame1(new BrandFrame(this)),
-      Label1(new ProgressLabel(QStringLiteral("Label1"), QStringLiteral("Yüklenen kitap"), Frame1)),
-      Label2(new ProgressLabel(QStringLiteral("Label2"), QStringLiteral("Yüklenen konu"), Frame1)) {
-    setObjectName(QStringLiteral("frmGiris"));
-    setWindowTitle(QStringLiteral("Lirovan"));
+      Label1(new ProgressLabel(u"Label1"_s, u"Yüklenen kitap"_s, Frame1)),
+      Label2(new ProgressLabel(u"Label2"_s, u"Yüklenen konu"_s, Frame1)) {
+    setObjectName(u"frmGiris"_s);
+    setWindowTitle(u"Lirovan"_s);
     setWindowIcon(platform::applicationIcon());
     recordInstallPath(registry, folder);
 

@@ -7,19 +7,20 @@
 
 namespace lirovan::shell {
 
+using namespace Qt::StringLiterals;
+
 frmHakkinda::frmHakkinda(QWidget* parent)
     : QDialog(parent),
       Frame1(new BrandFrame(this)),
-      Label1(new QLabel(
-          QStringLiteral("Bu program ve içindeki kitaplar, hak sahiplerinin izni olmadan kısmen ya da "
-                         "tamamen çoğaltılamaz ve dağıtılamaz."),
-          this)),
-      Label2(new QLabel(QStringLiteral("  Versiyon: ") + platform::version().section(u'.', 0, 1), Frame1)) {
-    setObjectName(QStringLiteral("frmHakkinda"));
-    setWindowTitle(QStringLiteral("Hakkında"));
+      Label1(new QLabel(u"Bu program ve içindeki kitaplar, hak sahiplerinin izni olmadan kısmen ya da "
+                        "tamamen çoğaltılamaz ve dağıtılamaz."_s,
+                        this)),
+      Label2(new QLabel(u"  Versiyon: "_s + platform::version().section(u'.', 0, 1), Frame1)) {
+    setObjectName(u"frmHakkinda"_s);
+    setWindowTitle(u"Hakkında"_s);
     setWindowIcon(platform::applicationIcon());
-    Label1->setObjectName(QStringLiteral("Label1"));
-    Label2->setObjectName(QStringLiteral("Label2"));
+    Label1->setObjectName(u"Label1"_s);
+    Label2->setObjectName(u"Label2"_s);
 
     const int em = fontMetrics().height();
     Frame1->addLine(Label2);

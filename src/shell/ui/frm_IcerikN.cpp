@@ -10,7 +10,7 @@
 #include "browse/ui/frm_Icerik.h"
 #include "platform/ui/clipboard.h"
 #include "platform/ui/icons.h"
-#include "search/highlighter.h"
+#include "search/pages/highlighter.h"
 #include "shell/page_printing.h"
 
 namespace lirovan::shell {

@@ -9,7 +9,7 @@
 #include "platform/core/paths.h"
 #include "platform/ui/mdi_child.h"
 #include "platform/ui/web_view.h"
-#include "search/hit_positions.h"
+#include "search/pages/hit_positions.h"
 #include "shell/ui/command_table.h"
 
 namespace lirovan::shell {

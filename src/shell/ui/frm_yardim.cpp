@@ -11,10 +11,12 @@
 #include "shell/ui/brand_frame.h"
 
 namespace lirovan::shell {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 QString helpText(QStringView name) {
-    QFile file(QStringLiteral(":/lirovan/shell/resources/yardim/%1.html").arg(name));
+    QFile file(u":/lirovan/shell/resources/yardim/%1.html"_s.arg(name));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
@@ -34,8 +36,8 @@ QTextBrowser* textBox(const HelpTopic& topic, QWidget* parent) {
     text->document()->setDocumentMargin(text->fontMetrics().height());
     text->document()->setIndentWidth(2 * text->fontMetrics().height());
     text->document()->setDefaultStyleSheet(
-        QStringLiteral("p, li { line-height: 130%; } ol { margin-left: 0; } li { margin-bottom: 6px; }"
-                       "h3 { font-size: medium; margin-top: 14px; margin-bottom: 4px; }"));
+        u"p, li { line-height: 130%; } ol { margin-left: 0; } li { margin-bottom: 6px; }"
+        "h3 { font-size: medium; margin-top: 14px; margin-bottom: 4px; }"_s);
     text->setHtml(helpText(topic.textFile));
     text->hide();
     return text;
@@ -46,12 +48,12 @@ QTextBrowser* textBox(const HelpTopic& topic, QWidget* parent) {
 frm_yardim::frm_yardim(const platform::MainFrame& main, std::function<void(browse::Tab)> showTab,
                        QWidget* parent)
     : QDialog(parent),
-      lblBaslik(label(QStringLiteral("lblBaslik"), QStringLiteral("Yardım Konuları"), this)),
-      lblKBaslik(label(QStringLiteral("lblKBaslik"), QString(), this)),
-      lblIcerik(label(QStringLiteral("lblIcerik"), HelpPrompt.toString(), this)),
+      lblBaslik(label(u"lblBaslik"_s, u"Yardım Konuları"_s, this)),
+      lblKBaslik(label(u"lblKBaslik"_s, QString(), this)),
+      lblIcerik(label(u"lblIcerik"_s, HelpPrompt.toString(), this)),
       showTab_(std::move(showTab)) {
-    setObjectName(QStringLiteral("frm_yardim"));
-    setWindowTitle(QStringLiteral("Yardım"));
+    setObjectName(u"frm_yardim"_s);
+    setWindowTitle(u"Yardım"_s);
     setWindowIcon(platform::applicationIcon());
 
     const int em = fontMetrics().height();

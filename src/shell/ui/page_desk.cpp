@@ -10,6 +10,8 @@
 
 namespace lirovan::shell {
 
+using namespace Qt::StringLiterals;
+
 void ChildWindows::findOnPage() {
     QMdiSubWindow* window = qobject_cast<frm_IcerikN*>(area_.activeSubWindow());
     if (!window) window = content_;
@@ -23,12 +25,12 @@ void ChildWindows::copyWithSource() {
     if (!content_ || isBusy()) return;
     platform::WebView& page = *content_->wb_Icerik;
     if (!page.isShown() || !shown_.isOfTopic())
-        return frame_.showPassingText(QStringLiteral("Kaynağı bilinen bir konu açık değil."));
-    if (!page.hasSelection()) return frame_.showPassingText(QStringLiteral("Önce kopyalanacak yeri seçin."));
+        return frame_.showPassingText(u"Kaynağı bilinen bir konu açık değil."_s);
+    if (!page.hasSelection()) return frame_.showPassingText(u"Önce kopyalanacak yeri seçin."_s);
     const platform::MdiChild::Hold hold(*content_);
     // A topic may stand in two books: the one that it was opened from is meant.
     const qsizetype at = shownNode();
-    if (at < 0) return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
+    if (at < 0) return frame_.showPassingText(u"Bu konu kitaplıkta yok."_s);
     const std::vector<browse::TreeNode>& nodes = browseWindow().decisions().nodes();
     const browse::TreeNode& node = nodes[static_cast<std::size_t>(at)];
     const auto author = library_.author(node.author);
@@ -38,12 +40,12 @@ void ChildWindows::copyWithSource() {
     const auto place = page.place(true);
     page.copyWithSource(source,
                         browse::topicAddress({shown_.topic, place ? place.value->passage : QString()}));
-    frame_.showPassingText(QStringLiteral("Kopyalandı: ") + source);
+    frame_.showPassingText(u"Kopyalandı: "_s + source);
 }
 
 void ChildWindows::placeSideBySide() {
     frm_IcerikN* const window = extra_.at(extra_.highest());
-    if (!window) return frame_.showPassingText(QStringLiteral("Yan yana dizilecek yeni pencere yok."));
+    if (!window) return frame_.showPassingText(u"Yan yana dizilecek yeni pencere yok."_s);
     browse::frm_Icerik& content = contentWindow();
     content.bringForward();
     window->bringForward();
@@ -93,14 +95,13 @@ void ChildWindows::openLink(const QString& address) {
         place.passage = link->passage;
         place.atTop = link->passage.isEmpty();
         if (!openPlace(link->topic, {}, place, !place.atTop))
-            return frame_.showPassingText(QStringLiteral("Bu konu kitaplıkta yok."));
+            return frame_.showPassingText(u"Bu konu kitaplıkta yok."_s);
         return content_->bringForward();
     }
-    const platform::Message question{QStringLiteral("Bu bağ programın dışına çıkar:\n\n%1\n\n"
-                                                    "Masaüstünün tarayıcısında açılsın mı?")
-                                         .arg(address),
-                                     QStringLiteral("Bağ"), platform::Icon::Question,
-                                     platform::Buttons::YesNo};
+    const platform::Message question{
+        u"Bu bağ programın dışına çıkar:\n\n%1\n\n"
+        "Masaüstünün tarayıcısında açılsın mı?"_s.arg(address),
+        u"Bağ"_s, platform::Icon::Question, platform::Buttons::YesNo};
     if (services_.dialogs.show(question) == platform::Answer::Yes) QDesktopServices::openUrl(QUrl(address));
 }
 

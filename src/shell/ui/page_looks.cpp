@@ -4,7 +4,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 
-#include "search/run_words.h"
+#include "search/runs/run_words.h"
 #include "shell/page_look_choice.h"
 
 namespace lirovan::shell {

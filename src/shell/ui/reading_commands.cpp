@@ -2,7 +2,7 @@
 #include <limits>
 #include <utility>
 
-#include "search/found_topics.h"
+#include "search/runs/found_topics.h"
 #include "shell/ui/child_windows.h"
 
 namespace lirovan::shell {

@@ -7,6 +7,8 @@
 #include "tools/book_reader/text_form.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 class BookRun {
@@ -59,17 +61,16 @@ class BookRun {
             words += scans_.back().words;
             if (isCover(i, scans_.back())) {
                 covers_ += package_.documents[i];
-                package_.skipped.push_back({package_.documents[i], QStringLiteral("kapak")});
+                package_.skipped.push_back({package_.documents[i], u"kapak"_s});
             }
             lines_.progress(i + 1, qint64{2} * count);
-            if (!lines_.good()) return Error{QStringLiteral("Okuma durduruldu.")};
+            if (!lines_.good()) return Error{u"Okuma durduruldu."_s};
         }
         if (words > 0) return {};
         return Error{
             package_.fixedLayout
-                ? QStringLiteral(
-                      "Bu kitap sabit sayfa düzeninde ve resimlerden oluşuyor; içinde aranacak metin yok.")
-                : QStringLiteral("Bu kitapta metin yok (yalnız resim ya da boş sayfa); eklenemez.")};
+                ? u"Bu kitap sabit sayfa düzeninde ve resimlerden oluşuyor; içinde aranacak metin yok."_s
+                : u"Bu kitapta metin yok (yalnız resim ya da boş sayfa); eklenemez."_s};
     }
 
     Result<void> clean(const Plan& plan) {
@@ -90,9 +91,9 @@ class BookRun {
             const Result<Markup> markup = document(i);
             if (!markup) return markup.error();
             if (!covers_.contains(name)) cleaner.clean(*markup, i, name, package_.language);
-            if (bytes > platform::MaximalBookTextBytes) return Error{QStringLiteral("Kitap çok büyük.")};
+            if (bytes > platform::MaximalBookTextBytes) return Error{u"Kitap çok büyük."_s};
             lines_.progress(count + i + 1, qint64{2} * count);
-            if (!lines_.good()) return Error{QStringLiteral("Okuma durduruldu.")};
+            if (!lines_.good()) return Error{u"Okuma durduruldu."_s};
         }
         cleaner.finish();
         return {};

@@ -6,6 +6,8 @@
 #include "tools/book_reader/text_form.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 QString text(std::string_view utf8) {
@@ -134,8 +136,8 @@ quint32 Cleaner::start(quint32 i) {
     }
     if (rule.role == Role::Skipped) {
         placesAt(i);
-        if (rule.tag == Tag::Audio) pictures_.skip(name_, QStringLiteral("içindeki ses"));
-        if (rule.tag == Tag::Video) pictures_.skip(name_, QStringLiteral("içindeki film"));
+        if (rule.tag == Tag::Audio) pictures_.skip(name_, u"içindeki ses"_s);
+        if (rule.tag == Tag::Video) pictures_.skip(name_, u"içindeki film"_s);
         return last;
     }
     Open open;
@@ -187,7 +189,7 @@ void Cleaner::block(quint32 i, const TagRule& rule, Open& open) {
 void Cleaner::inlineElement(quint32 i, const TagRule& rule, Open& open) {
     if (rule.tag == Tag::A) return link(i, open);
     if (rule.tag == Tag::Q) {
-        text_->text(QStringLiteral("\""));
+        text_->text(u"\""_s);
         open.quote = true;
     }
     QByteArray name = bytes(rule.output), attributes;
@@ -228,7 +230,7 @@ void Cleaner::link(quint32 i, Open& open) {
     for (const QStringView scheme : {u"http:", u"https:", u"mailto:", u"ftp:"}) {
         if (!href.startsWith(scheme, Qt::CaseInsensitive) || href.size() > 2000) continue;
         QString address = scheme == u"mailto:" ? href.mid(7) : href;
-        QString bare = address.section(QStringLiteral("//"), 1);
+        QString bare = address.section(u"//"_s, 1);
         if (bare.endsWith(u'/')) bare.chop(1);
         if (bare.isEmpty()) bare = address;
         if (!markup_->simplifiedText(i).contains(bare)) open.address = address;
@@ -239,9 +241,9 @@ void Cleaner::end(quint32 i) {
     if (open_.empty() || open_.back().token != (*markup_)[i].partner) return;
     Open open = std::move(open_.back());
     open_.pop_back();
-    if (open.quote) text_->text(QStringLiteral("\""));
+    if (open.quote) text_->text(u"\""_s);
     for (; open.inlines > 0; --open.inlines) text_->closeInline();
-    if (!open.address.isEmpty()) text_->text(QStringLiteral(" (%1)").arg(open.address), false);
+    if (!open.address.isEmpty()) text_->text(u" (%1)"_s.arg(open.address), false);
     if (open.boundary && open.blocks == 0) text_->boundary();
     for (; open.blocks > 0; --open.blocks) text_->closeBlock();
     if (open.leavesRightToLeft) rightToLeft_ = open.rightToLeftBefore;
@@ -262,11 +264,11 @@ quint32 Cleaner::picture(quint32 i) {
     const QString address = text(href).section(u'#', 0, 0);
     const bool foreign = address.contains(u"://") || address.startsWith(u"data:");
     if (rule.tag == Tag::Object && markup_->attribute(i, "type").substr(0, 6) != "image/") {
-        pictures_.skip(address.isEmpty() ? name_ : address.section(u'/', -1), QStringLiteral("gömülü nesne"));
+        pictures_.skip(address.isEmpty() ? name_ : address.section(u'/', -1), u"gömülü nesne"_s);
         return last;
     }
     if (foreign)
-        pictures_.skip(address.left(80), QStringLiteral("kitabın dışındaki resim"));
+        pictures_.skip(address.left(80), u"kitabın dışındaki resim"_s);
     else if (!address.isEmpty())
         showPicture(pictures_.ofFile(resolvedName(name_, address)), markup_->attribute(i, "alt"));
     return last;

@@ -4,6 +4,8 @@
 #include "tools/book_reader/package.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 constexpr size_t MaximalContents = 45'000;
@@ -28,7 +30,7 @@ Result<Markup> parseFile(Files& files, const QString& name) {
 }
 
 Error tooMany() {
-    return {QStringLiteral("Kitabın içindekiler listesi ölçüsüz uzun.")};
+    return {u"Kitabın içindekiler listesi ölçüsüz uzun."_s};
 }
 
 bool isContents(const Markup& markup, quint32 i) {

@@ -8,6 +8,8 @@
 #include "tools/book_reader/text_form.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // The words of a text or title, without numbers: "1. Giriş" and "Giriş" are one title.
@@ -143,7 +145,7 @@ void FinishedBook::nameTopics() {
         QString title = part.entry.title;
         if (part.isTopic && part.entry.parent >= 0 && count.value(text::folded(title)) > 1) {
             const QString& parent = parts_[static_cast<size_t>(part.entry.parent)].entry.title;
-            if (text::folded(parent) != text::folded(title)) title = parent + QStringLiteral(" – ") + title;
+            if (text::folded(parent) != text::folded(title)) title = parent + u" – "_s + title;
         }
         titles.push_back(title);
     }
@@ -181,7 +183,7 @@ Result<void> FinishedBook::writeTopic(const Part& part, Pictures& pictures, bool
                     if (!bytes) return bytes.error();
                     pictureBytes_ += bytes->size();
                     if (pictureBytes_ > platform::MaximalPicturesBytes)
-                        return Error{QStringLiteral("Kitabın resimleri çok büyük.")};
+                        return Error{u"Kitabın resimleri çok büyük."_s};
                     lines.picture(known->second, pictures[own].name.section(u'/', -1), pictures[own].type,
                                   *bytes);
                 }
@@ -198,7 +200,7 @@ Result<void> FinishedBook::writeTopic(const Part& part, Pictures& pictures, bool
         at = end;
     }
     if (out.size() > platform::MaximalTopicBytes)
-        return Error{QStringLiteral("Kitabın “%1” bölümü çok büyük.").arg(part.entry.title)};
+        return Error{u"Kitabın “%1” bölümü çok büyük."_s.arg(part.entry.title)};
     const int parent = part.entry.parent < 0 ? -1 : parts_[static_cast<size_t>(part.entry.parent)].number;
     lines.topic(part.number, parent, part.entry.depth, part.entry.title, out, part.words);
     return {};
@@ -214,7 +216,7 @@ Result<void> FinishedBook::write(Pictures& pictures, bool withPictures, Lines& l
     for (const Part& part : parts_) {
         if (part.isDropped) continue;
         if (const Result<void> topic = writeTopic(part, pictures, withPictures, lines); !topic) return topic;
-        if (!lines.good()) return Error{QStringLiteral("Okuma durduruldu.")};
+        if (!lines.good()) return Error{u"Okuma durduruldu."_s};
         ++written;
     }
     lines.done(written, static_cast<int>(pictureNumbers_.size()));

@@ -7,6 +7,8 @@
 #include "tools/book_reader/limits.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 class FolderFiles : public Files {
@@ -17,9 +19,9 @@ class FolderFiles : public Files {
 
     Result<QByteArray> read(const QString& name, qint64 limit) override {
         QFile file(path(name));
-        if (!file.open(QIODevice::ReadOnly)) return Error{QStringLiteral("“%1” okunamıyor.").arg(name)};
+        if (!file.open(QIODevice::ReadOnly)) return Error{u"“%1” okunamıyor."_s.arg(name)};
         const QByteArray bytes = file.read(limit + 1);
-        if (bytes.size() > limit) return Error{QStringLiteral("“%1” çok büyük.").arg(name)};
+        if (bytes.size() > limit) return Error{u"“%1” çok büyük."_s.arg(name)};
         return bytes;
     }
 
@@ -42,7 +44,7 @@ class Overlay : public Files {
 
     Result<QByteArray> read(const QString& name, qint64 limit) override {
         if (name == name_ && bytes_.size() <= limit) return bytes_;
-        if (name == name_ || !below_) return Error{QStringLiteral("“%1” çok büyük.").arg(name)};
+        if (name == name_ || !below_) return Error{u"“%1” çok büyük."_s.arg(name)};
         return below_->read(name, limit);
     }
 

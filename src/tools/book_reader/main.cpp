@@ -35,6 +35,7 @@ namespace {
 
 using namespace lirovan;
 using book_reader::Lines;
+using namespace Qt::StringLiterals;
 
 // The libraries write their remarks to the usual channel.
 std::FILE* ownOutput() {
@@ -119,9 +120,9 @@ int main(int argc, char** argv) {
     try {
         const auto done = run(path, withPictures, lines);
         if (done && lines.good()) return 0;
-        lines.failure(done ? QStringLiteral("Sonuç yazılamadı.") : done.error().message);
+        lines.failure(done ? u"Sonuç yazılamadı."_s : done.error().message);
     } catch (const std::bad_alloc&) {
-        lines.failure(QStringLiteral("Kitap okunurken bellek yetmedi; dosya çok büyük ya da bozuk."));
+        lines.failure(u"Kitap okunurken bellek yetmedi; dosya çok büyük ya da bozuk."_s);
     }
     return 1;
 }

@@ -8,6 +8,8 @@
 #include "tools/book_reader/source_text.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 bool isFence(QStringView line) {
@@ -49,8 +51,7 @@ struct Footnote {
 
 // Definitions "[^a]: …", with the indented lines that belong to them, taken out of `lines`.
 std::vector<Footnote> takeFootnotes(QStringList& lines) {
-    static const QRegularExpression definition(
-        QStringLiteral("^ {0,3}\\[\\^([^\\]\\s]{1,64})\\]:[ \t]*(.*)$"));
+    static const QRegularExpression definition(u"^ {0,3}\\[\\^([^\\]\\s]{1,64})\\]:[ \t]*(.*)$"_s);
     std::vector<Footnote> notes;
     QStringList kept;
     bool inNote = false, inFence = false;
@@ -78,13 +79,12 @@ std::vector<Footnote> takeFootnotes(QStringList& lines) {
 }
 
 QString reference(qsizetype number) {
-    return QStringLiteral("<a role=\"doc-noteref\" id=\"dn%1\" href=\"#dip%1\"><sup>%1</sup></a>")
-        .arg(number);
+    return u"<a role=\"doc-noteref\" id=\"dn%1\" href=\"#dip%1\"><sup>%1</sup></a>"_s.arg(number);
 }
 
 // References outside code become links; labels without a definition stay as they are written.
 void linkFootnotes(QStringList& lines, const std::vector<Footnote>& notes) {
-    static const QRegularExpression mark(QStringLiteral("`+[^`]*`+|\\[\\^([^\\]\\s]{1,64})\\]"));
+    static const QRegularExpression mark(u"`+[^`]*`+|\\[\\^([^\\]\\s]{1,64})\\]"_s);
     bool inFence = false;
     for (QString& line : lines) {
         if (isFence(line)) inFence = !inFence;
@@ -106,17 +106,16 @@ void linkFootnotes(QStringList& lines, const std::vector<Footnote>& notes) {
 
 void appendFootnotes(QStringList& lines, const std::vector<Footnote>& notes) {
     for (size_t i = 0; i < notes.size(); ++i) {
-        lines +=
-            {QString(), QStringLiteral("<aside role=\"doc-footnote\" id=\"dip%1\">").arg(i + 1), QString()};
+        lines += {QString(), u"<aside role=\"doc-footnote\" id=\"dip%1\">"_s.arg(i + 1), QString()};
         QStringList body = notes[i].lines;
-        body.front().prepend(QStringLiteral("<a href=\"#dn%1\">%1.</a> ").arg(i + 1));
-        lines += body + QStringList{QString(), QStringLiteral("</aside>"), QString()};
+        body.front().prepend(u"<a href=\"#dn%1\">%1.</a> "_s.arg(i + 1));
+        lines += body + QStringList{QString(), u"</aside>"_s, QString()};
     }
 }
 
 // As writers of links to headings expect: small letters, hyphens for blanks, no punctuation.
 QString headingName(QString title) {
-    title.remove(QRegularExpression(QStringLiteral("<[^>]*>")));
+    title.remove(QRegularExpression(u"<[^>]*>"_s));
     QString name;
     for (const QChar unit : text::lower(title.simplified())) {
         if (unit == u'ı')
@@ -130,7 +129,7 @@ QString headingName(QString title) {
 }
 
 QByteArray withHeadingNames(const QByteArray& html) {
-    static const QRegularExpression heading(QStringLiteral("<h([1-6])>(.*?)</h"),
+    static const QRegularExpression heading(u"<h([1-6])>(.*?)</h"_s,
                                             QRegularExpression::DotMatchesEverythingOption);
     const QString text = QString::fromUtf8(html);
     QString out;
@@ -138,7 +137,7 @@ QByteArray withHeadingNames(const QByteArray& html) {
     for (auto found = heading.globalMatch(text); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
         out += QStringView(text).sliced(at, match.capturedStart() - at);
-        out += QStringLiteral("<h%1 id=\"%2\">").arg(match.captured(1), headingName(match.captured(2)));
+        out += u"<h%1 id=\"%2\">"_s.arg(match.captured(1), headingName(match.captured(2)));
         at = match.capturedStart(2);
     }
     return (out + text.mid(at)).toUtf8();

@@ -13,6 +13,7 @@ namespace lirovan::book_reader {
 
 using platform::Error;
 using platform::Result;
+using namespace Qt::StringLiterals;
 
 // Takes what the parsers report. `stopped` once a limit is passed; the parser is told to stop, and whatever
 // it still says is dropped.
@@ -26,7 +27,7 @@ class MarkupBuilder {
     void start(std::string_view name) {
         if (stopped) return;
         if (open_.size() >= static_cast<size_t>(MaximalDepth))
-            return stop(QStringLiteral("Kitabın bir belgesinde ögeler ölçüsüz derin iç içe; alınmadı."));
+            return stop(u"Kitabın bir belgesinde ögeler ölçüsüz derin iç içe; alınmadı."_s);
         if (full()) return;
         Markup::Token token{};
         token.kind = Markup::Kind::Start;
@@ -93,7 +94,7 @@ class MarkupBuilder {
         if (markup.tokens_.size() < entries && markup.attributes_.size() < entries &&
             markup.store_.size() < 3 * static_cast<size_t>(MaximalDocumentBytes))
             return false;
-        stop(QStringLiteral("Kitabın bir belgesi çok büyük."));
+        stop(u"Kitabın bir belgesi çok büyük."_s);
         return true;
     }
     void stop(const QString& message) {
@@ -200,10 +201,8 @@ void parseHtml(const QByteArray& text, MarkupBuilder& target) {
 Result<Markup> Markup::parse(const QByteArray& bytes) {
     Result<QByteArray> plain = withoutEntities(toUtf8(bytes, SourceKind::Markup));
     if (!plain) return plain.error();
-    if (plain->size() > 3 * MaximalDocumentBytes)
-        return Error{QStringLiteral("Kitabın bir belgesi çok büyük.")};
-    if (hasEndlessElement(*plain))
-        return Error{QStringLiteral("Kitabın bir belgesinde bir öge ölçüsüz uzun; alınmadı.")};
+    if (plain->size() > 3 * MaximalDocumentBytes) return Error{u"Kitabın bir belgesi çok büyük."_s};
+    if (hasEndlessElement(*plain)) return Error{u"Kitabın bir belgesinde bir öge ölçüsüz uzun; alınmadı."_s};
     // The declaration speaks of the bytes, not of this text.
     const qsizetype first = plain->indexOf('<');
     if (first >= 0 && QByteArrayView(*plain).sliced(first).startsWith("<?xml ")) {

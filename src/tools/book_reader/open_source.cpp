@@ -12,11 +12,13 @@
 #include "tools/book_reader/text_form.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 Error unknown() {
-    return {QStringLiteral(
-        "Bu dosya türü tanınmıyor; EPUB, HTML, Markdown, düz metin, DOCX, ODT, FB2 ve RTF eklenebilir.")};
+    return {
+        u"Bu dosya türü tanınmıyor; EPUB, HTML, Markdown, düz metin, DOCX, ODT, FB2 ve RTF eklenebilir."_s};
 }
 
 QString indexOf(const QString& folder) {
@@ -33,10 +35,9 @@ bool endsWith(const QString& name, std::initializer_list<const char*> endings) {
 
 Result<QByteArray> readWhole(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Error{QStringLiteral("Dosya açılamıyor: %1").arg(file.errorString())};
+    if (!file.open(QIODevice::ReadOnly)) return Error{u"Dosya açılamıyor: %1"_s.arg(file.errorString())};
     QByteArray bytes = file.read(MaximalDocumentBytes + 1);
-    if (bytes.size() > MaximalDocumentBytes) return Error{QStringLiteral("Metin çok büyük (en çok 24 MB).")};
+    if (bytes.size() > MaximalDocumentBytes) return Error{u"Metin çok büyük (en çok 24 MB)."_s};
     return bytes;
 }
 
@@ -52,7 +53,7 @@ Result<Source> openEpub(const QString& path) {
 Result<Source> openHtml(const QString& folder, const QString& name, bool withLinks) {
     Source source;
     source.files = openFolder(folder);
-    source.package.format = QStringLiteral("HTML");
+    source.package.format = u"HTML"_s;
     source.package.documents = {name};
     const Result<QByteArray> bytes = source.files->read(name, MaximalDocumentBytes);
     if (!bytes) return bytes.error();
@@ -62,7 +63,7 @@ Result<Source> openHtml(const QString& folder, const QString& name, bool withLin
     const DocumentScan scan = scanDocument(*markup, 0, name, links);
     source.package.title = scan.title;
     source.package.language = scan.language;
-    if (!scan.author.isEmpty()) source.package.creators.push_back({scan.author, QStringLiteral("aut")});
+    if (!scan.author.isEmpty()) source.package.creators.push_back({scan.author, u"aut"_s});
     QSet<QString> seen{name};
     for (const Link& link : links) {
         if (!withLinks || seen.contains(link.target) || source.package.documents.size() >= MaximalEntries)
@@ -78,12 +79,11 @@ Result<Source> openPlain(const QString& path, PlainBook (*read)(const QByteArray
     const Result<QByteArray> bytes = readWhole(path);
     if (!bytes) return bytes.error();
     PlainBook book = read(*bytes);
-    Source source = singleDocument(QStringLiteral("metin.html"), std::move(book.html),
-                                   openFolder(QFileInfo(path).path()));
+    Source source = singleDocument(u"metin.html"_s, std::move(book.html), openFolder(QFileInfo(path).path()));
     source.package.title = book.title;
     source.package.language = book.language;
     source.package.format = QString::fromLatin1(format);
-    if (!book.author.isEmpty()) source.package.creators.push_back({book.author, QStringLiteral("aut")});
+    if (!book.author.isEmpty()) source.package.creators.push_back({book.author, u"aut"_s});
     return source;
 }
 
@@ -99,7 +99,7 @@ class WordFiles : public Files {
   private:
     // "../" names what lies beside the folder.
     static QString inside(const QString& name) {
-        return name.startsWith(u"../") ? name.mid(3) : QStringLiteral("word/") + name;
+        return name.startsWith(u"../") ? name.mid(3) : u"word/"_s + name;
     }
     std::unique_ptr<Files> zip_;
 };
@@ -138,7 +138,7 @@ void takeProperties(Files& files, Package& package) {
             if (kind == "title" && package.title.isEmpty()) package.title = value;
             if (kind == "language" && package.language.isEmpty()) package.language = value;
             if ((kind == "creator" || kind == "initial-creator") && package.creators.empty())
-                package.creators.push_back({value, QStringLiteral("aut")});
+                package.creators.push_back({value, u"aut"_s});
         }
     }
 }
@@ -160,22 +160,21 @@ Result<Source> openForeign(const QString& path, const char* format, const char* 
     if (!markup) return markup.error();
     std::vector<Link> links;
     const DocumentScan scan = scanDocument(*markup, 0, QString(), links);
-    Source source = singleDocument(QStringLiteral("metin.html"), std::move(*html), std::move(files));
+    Source source = singleDocument(u"metin.html"_s, std::move(*html), std::move(files));
     source.package.format = QString::fromLatin1(shown);
     // Where a document has no title, pandoc writes the file's name.
     source.package.title = scan.title == QFileInfo(path).completeBaseName() ? QString() : scan.title;
     source.package.language = scan.language;
-    if (!scan.author.isEmpty()) source.package.creators.push_back({scan.author, QStringLiteral("aut")});
+    if (!scan.author.isEmpty()) source.package.creators.push_back({scan.author, u"aut"_s});
     if (hasProperties) takeProperties(*source.files, source.package);
     return source;
 }
 
 Result<Source> openFile(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Error{QStringLiteral("Dosya açılamıyor: %1").arg(file.errorString())};
-    if (file.size() == 0) return Error{QStringLiteral("Dosya boş.")};
-    if (file.size() > MaximalSourceBytes) return Error{QStringLiteral("Dosya çok büyük (en çok 2 GB).")};
+    if (!file.open(QIODevice::ReadOnly)) return Error{u"Dosya açılamıyor: %1"_s.arg(file.errorString())};
+    if (file.size() == 0) return Error{u"Dosya boş."_s};
+    if (file.size() > MaximalSourceBytes) return Error{u"Dosya çok büyük (en çok 2 GB)."_s};
     const QByteArray head = file.read(512);
     const QFileInfo info(path);
     const QString name = info.fileName();
@@ -201,11 +200,11 @@ Source singleDocument(const QString& name, QByteArray html, std::unique_ptr<File
 
 Result<Source> openSource(const QString& path) {
     const QFileInfo info(path);
-    if (!info.exists()) return Error{QStringLiteral("Dosya yok.")};
+    if (!info.exists()) return Error{u"Dosya yok."_s};
     Result<Source> source = unknown();
     if (info.isDir()) {
         const QString index = indexOf(path);
-        if (index.isEmpty()) return Error{QStringLiteral("Klasörde index.html yok.")};
+        if (index.isEmpty()) return Error{u"Klasörde index.html yok."_s};
         source = openHtml(path, index, true);
     } else if (info.isFile()) {
         source = openFile(path);
@@ -213,7 +212,7 @@ Result<Source> openSource(const QString& path) {
     if (!source) return source;
     if (source->package.title.simplified().isEmpty()) {
         const QString own = QFileInfo(info.absoluteFilePath()).completeBaseName();
-        source->package.title = own.isEmpty() ? QStringLiteral("(adsız)") : own;
+        source->package.title = own.isEmpty() ? u"(adsız)"_s : own;
     }
     return source;
 }
@@ -222,7 +221,7 @@ Result<QByteArray> sourceHash(const QString& path) {
     QFile file(QFileInfo(path).isDir() ? path + u'/' + indexOf(path) : path);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
-        return Error{QStringLiteral("Dosya okunamıyor: %1").arg(file.errorString())};
+        return Error{u"Dosya okunamıyor: %1"_s.arg(file.errorString())};
     return hash.result().toHex();
 }
 

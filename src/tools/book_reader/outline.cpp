@@ -7,6 +7,8 @@
 #include "tools/book_reader/text_form.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int DeepestEntry = 30;
@@ -55,7 +57,7 @@ class Maker {
             if (document >= 0) named_.insert(document);
             QString title = entry.title;
             if (title.isEmpty() && document >= 0) title = titleOf(document);
-            add(title.isEmpty() ? QStringLiteral("(adsız)") : title, entry.depth, position,
+            add(title.isEmpty() ? u"(adsız)"_s : title, entry.depth, position,
                 covers_.contains(entry.document));
         }
     }
@@ -126,7 +128,7 @@ class Maker {
                             ? scan.headings.front().text
                             : scan.title;
         if (title.isEmpty() || scans_.size() == 1) title = package_.title;
-        if (title.isEmpty()) title = QStringLiteral("Başlangıç");
+        if (title.isEmpty()) title = u"Başlangıç"_s;
         for (Entry& entry : entries())
             if (entry.parent >= 0) ++entry.parent;
         entries().insert(entries().begin(), {title, 0, -1, {0, 0}, true, false});

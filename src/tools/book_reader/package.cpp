@@ -7,6 +7,8 @@
 #include "tools/book_reader/markup.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 QString text(std::string_view utf8) {
@@ -24,30 +26,29 @@ bool isFontCover(std::string_view algorithm) {
 }
 
 Result<void> checkEncryption(Files& files) {
-    const QString name = QStringLiteral("META-INF/encryption.xml");
+    const QString name = u"META-INF/encryption.xml"_s;
     if (!files.has(name)) return {};
     const Result<Markup> markup = parseFile(files, name);
     if (!markup) return markup.error();
     for (quint32 i = 0; i < markup->size(); ++i)
         if (markup->isStart(i, "EncryptionMethod") && !isFontCover(markup->attribute(i, "Algorithm")))
-            return Error{
-                QStringLiteral("Kitap şifreli (kopya korumalı); yalnız şifresiz kitaplar eklenebilir.")};
+            return Error{u"Kitap şifreli (kopya korumalı); yalnız şifresiz kitaplar eklenebilir."_s};
     return {};
 }
 
 Result<QString> packageName(Files& files) {
-    const QString container = QStringLiteral("META-INF/container.xml");
+    const QString container = u"META-INF/container.xml"_s;
     if (!files.has(container))
-        return Error{QStringLiteral("Bu bir EPUB kitabı değil: içinde META-INF/container.xml yok.")};
+        return Error{u"Bu bir EPUB kitabı değil: içinde META-INF/container.xml yok."_s};
     const Result<Markup> markup = parseFile(files, container);
     if (!markup) return markup.error();
     for (quint32 i = 0; i < markup->size(); ++i) {
         if (!markup->isStart(i, "rootfile")) continue;
         const QString name = resolvedName(QString(), text(markup->attribute(i, "full-path")));
         if (files.has(name)) return name;
-        return Error{QStringLiteral("Kitabın paket dosyası (“%1”) dosyada yok.").arg(name.left(100))};
+        return Error{u"Kitabın paket dosyası (“%1”) dosyada yok."_s.arg(name.left(100))};
     }
-    return Error{QStringLiteral("META-INF/container.xml bir paket dosyası göstermiyor.")};
+    return Error{u"META-INF/container.xml bir paket dosyası göstermiyor."_s};
 }
 
 struct Item {
@@ -68,8 +69,7 @@ class PackageReader {
     Result<Package> read() {
         for (quint32 i = 0; i < markup_.size(); ++i)
             if (markup_.isStart(i)) element(i);
-        if (version_.startsWith(u'2') || version_.startsWith(u'1'))
-            package_.format = QStringLiteral("EPUB 2");
+        if (version_.startsWith(u'2') || version_.startsWith(u'1')) package_.format = u"EPUB 2"_s;
         metadata();
         if (const Result<void> ordered = readingOrder(); !ordered) return ordered.error();
         if (const Result<void> listed = contents(); !listed) return listed.error();
@@ -87,7 +87,7 @@ class PackageReader {
         if (name == "package") {
             version_ = text(markup_.attribute(i, "version"));
             identifierId_ = text(markup_.attribute(i, "unique-identifier"));
-            package_.format = QStringLiteral("EPUB 3");
+            package_.format = u"EPUB 3"_s;
             package_.needsContents = true;
         } else if (name == "title") {
             titles_.push_back({text(markup_.attribute(i, "id")), markup_.simplifiedText(i)});
@@ -138,8 +138,7 @@ class PackageReader {
                   text(markup_.attribute(i, "fallback")), markup_.hasWord(i, "properties", "nav")};
         // Some writers forget to write blanks and the like as percent signs ask.
         if (!files_.has(made.name))
-            if (const QString raw =
-                    resolvedName(name_, QString(href).replace(QStringLiteral("%"), QStringLiteral("%25")));
+            if (const QString raw = resolvedName(name_, QString(href).replace(u"%"_s, u"%25"_s));
                 files_.has(raw))
                 made.name = raw;
         items_.insert(text(markup_.attribute(i, "id")), made);
@@ -158,23 +157,22 @@ class PackageReader {
         for (const QString& id : spine_) {
             const auto found = items_.constFind(id);
             if (found == items_.cend() || !files_.has(found->name))
-                return Error{QStringLiteral("Kitap eksik: okuma sırasındaki “%1” dosyada yok.")
-                                 .arg((found == items_.cend() ? id : found->name).left(100))};
+                return Error{u"Kitap eksik: okuma sırasındaki “%1” dosyada yok."_s.arg(
+                    (found == items_.cend() ? id : found->name).left(100))};
             Item item = *found;
             for (int step = 0; !isDocument(item.type) && !item.fallback.isEmpty() && step < 8; ++step)
                 item = items_.value(item.fallback);
             if (item.navigation) {
-                package_.skipped.push_back({item.name, QStringLiteral("içindekiler sayfası")});
+                package_.skipped.push_back({item.name, u"içindekiler sayfası"_s});
             } else if (!isDocument(item.type) || !files_.has(item.name)) {
-                package_.skipped.push_back(
-                    {found->name, QStringLiteral("metin değil (%1)").arg(found->type.left(60))});
+                package_.skipped.push_back({found->name, u"metin değil (%1)"_s.arg(found->type.left(60))});
             } else if (!seen_.contains(item.name)) {
                 seen_.insert(item.name);
                 package_.documents += item.name;
             }
         }
         if (package_.documents.isEmpty())
-            return Error{QStringLiteral("Kitabın okuma sırası boş; okunacak bir bölüm yok.")};
+            return Error{u"Kitabın okuma sırası boş; okunacak bir bölüm yok."_s};
         return {};
     }
 

@@ -12,6 +12,8 @@
 #include "tools/book_reader/source_text.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 LongestRun = 60'000;  // milliseconds
@@ -25,15 +27,14 @@ Result<QByteArray> throughPandoc(const QString& path, const QString& format) {
     QString input = path;
     if (format == u"rtf") {
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return Error{QStringLiteral("Dosya açılamıyor: %1").arg(file.errorString())};
-        if (file.size() > 3 * MaximalDocumentBytes) return Error{QStringLiteral("Belge çok büyük.")};
+        if (!file.open(QIODevice::ReadOnly)) return Error{u"Dosya açılamıyor: %1"_s.arg(file.errorString())};
+        if (file.size() > 3 * MaximalDocumentBytes) return Error{u"Belge çok büyük."_s};
         const QByteArray plain = plainRtf(file.readAll());
         if (!rewritten.open() || rewritten.write(plain) != plain.size() || !rewritten.flush())
-            return Error{QStringLiteral("Geçici dosya yazılamıyor.")};
+            return Error{u"Geçici dosya yazılamıyor."_s};
         input = rewritten.fileName();
     } else if (format == u"odt") {
-        if (!rewritten.open()) return Error{QStringLiteral("Geçici dosya yazılamıyor.")};
+        if (!rewritten.open()) return Error{u"Geçici dosya yazılamıyor."_s};
         if (const Result<void> plain = writePlainOdt(path, rewritten.fileName()); !plain)
             return plain.error();
         input = rewritten.fileName();
@@ -41,10 +42,10 @@ Result<QByteArray> throughPandoc(const QString& path, const QString& format) {
         if (const auto files = openZip(path); !files)
             return files.error();  // traps are told before they open
     }
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("pandoc"));
+    const QString program = QStandardPaths::findExecutable(u"pandoc"_s);
     if (program.isEmpty())
-        return Error{QStringLiteral(
-            "Bu dosya türü için “pandoc” paketi gerekiyor; kurulu değil (sudo apt install pandoc).")};
+        return Error{
+            u"Bu dosya türü için “pandoc” paketi gerekiyor; kurulu değil (sudo apt install pandoc)."_s};
     QProcess pandoc;
     pandoc.setStandardErrorFile(QProcess::nullDevice());
     pandoc.setStandardInputFile(QProcess::nullDevice());
@@ -56,9 +57,8 @@ Result<QByteArray> throughPandoc(const QString& path, const QString& format) {
         setrlimit(RLIMIT_AS, &memory);
     });
 #endif
-    pandoc.start(program, {QStringLiteral("--sandbox"), QStringLiteral("--standalone"),
-                           QStringLiteral("--from=") + format, QStringLiteral("--to=html5"),
-                           QStringLiteral("--mathml"), QStringLiteral("--"), input});
+    pandoc.start(program, {u"--sandbox"_s, u"--standalone"_s, u"--from="_s + format, u"--to=html5"_s,
+                           u"--mathml"_s, u"--"_s, input});
     QByteArray html;
     QElapsedTimer clock;
     clock.start();
@@ -70,11 +70,11 @@ Result<QByteArray> throughPandoc(const QString& path, const QString& format) {
     if (!ended) {
         pandoc.kill();
         pandoc.waitForFinished();
-        return Error{QStringLiteral("Belge çok büyük ya da çevrilmesi çok uzun sürüyor.")};
+        return Error{u"Belge çok büyük ya da çevrilmesi çok uzun sürüyor."_s};
     }
     if (pandoc.exitStatus() != QProcess::NormalExit || pandoc.exitCode() != 0 || html.isEmpty())
-        return Error{QStringLiteral("Belge bozuk ya da okunamıyor (pandoc çeviremedi).")};
-    if (html.size() > MaximalDocumentBytes) return Error{QStringLiteral("Belge çok büyük.")};
+        return Error{u"Belge bozuk ya da okunamıyor (pandoc çeviremedi)."_s};
+    if (html.size() > MaximalDocumentBytes) return Error{u"Belge çok büyük."_s};
     return html;
 }
 

@@ -4,11 +4,13 @@
 #include "tools/book_reader/limits.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::MaximalPictureBytes;
 constexpr qint64 MaximalDrawings = 64 << 20;  // all drawings of a book together
-const QString Svg = QStringLiteral("image/svg+xml");
+const QString Svg = u"image/svg+xml"_s;
 
 QString text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -17,9 +19,9 @@ QString text(std::string_view utf8) {
 }  // namespace
 
 QString pictureType(const QByteArray& bytes) {
-    if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return QStringLiteral("image/png");
-    if (bytes.startsWith("\xFF\xD8\xFF")) return QStringLiteral("image/jpeg");
-    if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return QStringLiteral("image/gif");
+    if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return u"image/png"_s;
+    if (bytes.startsWith("\xFF\xD8\xFF")) return u"image/jpeg"_s;
+    if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return u"image/gif"_s;
     return {};
 }
 
@@ -36,12 +38,12 @@ int Pictures::ofFile(const QString& name) {
     if (const auto known = byName_.constFind(name); known != byName_.cend()) return *known;
     byName_.insert(name, -1);
     if (name.isEmpty() || !files_.has(name)) {
-        skip(name, QStringLiteral("resim dosyada yok"));
+        skip(name, u"resim dosyada yok"_s);
         return -1;
     }
     const Result<QByteArray> read = files_.read(name, MaximalPictureBytes);
     if (!read) {
-        skip(name, QStringLiteral("resim okunamıyor ya da çok büyük"));
+        skip(name, u"resim okunamıyor ya da çok büyük"_s);
         return -1;
     }
     if (const QString type = pictureType(*read); !type.isEmpty()) {
@@ -56,7 +58,7 @@ int Pictures::ofFile(const QString& name) {
                     if (number >= 0) pictures_[static_cast<size_t>(number)].name = name;
                     return byName_[name] = number;
                 }
-    skip(name, QStringLiteral("tanınmayan resim biçimi"));
+    skip(name, u"tanınmayan resim biçimi"_s);
     return -1;
 }
 
@@ -68,12 +70,11 @@ int Pictures::ofDrawing(const Markup& markup, quint32 svg, const QString& base) 
     });
     drawings_ += drawing.size();
     if (drawing.size() > MaximalPictureBytes || drawings_ > MaximalDrawings) {
-        skip(base, QStringLiteral("çizim çok büyük"));
+        skip(base, u"çizim çok büyük"_s);
         return -1;
     }
-    return add(
-        base.section(u'/', -1).section(u'.', 0, 0) + QStringLiteral("-%1.svg").arg(pictures_.size() + 1), Svg,
-        drawing);
+    return add(base.section(u'/', -1).section(u'.', 0, 0) + u"-%1.svg"_s.arg(pictures_.size() + 1), Svg,
+               drawing);
 }
 
 Result<QByteArray> Pictures::bytes(int number) const {

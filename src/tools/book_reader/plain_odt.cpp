@@ -11,18 +11,19 @@
 
 namespace lirovan::book_reader {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString Content = QStringLiteral("content.xml");
+const QString Content = u"content.xml"_s;
 
 Error unwritable() {
-    return {QStringLiteral("Geçici dosya yazılamıyor.")};
+    return {u"Geçici dosya yazılamıyor."_s};
 }
 
 // The tags of the groups go, so that their rows are the table's.
 QByteArray withoutRowGroups(const QByteArray& xml) {
-    static const QRegularExpression group(
-        QStringLiteral("</?table:table-(?:header-rows|rows|row-group)(?:\\s[^<>]*)?>"));
+    static const QRegularExpression group(u"</?table:table-(?:header-rows|rows|row-group)(?:\\s[^<>]*)?>"_s);
     return QString::fromUtf8(xml).remove(group).toUtf8();
 }
 

@@ -8,6 +8,8 @@
 #include "tools/book_reader/text_form.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype LongestHeading = 80;
@@ -57,18 +59,16 @@ bool isInCapitals(const QString& line) {
 
 // "3", "3.", "IV.", "1.2 …": the parts of the number; 0 where there is none.
 int numberLevel(const QString& line) {
-    static const QRegularExpression number(QStringLiteral("^(\\d{1,3}(?:\\.\\d{1,3})*)(?:[.)]?\\s|[.)]?$)"));
-    static const QRegularExpression roman(QStringLiteral("^[IVXLC]{1,6}[.)]?(\\s|$)"));
+    static const QRegularExpression number(u"^(\\d{1,3}(?:\\.\\d{1,3})*)(?:[.)]?\\s|[.)]?$)"_s);
+    static const QRegularExpression roman(u"^[IVXLC]{1,6}[.)]?(\\s|$)"_s);
     if (const auto match = number.match(line); match.hasMatch())
         return static_cast<int>(match.captured(1).count(u'.')) + 1;
     return roman.match(line).hasMatch() ? 1 : 0;
 }
 
 bool namesPart(const QString& line) {
-    static const QStringList words{QStringLiteral("bölüm"), QStringLiteral("kısım"), QStringLiteral("fasıl"),
-                                   QStringLiteral("kitap"), QStringLiteral("cilt")};
-    const QStringList own =
-        text::lower(line).split(QRegularExpression(QStringLiteral("[^\\p{L}]+")), Qt::SkipEmptyParts);
+    static const QStringList words{u"bölüm"_s, u"kısım"_s, u"fasıl"_s, u"kitap"_s, u"cilt"_s};
+    const QStringList own = text::lower(line).split(QRegularExpression(u"[^\\p{L}]+"_s), Qt::SkipEmptyParts);
     return std::any_of(words.begin(), words.end(),
                        [&](const QString& word) { return own.mid(0, 3).contains(word); });
 }

@@ -8,6 +8,8 @@
 #include <cstring>
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Error;
@@ -265,8 +267,8 @@ class Rewriter {
     // `i`: at "<!ENTITY"; moved to the ">" that ends it.
     Result<void> entity(qsizetype& i) {
         const Error refused{
-            QStringLiteral("Kitabın bir belgesi dışarıdan dosya isteyen ya da kendini çoğaltan tanımlar "
-                           "içeriyor; alınmadı.")};
+            u"Kitabın bir belgesi dışarıdan dosya isteyen ya da kendini çoğaltan tanımlar "
+            "içeriyor; alınmadı."_s};
         qsizetype at = i + 8;
         const auto skip = [&] {
             while (at < text_.size() && std::strchr(" \t\r\n", text_[at])) ++at;
@@ -332,7 +334,7 @@ QByteArray toUtf8(const QByteArray& bytes, SourceKind kind) {
 
 QString withPlainLineEnds(const QByteArray& utf8) {
     QString text = QString::fromUtf8(utf8);
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(u"\r\n"_s, u"\n"_s);
     return text.replace(u'\r', u'\n').replace(u'\f', u'\n');
 }
 

@@ -4,6 +4,8 @@
 #include <unicode/unorm2.h>
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 bool isJoiner(char16_t unit) {
@@ -83,8 +85,8 @@ QString composed(const QString& text) {
     }
     constexpr QChar dotAbove(0x0307);
     if (out.contains(dotAbove)) {
-        out.replace(QStringLiteral("i\u0307"), QStringLiteral("i"));
-        out.replace(QStringLiteral("ı\u0307"), QStringLiteral("i"));
+        out.replace(u"i\u0307"_s, u"i"_s);
+        out.replace(u"ı\u0307"_s, u"i"_s);
     }
     return out;
 }

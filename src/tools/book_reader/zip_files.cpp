@@ -7,6 +7,8 @@
 #include "tools/book_reader/limits.h"
 
 namespace lirovan::book_reader {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 struct Closer {
@@ -15,13 +17,13 @@ struct Closer {
 };
 
 Error damaged() {
-    return {QStringLiteral("Dosya bozuk ya da yarım: içindekiler okunamıyor.")};
+    return {u"Dosya bozuk ya da yarım: içindekiler okunamıyor."_s};
 }
 Error encrypted() {
-    return {QStringLiteral("Kitap şifreli (kopya korumalı); yalnız şifresiz kitaplar eklenebilir.")};
+    return {u"Kitap şifreli (kopya korumalı); yalnız şifresiz kitaplar eklenebilir."_s};
 }
 Error tooLarge(const QString& name) {
-    return {QStringLiteral("Kitabın içindeki “%1” çok büyük.").arg(name)};
+    return {u"Kitabın içindeki “%1” çok büyük."_s.arg(name)};
 }
 
 bool leadsOut(QStringView name) {
@@ -51,7 +53,7 @@ class ZipFiles : public Files {
     Result<void> index() {
         const zip_int64_t count = zip_get_num_entries(archive_.get(), 0);
         if (count > MaximalEntries)
-            return Error{QStringLiteral("Dosyada çok fazla parça var (%1); bu bir kitap değil.").arg(count)};
+            return Error{u"Dosyada çok fazla parça var (%1); bu bir kitap değil."_s.arg(count)};
         qint64 unpacked = 0, packed = 0;
         for (zip_uint64_t i = 0; i < static_cast<zip_uint64_t>(count); ++i) {
             zip_stat_t stat;
@@ -59,8 +61,8 @@ class ZipFiles : public Files {
                 return damaged();
             const QString name = QString::fromUtf8(stat.name);
             if (leadsOut(name) || isLink(archive_.get(), i))
-                return Error{QStringLiteral("Dosyada kendi dışına çıkan bir ad var: “%1”. Kitap alınmadı.")
-                                 .arg(name.left(100))};
+                return Error{
+                    u"Dosyada kendi dışına çıkan bir ad var: “%1”. Kitap alınmadı."_s.arg(name.left(100))};
             unpacked += static_cast<qint64>(std::min<zip_uint64_t>(stat.size, MaximalSourceBytes));
             packed += static_cast<qint64>(std::min<zip_uint64_t>(stat.comp_size, MaximalSourceBytes));
             if (isTrap(static_cast<qint64>(stat.size), static_cast<qint64>(stat.comp_size))) return trap();
@@ -73,14 +75,14 @@ class ZipFiles : public Files {
 
     Result<QByteArray> read(const QString& name, qint64 limit) override {
         const auto found = names_.constFind(name);
-        if (found == names_.cend()) return Error{QStringLiteral("Kitapta “%1” yok.").arg(name)};
+        if (found == names_.cend()) return Error{u"Kitapta “%1” yok."_s.arg(name)};
         zip_stat_t stat;
         if (zip_stat_index(archive_.get(), *found, 0, &stat) != 0) return damaged();
         if ((stat.valid & ZIP_STAT_ENCRYPTION_METHOD) && stat.encryption_method != ZIP_EM_NONE)
             return encrypted();
         if (static_cast<qint64>(stat.size) > limit) return tooLarge(name);
         read_ += static_cast<qint64>(stat.size);
-        if (read_ > MaximalReadBytes) return Error{QStringLiteral("Kitap çok büyük.")};
+        if (read_ > MaximalReadBytes) return Error{u"Kitap çok büyük."_s};
         const std::unique_ptr<zip_file_t, Closer> file(zip_fopen_index(archive_.get(), *found, 0));
         if (!file) return damaged();
         QByteArray bytes(static_cast<qsizetype>(stat.size), Qt::Uninitialized);
@@ -97,7 +99,7 @@ class ZipFiles : public Files {
     }
 
   private:
-    static Error trap() { return {QStringLiteral("Dosya açılınca ölçüsüz büyüyor; bu bir kitap değil.")}; }
+    static Error trap() { return {u"Dosya açılınca ölçüsüz büyüyor; bu bir kitap değil."_s}; }
 
     std::unique_ptr<zip_t, Closer> archive_;
     QHash<QString, zip_uint64_t> names_;

@@ -11,6 +11,8 @@
 #include "platform/core/import/jet_values.h"
 
 namespace lirovan::jet_import {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using namespace platform;
@@ -39,8 +41,7 @@ Result<std::vector<int>> matchColumns(const TableLayout& table, const QStringLis
                 });
             matched[i] = position < names.size() && !claimed ? position : -1;
         } else if (matched[i] < 0 && column.source == ColumnSource::Name) {
-            return Error{
-                QStringLiteral("Dosyadaki %1 tablosunda %2 sütunu yok.").arg(table.name, column.name)};
+            return Error{u"Dosyadaki %1 tablosunda %2 sütunu yok."_s.arg(table.name, column.name)};
         }
     }
     return matched;
@@ -139,11 +140,10 @@ class TableWriter {
     static Result<TableWriter> create(const Database& target, TablePlan& plan) {
         const QStringView name = plan.layout->name;
         const auto columns = static_cast<qsizetype>(plan.layout->columns.size());
-        const QString marks = QString(QStringLiteral("?,")).repeated(columns).chopped(1);
-        Result<Statement> insert =
-            target.prepare(QStringLiteral("INSERT INTO %1 VALUES (%2)").arg(name, marks));
+        const QString marks = QString(u"?,"_s).repeated(columns).chopped(1);
+        Result<Statement> insert = target.prepare(u"INSERT INTO %1 VALUES (%2)"_s.arg(name, marks));
         if (!insert) return insert.error();
-        Result<Statement> taken = target.prepare(QStringLiteral("SELECT 1 FROM %1 WHERE rowid=?").arg(name));
+        Result<Statement> taken = target.prepare(u"SELECT 1 FROM %1 WHERE rowid=?"_s.arg(name));
         if (!taken) return taken.error();
         return TableWriter(plan, std::move(*insert), std::move(*taken));
     }
@@ -208,7 +208,7 @@ Result<void> checkIntegrity(const Database& database) {
     const Result<Step> step = check->step();
     if (!step) return step.error();
     if (*step != Step::Row || check->text(0) != u"ok")
-        return Error{QStringLiteral("Yazılan dosya denetimden geçmedi (%1).").arg(check->text(0))};
+        return Error{u"Yazılan dosya denetimden geçmedi (%1)."_s.arg(check->text(0))};
     return {};
 }
 
@@ -253,18 +253,16 @@ Result<LayoutKind> kindOf(const RowSource& source, std::optional<LayoutKind> wan
         if (complete) return kind;
     }
     if (!wanted)
-        return Error{
-            QStringLiteral("Dosyada ne kitaplık ne de not tabloları var (örneğin %1 yok).").arg(missing)};
-    return Error{QStringLiteral("Dosyada %1 tablosu yok; bu bir %2 dosyası değil.")
-                     .arg(missing, *wanted == LayoutKind::Library ? QStringLiteral("kitaplık")
-                                                                  : QStringLiteral("not"))};
+        return Error{u"Dosyada ne kitaplık ne de not tabloları var (örneğin %1 yok)."_s.arg(missing)};
+    return Error{u"Dosyada %1 tablosu yok; bu bir %2 dosyası değil."_s.arg(
+        missing, *wanted == LayoutKind::Library ? u"kitaplık"_s : u"not"_s)};
 }
 
 Result<void> copyTables(RowSource& source, LayoutKind kind, const QString& target, const LineSink& sink) {
     Result<std::vector<TablePlan>> plans = planTables(source, kind);
     if (!plans) return plans.error();
     Result<Database> database = Database::open(target, OpenMode::Create);
-    if (!database) return Error{QStringLiteral("Hedef dosya oluşturulamadı.")};
+    if (!database) return Error{u"Hedef dosya oluşturulamadı."_s};
     if (const Result<void> prepared = prepareFile(*database, kind); !prepared) return prepared;
     // The file counts only once it is complete, so nothing is protected on the way.
     if (const Result<void> set = database->execute(u"PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF"); !set)
@@ -273,7 +271,7 @@ Result<void> copyTables(RowSource& source, LayoutKind kind, const QString& targe
     sink(CheckingLine{});
     if (const Result<void> checked = checkIntegrity(*database); !checked) return checked;
     database->close();
-    if (!forceToDisk(target)) return Error{QStringLiteral("Yazılan dosya diske aktarılamadı.")};
+    if (!forceToDisk(target)) return Error{u"Yazılan dosya diske aktarılamadı."_s};
     return {};
 }
 

@@ -13,6 +13,8 @@
 #include "tools/jet_import/row_source.h"
 
 namespace lirovan::jet_import {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Error;
@@ -24,7 +26,7 @@ using platform::Result;
 constexpr int RowHidden = 0x8000, RowPointer = 0x4000, RowOffset = 0x1FFF;
 
 Error damaged() {
-    return {QStringLiteral("Dosya bozuk ya da eksik: bir kayıt okunamadı.")};
+    return {u"Dosya bozuk ya da eksik: bir kayıt okunamadı."_s};
 }
 
 struct Closer {
@@ -158,9 +160,8 @@ Result<bool> JetTable::next() {
             if (!mdb_read_next_dpg(table_.get())) {
                 if (read_ >= rowCount()) return false;
                 return Error{
-                    QStringLiteral("Dosya bozuk ya da eksik: %1 tablosundaki %2 kaydın yalnız %3 tanesi "
-                                   "okunabildi.")
-                        .arg(QString::fromUtf8(table_->name))
+                    u"Dosya bozuk ya da eksik: %1 tablosundaki %2 kaydın yalnız %3 tanesi "
+                    "okunabildi."_s.arg(QString::fromUtf8(table_->name))
                         .arg(rowCount())
                         .arg(read_)};
             }
@@ -247,10 +248,10 @@ class JetSource : public RowSource {
                 table->columns->len < table->num_cols)
                 break;
             auto reader = std::make_unique<JetTable>(file_, std::move(table));
-            if (!reader->isComplete()) return Error{QStringLiteral("Dosya eksik: sonu kesilmiş.")};
+            if (!reader->isComplete()) return Error{u"Dosya eksik: sonu kesilmiş."_s};
             return std::unique_ptr<TableReader>(std::move(reader));
         }
-        return Error{QStringLiteral("Dosya bozuk ya da eksik: %1 tablosu okunamadı.").arg(name)};
+        return Error{u"Dosya bozuk ya da eksik: %1 tablosu okunamadı."_s.arg(name)};
     }
 
   private:
@@ -263,7 +264,7 @@ class JetSource : public RowSource {
 }  // namespace
 
 Result<std::unique_ptr<RowSource>> openJet(const QString& path, const platform::FileHeader& header) {
-    const Error failed{QStringLiteral("Dosya bozuk ya da eksik: Jet veritabanı olarak açılamadı.")};
+    const Error failed{u"Dosya bozuk ya da eksik: Jet veritabanı olarak açılamadı."_s};
     Handle handle(mdb_open(path.toUtf8().constData(), MDB_NOFLAGS));
     if (!handle) return failed;
     if (!mdb_read_catalog(handle.get(), MDB_TABLE) || handle->num_catalog == 0) return failed;

@@ -38,6 +38,7 @@ using platform::Error;
 using platform::FileHeader;
 using platform::LayoutKind;
 using platform::Result;
+using namespace Qt::StringLiterals;
 
 constexpr auto Usage = "Kullanım: lirovan-jet-aktar [--tur kitaplik|notlar] KAYNAK HEDEF\n";
 constexpr auto About =
@@ -107,7 +108,7 @@ Result<std::unique_ptr<jet_import::RowSource>> openSource(const QString& path) {
 }
 
 Result<void> run(const Call& call) {
-    if (QFileInfo::exists(call.target)) return Error{QStringLiteral("Hedef dosya zaten var.")};
+    if (QFileInfo::exists(call.target)) return Error{u"Hedef dosya zaten var."_s};
     auto source = openSource(call.source);
     if (!source) return source.error();
     const Result<LayoutKind> kind = jet_import::kindOf(**source, call.kind);

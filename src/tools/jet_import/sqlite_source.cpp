@@ -8,6 +8,8 @@
 #include "tools/jet_import/row_source.h"
 
 namespace lirovan::jet_import {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 using platform::Database;
@@ -18,7 +20,7 @@ using platform::Step;
 
 QString quoted(const QString& name) {
     QString text = name;
-    return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
+    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
 
 class SqliteTable : public TableReader {
@@ -53,9 +55,9 @@ class SqliteSource : public RowSource {
 
     QStringList tables() const override { return tables_; }
     Result<std::unique_ptr<TableReader>> open(const QString& name) override {
-        const auto count = database_.integer(QStringLiteral("SELECT count(*) FROM ") + quoted(name));
+        const auto count = database_.integer(u"SELECT count(*) FROM "_s + quoted(name));
         if (!count) return count.error();
-        Result<Statement> rows = database_.prepare(QStringLiteral("SELECT * FROM ") + quoted(name));
+        Result<Statement> rows = database_.prepare(u"SELECT * FROM "_s + quoted(name));
         if (!rows) return rows.error();
         return std::unique_ptr<TableReader>(
             std::make_unique<SqliteTable>(std::move(*rows), count->value_or(0)));
@@ -70,12 +72,11 @@ class SqliteSource : public RowSource {
 
 Result<std::unique_ptr<RowSource>> openSqlite(const QString& path) {
     // Changes that wait in a journal beside the file would be lost, or applied to the wrong file later.
-    for (const QString& suffix : {QStringLiteral("-wal"), QStringLiteral("-journal")})
+    for (const QString& suffix : {u"-wal"_s, u"-journal"_s})
         if (QFileInfo(path + suffix).size() > 0)
             return Error{
-                QStringLiteral("Dosyanın yanında yarım kalmış değişiklikler var (%1). Dosyayı kullanan "
-                               "programı kapatıp yeniden deneyin.")
-                    .arg(QFileInfo(path + suffix).fileName())};
+                u"Dosyanın yanında yarım kalmış değişiklikler var (%1). Dosyayı kullanan "
+                "programı kapatıp yeniden deneyin."_s.arg(QFileInfo(path + suffix).fileName())};
     Result<Database> database = Database::open(path, platform::OpenMode::ReadOnly);
     if (!database) return database.error();
     QStringList tables;

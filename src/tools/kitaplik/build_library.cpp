@@ -6,7 +6,7 @@
 
 #include "data/library.h"
 #include "data/library_writer.h"
-#include "search/variant_table.h"
+#include "search/matching/variant_table.h"
 #include "tools/kitaplik/make_file.h"
 #include "tools/kitaplik/manifest.h"
 

@@ -7,6 +7,7 @@ namespace lirovan::tools {
 
 using platform::Database;
 using platform::Result;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -26,7 +27,7 @@ ExitStatus denetle(const Arguments& arguments) {
     if (!faults) return fail(faults.error());
     for (const QString& fault : *faults) printLine(fault);
     if (!faults->isEmpty()) return ExitStatus::Failure;
-    printLine(QStringLiteral("Sorun bulunamadı."));
+    printLine(u"Sorun bulunamadı."_s);
     return ExitStatus::Success;
 }
 

@@ -10,6 +10,7 @@
 namespace lirovan::tools {
 
 using platform::Result;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,7 +34,7 @@ ExitStatus notAktar(const Arguments& arguments) {
     const Result<int> written =
         notes::exportNotes(notes::NotesDatabase(file->database), arguments.positional[1]);
     if (!written) return fail(written.error());
-    printNote(QStringLiteral("%1 not yazıldı.").arg(*written));
+    printNote(u"%1 not yazıldı."_s.arg(*written));
     return ExitStatus::Success;
 }
 

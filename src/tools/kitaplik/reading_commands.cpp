@@ -11,6 +11,7 @@ namespace lirovan::tools {
 
 using platform::JsonLine;
 using platform::Result;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -73,7 +74,7 @@ ExitStatus konu(const Arguments& arguments) {
     if (page)
         printBytes(browse::pageBytes(*page));
     else
-        printNote(QStringLiteral("Konu %1: gösterilecek sayfa yok.").arg(*id));
+        printNote(u"Konu %1: gösterilecek sayfa yok."_s.arg(*id));
     return ExitStatus::Success;
 }
 

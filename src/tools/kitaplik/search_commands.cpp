@@ -1,7 +1,7 @@
 #include <QCoreApplication>
 #include <QProcess>
 
-#include "search/companion.h"
+#include "search/runs/companion.h"
 #include "tools/kitaplik/commands.h"
 #include "tools/kitaplik/make_file.h"
 #include "tools/kitaplik/open_library.h"

@@ -175,7 +175,7 @@ TEST(RtfWriter, IsCanonicalForAnyDocument) {
     std::mt19937 random(seed);
     const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
     const QString letters =
-        QStringLiteral("abc 019-\\{};'?ğİşâ€\u00A0\u00AD\u2011∞日😀\t\u2028\n\uFFFC\x1") + QChar(0xD83D);
+        u"abc 019-\\{};'?ğİşâ€\u00A0\u00AD\u2011∞日😀\t\u2028\n\uFFFC\x1"_s + QChar(0xD83D);
     for (int round = 0; round < 500; ++round) {
         Builder builder;
         for (int paragraphs = below(4); paragraphs >= 0; --paragraphs) {

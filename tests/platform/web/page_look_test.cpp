@@ -1,7 +1,7 @@
 // The looks on real pages: every text can be read, marks and pictures stay, and nothing of it is in the page.
 #include "platform/core/page_look.h"
 
-#include "search/highlighter.h"
+#include "search/pages/highlighter.h"
 #include "web_fixture.h"
 
 using namespace lirovan::test;

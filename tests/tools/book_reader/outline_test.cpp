@@ -5,13 +5,13 @@
 #include "tools/book_reader/reader_run.h"
 
 namespace lirovan::test {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 class BookOutline : public ::testing::Test {
   protected:
-    QString write(const Epub& book) {
-        return writeZip(folder_.filePath(QStringLiteral("k.epub")), entries(book));
-    }
+    QString write(const Epub& book) { return writeZip(folder_.filePath(u"k.epub"_s), entries(book)); }
     ReaderRun read(const Epub& book) { return readBook(write(book)); }
     QTemporaryDir folder_;
 };
@@ -144,7 +144,7 @@ TEST_F(BookOutline, PicturesAreHandedOverOnceAndDrawingsWithoutScripts) {
         "<svg xmlns=\"http://www.w3.org/2000/svg\" "
         "xmlns:xlink=\"http://www.w3.org/1999/xlink\"><text>çizim</text><image></image><rect></rect></svg>");
     EXPECT_EQ(run.of("atlanan").size(), 3u);  // cover, foreign picture, unknown kind
-    const ReaderRun without = readBook(path, {QStringLiteral("--resimsiz")});
+    const ReaderRun without = readBook(path, {u"--resimsiz"_s});
     EXPECT_EQ(without.text(), run.text());
     EXPECT_TRUE(without.of("resim").empty());
 }

@@ -7,6 +7,8 @@
 #include "tools/book_reader/reader_run.h"
 
 namespace lirovan::test {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 class BookSources : public ::testing::Test {
@@ -29,12 +31,12 @@ TEST_F(BookSources, HtmlIsSplitAtItsHeadings) {
 }
 
 TEST_F(BookSources, PagesThatTheIndexLinksToFollowIt) {
-    writeFile(folder_.filePath(QStringLiteral("b/index.html")),
+    writeFile(folder_.filePath(u"b/index.html"_s),
               "<h1>İlk</h1><p>bir <a href='iki.html'>iki</a> <a href='../dis.html'>dış</a></p>");
-    writeFile(folder_.filePath(QStringLiteral("b/iki.html")), "<h1>İkinci</h1><p>iki</p>");
-    writeFile(folder_.filePath(QStringLiteral("dis.html")), "<h1>Dış</h1>");
+    writeFile(folder_.filePath(u"b/iki.html"_s), "<h1>İkinci</h1><p>iki</p>");
+    writeFile(folder_.filePath(u"dis.html"_s), "<h1>Dış</h1>");
     EXPECT_EQ(
-        readBook(folder_.filePath(QStringLiteral("b"))).topics(),
+        readBook(folder_.filePath(u"b"_s)).topics(),
         "İlk: <h1>İlk</h1><P>bir <a href=\"konu:1\">iki</a> dış</P>\nİkinci: <h1>İkinci</h1><P>iki</P>\n");
 }
 
@@ -76,8 +78,7 @@ TEST_F(BookSources, PlainTextIsReadInAnyTurkishCodePage) {
 }
 
 TEST_F(BookSources, RichTextLosesNoLetter) {
-    if (QStandardPaths::findExecutable(QStringLiteral("pandoc")).isEmpty())
-        GTEST_SKIP() << "pandoc is not installed";
+    if (QStandardPaths::findExecutable(u"pandoc"_s).isEmpty()) GTEST_SKIP() << "pandoc is not installed";
     EXPECT_EQ(read("a.rtf",
                    "{\\rtf1\\ansi\\ansicpg1254\\uc1 \\u351?ey g\\u252\\'fczel \\'fe\\'fd\\'f0 \\u305 ?\\par}")
                   .text(),

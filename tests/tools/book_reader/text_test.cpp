@@ -7,12 +7,14 @@
 #include "tools/book_reader/reader_run.h"
 
 namespace lirovan::test {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 class BookTexts : public ::testing::Test {
   protected:
     ReaderRun read(const Epub& book) {
-        return readBook(writeZip(folder_.filePath(QStringLiteral("k.epub")), entries(book)));
+        return readBook(writeZip(folder_.filePath(u"k.epub"_s), entries(book)));
     }
     // The text of a book with one document and one entry.
     std::string text(const QByteArray& body) {
@@ -140,7 +142,7 @@ TEST_F(BookTexts, EveryWordComesOut) {
     const ReaderRun run =
         read({{{"a.xhtml", body}, {"b.xhtml", body}}, "<ol><li><a href=\"a.xhtml\">Başlık</a></li></ol>"});
     QString all = QString::fromStdString(run.topics());
-    all.replace(QRegularExpression(QStringLiteral("<[^>]*>")), QStringLiteral(" "));
+    all.replace(QRegularExpression(u"<[^>]*>"_s), u" "_s);
     const QStringList found = all.simplified().split(u' ');
     for (const QByteArray& one : expected.split(' '))
         if (!one.isEmpty()) {

@@ -9,6 +9,8 @@
 #include <numeric>
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // Offsets in the first page of a Jet file.
@@ -126,14 +128,14 @@ FileHeader probeFile(const QString& path) {
     }
     if (!info.isFile()) {  // to open a pipe would wait for its writer
         header.format = FileFormat::Unreadable;
-        header.reason = QStringLiteral("bu bir dosya değil");
+        header.reason = u"bu bir dosya değil"_s;
         return header;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         header.format = FileFormat::Unreadable;
         header.reason = file.error() == QFileDevice::PermissionsError || !info.isReadable()
-                            ? QStringLiteral("izin yok")
+                            ? u"izin yok"_s
                             : file.errorString();
         return header;
     }
@@ -144,24 +146,24 @@ FileHeader probeFile(const QString& path) {
 Result<void> checkReadable(const FileHeader& header) {
     switch (header.format) {
         case FileFormat::Missing:
-            return Error{QStringLiteral("Dosya bulunamadı.")};
+            return Error{u"Dosya bulunamadı."_s};
         case FileFormat::Folder:
-            return Error{QStringLiteral("Bu bir klasör, dosya değil.")};
+            return Error{u"Bu bir klasör, dosya değil."_s};
         case FileFormat::Unreadable:
-            return Error{QStringLiteral("Dosya okunamıyor (%1).").arg(header.reason)};
+            return Error{u"Dosya okunamıyor (%1)."_s.arg(header.reason)};
         case FileFormat::Empty:
-            return Error{QStringLiteral("Dosya boş (0 bayt).")};
+            return Error{u"Dosya boş (0 bayt)."_s};
         case FileFormat::Unknown:
-            return Error{QStringLiteral("Dosya bir veritabanı değil.")};
+            return Error{u"Dosya bir veritabanı değil."_s};
         case FileFormat::Sqlite:
         case FileFormat::Jet3:
         case FileFormat::Jet4:
             break;
     }
-    if (header.truncated) return Error{QStringLiteral("Dosya eksik: sonu kesilmiş.")};
+    if (header.truncated) return Error{u"Dosya eksik: sonu kesilmiş."_s};
     if (header.password)
-        return Error{QStringLiteral(
-            "Dosya parola ile korunuyor. Parolayı dosyayı yapan programda kaldırıp yeniden deneyin.")};
+        return Error{
+            u"Dosya parola ile korunuyor. Parolayı dosyayı yapan programda kaldırıp yeniden deneyin."_s};
     return {};
 }
 

@@ -10,6 +10,8 @@
 #include "platform/core/ended_from_outside.h"
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int PollMilliseconds = 50;
@@ -17,12 +19,12 @@ constexpr qsizetype LongestLine = 4096;
 
 QString importProgram(const ImporterOptions& options) {
     if (!options.program.isEmpty()) return options.program;
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/lirovan-jet-aktar");
+    return QCoreApplication::applicationDirPath() + u"/lirovan-jet-aktar"_s;
 }
 
 QStringList arguments(const ImportRun& run) {
     QStringList words;
-    if (run.kind) words << QStringLiteral("--tur") << kindWord(*run.kind).toString();
+    if (run.kind) words << u"--tur"_s << kindWord(*run.kind).toString();
     // Absolute paths cannot be taken for options.
     return words << QFileInfo(run.source).absoluteFilePath() << QFileInfo(run.target).absoluteFilePath();
 }
@@ -71,10 +73,10 @@ Result<void> watch(QProcess& process, Report& report, const ImporterOptions& opt
         process.waitForReadyRead(PollMilliseconds);
         if (report.read(process)) silence.restart();
         if (progress && !progress(report.progress().done, report.progress().total))
-            return Error{QStringLiteral("Aktarma iptal edildi.")};
+            return Error{u"Aktarma iptal edildi."_s};
         if (silence.hasExpired(options.silence.count()))
-            return Error{QStringLiteral("Aktarma durdu: %1 saniyedir ilerleme yok.")
-                             .arg(std::chrono::ceil<std::chrono::seconds>(options.silence).count())};
+            return Error{u"Aktarma durdu: %1 saniyedir ilerleme yok."_s.arg(
+                std::chrono::ceil<std::chrono::seconds>(options.silence).count())};
     }
     report.read(process);
     return {};
@@ -83,12 +85,12 @@ Result<void> watch(QProcess& process, Report& report, const ImporterOptions& opt
 // What the end of the program means.
 Result<LayoutKind> outcome(const QProcess& process, const Report& report) {
     if (process.exitStatus() == QProcess::CrashExit)
-        return Error{QStringLiteral("Dosya bozuk: aktarma programı onu okurken çöktü.")};
+        return Error{u"Dosya bozuk: aktarma programı onu okurken çöktü."_s};
     if (process.exitCode() != 0) {
         if (!report.message().isEmpty()) return Error{report.message()};
-        return Error{QStringLiteral("Aktarma başarısız oldu (durum %1).").arg(process.exitCode())};
+        return Error{u"Aktarma başarısız oldu (durum %1)."_s.arg(process.exitCode())};
     }
-    if (!report.done()) return Error{QStringLiteral("Aktarma programı işini bitirmeden kapandı.")};
+    if (!report.done()) return Error{u"Aktarma programı işini bitirmeden kapandı."_s};
     return *report.done();
 }
 
@@ -99,10 +101,10 @@ Result<void> checkTarget(const QString& target, LayoutKind kind, const QMap<QStr
     if (!database) return database.error();
     if (const Result<void> layout = checkLayout(*database, kind); !layout) return layout;
     for (const TableLayout& table : tablesOf(kind)) {
-        const auto count = database->integer(QStringLiteral("SELECT count(*) FROM %1").arg(table.name));
+        const auto count = database->integer(u"SELECT count(*) FROM %1"_s.arg(table.name));
         if (!count) return count.error();
         if (*count != rows.value(table.name.toString()))
-            return Error{QStringLiteral("Yazılan dosyada %1 tablosu eksik.").arg(table.name)};
+            return Error{u"Yazılan dosyada %1 tablosu eksik."_s.arg(table.name)};
     }
     return {};
 }
@@ -113,7 +115,7 @@ Result<LayoutKind> runAndCheck(const ImporterOptions& options, const ImportRun& 
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(importProgram(options), arguments(run));
     if (!process.waitForStarted())
-        return Error{QStringLiteral("Aktarma programı başlatılamadı (%1).").arg(importProgram(options))};
+        return Error{u"Aktarma programı başlatılamadı (%1)."_s.arg(importProgram(options))};
     const EndedAtSignal endedAtSignal(process.processId());
     Report report;
     if (const Result<void> watched = watch(process, report, options, progress); !watched) {

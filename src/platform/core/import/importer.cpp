@@ -13,15 +13,17 @@
 #include "platform/core/work_folder.h"
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 // While an import runs, the file that is being written.
 QString unfinishedName(const QString& path) {
-    return path + QStringLiteral(".aktarma");
+    return path + u".aktarma"_s;
 }
 
 Error named(const QString& path, const Error& error) {
-    return {QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), error.message)};
+    return {u"%1: %2"_s.arg(QFileInfo(path).fileName(), error.message)};
 }
 
 bool isOurs(const FileHeader& header) {
@@ -66,8 +68,7 @@ Result<EnsuredLayout> importInPlace(const ImporterOptions& options, const QStrin
     };
     const Result<LayoutKind> written = runImport(options, {path, unfinished, kind}, working);
     if (!written) return written.error();
-    const Result<QString> kept =
-        replaceFile(path, unfinished, header.isJet() ? QStringLiteral(".jet") : QStringLiteral(".sqlite"));
+    const Result<QString> kept = replaceFile(path, unfinished, header.isJet() ? u".jet"_s : u".sqlite"_s);
     if (!kept) {
         QFile::remove(unfinished);
         return kept.error();
@@ -84,10 +85,9 @@ Result<LayoutKind> Importer::import(const QString& source, const QString& target
                                     const std::function<Result<void>(const QString&)>& complete) const {
     if (const Result<void> readable = checkReadable(probeFile(source)); !readable)
         return named(source, readable.error());
-    if (QFileInfo::exists(target)) return named(target, {QStringLiteral("Hedef dosya zaten var.")});
+    if (QFileInfo::exists(target)) return named(target, {u"Hedef dosya zaten var."_s});
     if (const Result<void> free = checkNoJournal(target); !free) return free.error();
-    if (!QFileInfo(target).absoluteDir().exists())
-        return named(target, {QStringLiteral("Hedef klasör yok.")});
+    if (!QFileInfo(target).absoluteDir().exists()) return named(target, {u"Hedef klasör yok."_s});
     // Beside the target, so that the last step is a rename within one file system.
     const auto folder = WorkFolder::make(unfinishedName(target) + u'-');
     if (!folder) return named(target, folder.error());
@@ -97,7 +97,7 @@ Result<LayoutKind> Importer::import(const QString& source, const QString& target
     if (const Result<void> done = complete ? complete(unfinished) : Result<void>(); !done)
         return named(source, done.error());
     if (!QFile::rename(unfinished, target) || !forceToDisk(QFileInfo(target).absolutePath()))
-        return named(target, {QStringLiteral("Hedef dosya oluşturulamadı.")});
+        return named(target, {u"Hedef dosya oluşturulamadı."_s});
     return written;
 }
 
@@ -126,7 +126,7 @@ Result<ReadableDatabase> Importer::openForReading(const QString& path, LayoutKin
     ReadableDatabase result;
     QString readablePath = path;
     if (!isOurs(header)) {
-        auto folder = WorkFolder::make(QDir::tempPath() + QStringLiteral("/lirovan-okuma-"));
+        auto folder = WorkFolder::make(QDir::tempPath() + u"/lirovan-okuma-"_s);
         if (!folder) return named(path, folder.error());
         result.folder = std::move(*folder);
         readablePath = result.folder->file();

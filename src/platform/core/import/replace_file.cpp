@@ -9,6 +9,8 @@
 #include "platform/core/file_writer.h"
 
 namespace lirovan::platform {
+
+using namespace Qt::StringLiterals;
 namespace {
 
 namespace fs = std::filesystem;
@@ -41,7 +43,7 @@ QString keptName(const QString& path, const QString& suffix) {
 
 Result<QString> replaceFile(const QString& path, const QString& replacement, const QString& suffix) {
     const QString kept = keptName(path, suffix);
-    if (!keep(path, kept)) return Error{QStringLiteral("Eski dosyanın yedeği oluşturulamadı.")};
+    if (!keep(path, kept)) return Error{u"Eski dosyanın yedeği oluşturulamadı."_s};
     for (const QStringView side : SideFiles) QFile::rename(path + side.toString(), kept + side.toString());
     copyPermissions(path, replacement);
     std::error_code error;
@@ -50,7 +52,7 @@ Result<QString> replaceFile(const QString& path, const QString& replacement, con
         for (const QStringView side : SideFiles)
             QFile::rename(kept + side.toString(), path + side.toString());
         QFile::remove(kept);
-        return Error{QStringLiteral("Yeni dosya eskisinin yerine konamadı.")};
+        return Error{u"Yeni dosya eskisinin yerine konamadı."_s};
     }
     // The change is done; a folder that cannot be forced to disk is no reason to take it back.
     (void)forceToDisk(QFileInfo(path).absolutePath());
@@ -59,10 +61,9 @@ Result<QString> replaceFile(const QString& path, const QString& replacement, con
 
 Result<void> checkNoJournal(const QString& path) {
     if (!hasJournal(path)) return {};
-    return Error{QStringLiteral(
-                     "%1 dosyasının yanında yarım kalmış bir yazmanın günlüğü duruyor (-journal ya da -wal); "
-                     "önce onu başka bir yere taşıyın.")
-                     .arg(QFileInfo(path).fileName())};
+    return Error{
+        u"%1 dosyasının yanında yarım kalmış bir yazmanın günlüğü duruyor (-journal ya da -wal); "
+        "önce onu başka bir yere taşıyın."_s.arg(QFileInfo(path).fileName())};
 }
 
 }  // namespace lirovan::platform

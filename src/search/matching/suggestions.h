@@ -1,0 +1,34 @@
+// What is offered while a query is typed: queries asked before, and words of the library.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "search/matching/word_index.h"
+
+namespace lirovan::search {
+
+struct Suggestion {
+    QString shown;    ///< "kâr, kar (1.204)", or the query
+    QString query;    ///< what the search box holds once it is taken
+    qsizetype caret;  ///< in that
+    bool isQuery = false;
+};
+
+/// The last queries, newest first, each once.
+class AskedQueries {
+  public:
+    void add(const QString& query);
+    const QStringList& all() const { return queries_; }
+
+  private:
+    QStringList queries_;
+};
+
+/// For a box that holds `text` with the caret at `caret`. Queries are offered that begin as the whole text
+/// does, words for the word before the caret. Nothing for an empty word. `index`: null until it is there.
+std::vector<Suggestion> suggestionsFor(const QString& text, qsizetype caret, const AskedQueries& asked,
+                                       const WordIndex* index);
+
+}  // namespace lirovan::search
