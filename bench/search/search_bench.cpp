@@ -118,7 +118,7 @@ struct Tab {
     }
     void search(const QString& query) {
         tab.findChild<QLineEdit*>(u"txt_Bul"_s)->setText(query);
-        tab.decisions().cmd_Bul_Click();
+        tab.cmd_Bul_Click();
         QCoreApplication::processEvents();
     }
     test::FakeMainFrame frame;
@@ -206,25 +206,24 @@ void measureTab(const Sample& sample) {
         const double time = milliseconds([&] { window.search(FrequentWord); });
         say("frequent word, tree filled", figure(time) + u", longest pause "_s + figure(turns.longest()));
         std::printf("  (%lld hits)\n",
-                    static_cast<long long>(
-                        window.tab.decisions().engine().stores().find(2)->IsabetKaydi.count(u';')));
+                    static_cast<long long>(window.tab.engine().stores().find(2)->IsabetKaydi.count(u';')));
     }
     {
         EventTurns turns;
-        const double time = milliseconds([&] { window.tab.decisions().mnu_Sirala_Click(u"Konu"); });
+        const double time = milliseconds([&] { window.tab.mnu_Sirala_Click(search::ListOrder::Konu); });
         say("the same by heading", figure(time) + u", longest pause "_s + figure(turns.longest()));
     }
     QElapsedTimer sinceStop;
     QTimer::singleShot(40, [&] {
         sinceStop.start();
-        window.tab.decisions().cmdDur_Click();
+        window.tab.cmdDur_Click();
     });
     window.search(FrequentWord);
     say("stop takes effect after",
         sinceStop.isValid() ? figure(double(sinceStop.nsecsElapsed()) / 1e6) : u"-"_s);
     {
         EventTurns turns;
-        const double time = milliseconds([&] { window.tab.decisions().cmd_KelimeKontOlustur_Click(); });
+        const double time = milliseconds([&] { window.tab.cmd_KelimeKontOlustur_Click(); });
         say("word variants rebuilt", figure(time) + u", longest pause "_s + figure(turns.longest()));
     }
 }

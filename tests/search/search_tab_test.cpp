@@ -55,8 +55,8 @@ class SearchTabTest : public testing::Test {
         QTest::keyClick(child<QLineEdit>("txt_Bul"), Qt::Key_Return);
         expectRunning(false);
     }
-    void sort(QStringView key) const {
-        tab->decisions().mnu_Sirala_Click(key);
+    void sort(ListOrder order) const {
+        tab->mnu_Sirala_Click(order);
         expectRunning(false);
     }
     void click(const QString& key, int nth = 0) const {
@@ -70,7 +70,7 @@ class SearchTabTest : public testing::Test {
         EXPECT_EQ(child<QPushButton>("cmdDur")->isVisible(), on);
         EXPECT_EQ(child<QGroupBox>("Frame1")->isEnabled(), !on);
         EXPECT_EQ(tree->viewport()->cursor().shape() == Qt::ForbiddenCursor, on);
-        EXPECT_TRUE(tab->decisions().isRunning() == on && frame.locked == on);
+        EXPECT_TRUE(tab->isRunning() == on && frame.locked == on);
         EXPECT_TRUE(frame.progressVisible == on && frame.toolTextVisible == on);
         EXPECT_FALSE(child<QFrame>("fraStopper")->isVisible() || frame.busy);
     }
@@ -150,7 +150,7 @@ TEST_F(SearchTabTest, SaysThatNothingWasFoundOrAsked) {
     EXPECT_EQ(said(), u"Gösterilecek başlık bulunamadı.");
     EXPECT_FALSE(state.showPanel2);
     EXPECT_TRUE(!frame.panelVisible[2] && frame.panelVisible[3]);
-    whenEventsRun([this] { tab->decisions().stop(); });  // the program closes: no message holds it up
+    whenEventsRun([this] { tab->stop(); });  // the program closes: no message holds it up
     find(u"bulunmaz"_s);
     EXPECT_EQ(said(), QString());
     whenEventsRun([] { ADD_FAILURE() << "nothing is under way that could be shown"; });
@@ -169,7 +169,7 @@ TEST_F(SearchTabTest, ReturnsToTheSearchBoxAfterAMessage) {
     for (const QString& query : {QString(), u"bulunmaz"_s, u"x"_s, u"ilim"_s}) {
         tree->setFocus();
         type(query);
-        tab->decisions().cmd_Bul_Click();
+        tab->cmd_Bul_Click();
         EXPECT_FALSE(said().isEmpty()) << query.toStdString();
         EXPECT_EQ(tab->focusWidget(), child<QLineEdit>("txt_Bul")) << query.toStdString();
     }
@@ -189,7 +189,7 @@ TEST_F(SearchTabTest, BringsANewRunToTheTopOfTheTree) {
     tab->resize(300, 500);
     find(u"söz irfan"_s);
     for (int run = 1; run < 3; ++run) {
-        sort(u"Konu");  // more rows than fit
+        sort(ListOrder::Konu);  // more rows than fit
         EXPECT_EQ(tree->visualRect(below({}, run)).top(), 0) << run;
     }
     tree->scrollToTop();
@@ -204,14 +204,14 @@ TEST_F(SearchTabTest, LeavesNoLetterBehindWhenTheWarningIsCancelled) {
     EXPECT_TRUE(said().contains(u"harf girdiniz"));
     EXPECT_FALSE(isOn("chk_TMK"));
     EXPECT_TRUE(rows(1).isEmpty());
-    EXPECT_EQ(tab->decisions().SonSorgu(), u"irfan");
+    EXPECT_EQ(tab->SonSorgu(), u"irfan");
     find(u"a b irfan"_s);
     EXPECT_TRUE(said().contains(u"harf girdiniz"));  // once
     EXPECT_TRUE(isOn("chk_TMK"));
     // Sorting warns again, and Cancel there takes the letters out of the query that is sorted.
     dialogs.answer(Answer::Cancel);
-    sort(u"Konu");
-    EXPECT_EQ(tab->decisions().SonSorgu(), u"irfan");
+    sort(ListOrder::Konu);
+    EXPECT_EQ(tab->SonSorgu(), u"irfan");
     EXPECT_EQ(text(), u"irfan");
 }
 
@@ -232,11 +232,11 @@ TEST_F(SearchTabTest, ShowsWhatWasListedBeforeALibraryError) {
     find(u"irfan"_s);
     file.damage(2);
     type(u"ilim"_s);
-    sort(u"Kitap");
+    sort(ListOrder::Kitap);
     EXPECT_EQ(said(), u"Veritabanı dosyası bozuk.");
     EXPECT_EQ(rows(4, below({}, 1)).join(u'|'), u"Sabri (1 adet)| Özet| Yaz  (1 adet)|  Dağ Yolu  (1 adet)");
     EXPECT_FALSE(state.showPanel2 || frame.panelVisible[2]);  // tells of the first run
-    whenEventsRun([this] { tab->decisions().stop(); });
+    whenEventsRun([this] { tab->stop(); });
     find(u"irfan"_s);
     EXPECT_EQ(said(), QString());  // whether the stop or the error came first
 }
@@ -248,9 +248,9 @@ TEST_F(SearchTabTest, RunsOneThingAtATime) {
         ++reentered;
         expectRunning(true);
         EXPECT_FALSE(frame.panelVisible[3]);
-        SearchWindow& window = tab->decisions();
+        SearchTab& window = *tab;
         window.cmd_Bul_Click();
-        window.mnu_Sirala_Click(u"Konu");
+        window.mnu_Sirala_Click(ListOrder::Konu);
         window.cmd_KelimeKontOlustur_Click();
         window.resultTreePressed(true);
         if (below({}).isValid()) window.NodeClick(*ResultTreeModel::node(below({})));
@@ -265,13 +265,13 @@ TEST_F(SearchTabTest, SortsTheLastQueryAgain) {
     file.execute(u"UPDATE tbl_Konu SET Konu='<P>&quot;irfan&quot;</P>' WHERE KonuID<3");
     find(u"\"irfan\", "_s);
     type(u"başka"_s);
-    sort(u"Konu");
+    sort(ListOrder::Konu);
     EXPECT_EQ(rows(3, below({}, 1)).join(u'|'),
               u"Sabri (2 adet)| Özet| Ay  (1 adet)| Dağ Yolu  (1 adet)|Zeynep");
     EXPECT_EQ(below({}, 1).data().toString(), u"Aranan :\"başka\"");
-    sort(u"Kitap");  // the query is cleaned anew each time
+    sort(ListOrder::Kitap);  // the query is cleaned anew each time
     EXPECT_EQ(rows(1).size(), 3);
-    sort(u"Oran");
+    sort(ListOrder::Oran);
     EXPECT_EQ(rows(3, below({}, 3)).join(u'|'),
               u"Sabri (2 adet)| Özet| Dağ Yolu  (1 adet, binde 1.000,0)| Ay  (1 adet, binde 1.000,0)|Zeynep");
     Q_EMIT tree->customContextMenuRequested({1, 1});
@@ -381,7 +381,7 @@ TEST_F(SearchTabTest, ShowsASummary) {
     EXPECT_EQ(frame.progressMaximum, 4 + 5);
     EXPECT_TRUE(frame.button(button::New).visible && frame.button(button::New).enabled);
     EXPECT_EQ(frame.pixels, 16);
-    tab->decisions().stop();  // left over from an earlier close: no summary begins stopped
+    tab->stop();  // left over from an earlier close: no summary begins stopped
     click(u"ozet10"_s);
     EXPECT_EQ(page().count("<hr>"), 2);
     for (const bool closes : {true, false}) {
@@ -389,7 +389,7 @@ TEST_F(SearchTabTest, ShowsASummary) {
             if (!child<QFrame>("fraStopper")->isVisible())
                 QTest::qSleep(20);  // events are due again at the first passage
             else if (closes)
-                tab->decisions().stop();
+                tab->stop();
             else
                 QTest::mouseClick(child<QPushButton>("cmd_Stop"), Qt::LeftButton);
         });

@@ -51,8 +51,8 @@ class ResultView : public QTreeView {
 
 SearchTab::SearchTab(const Parts& parts, QWidget* parent)
     : QWidget(parent),
-      decisions_({parts.frame, parts.dialogs, *this, parts.content, parts.library, parts.folder, parts.page,
-                  parts.state, tree_, parts.searched}),
+      parts_(parts),
+      engine_(parts.library, tree_),
       results_(tree_),
       Label1(named(new QLabel(u"Aranacak &Kelime(ler):"_s), u"Label1"_s)),
       txt_Bul(named(new QLineEdit, u"txt_Bul"_s)),
@@ -77,6 +77,7 @@ SearchTab::SearchTab(const Parts& parts, QWidget* parent)
     layout->addWidget(stopFrame());
     layout->addWidget(tvw_Kitaplar_Bul, 1);
     Label1->setBuddy(txt_Bul);
+    engine_.keepTexts();
     setUpTree();
     connectButtons();
 }
@@ -118,7 +119,7 @@ QWidget* SearchTab::stopFrame() {
 void SearchTab::setUpTree() {
     tvw_Kitaplar_Bul->setModel(&results_);
     results_.rootTip = [this](const ResultNode& root) {
-        const SearchRun* run = decisions_.engine().stores().find(static_cast<int>(root.tagNumber()));
+        const SearchRun* run = engine().stores().find(static_cast<int>(root.tagNumber()));
         return run ? runTip(*run, root.text) : root.text;
     };
     tvw_Kitaplar_Bul->setAccessibleName(u"Arama sonuçları"_s);
@@ -139,31 +140,36 @@ void SearchTab::setUpTree() {
 void SearchTab::connectButtons() {
     const auto find = [this] {
         suggestions_->close();
-        if (!decisions_.isRunning()) suggestions_->asked.add(text::trimBlanks(txt_Bul->text()).toString());
-        decisions_.cmd_Bul_Click();
+        if (!isRunning()) suggestions_->asked.add(text::trimBlanks(txt_Bul->text()).toString());
+        cmd_Bul_Click();
     };
     connect(txt_Bul, &QLineEdit::returnPressed, this, find);
     connect(cmd_Bul, &QPushButton::clicked, this, find);
-    suggestions_->isSearching = [this] { return decisions_.isRunning(); };
-    connect(cmdDur, &QPushButton::clicked, this, [this] { decisions_.cmdDur_Click(); });
-    connect(cmd_Stop, &QPushButton::clicked, this, [this] { decisions_.cmd_Stop_Click(); });
+    suggestions_->isSearching = [this] { return isRunning(); };
+    connect(cmdDur, &QPushButton::clicked, this, [this] { cmdDur_Click(); });
+    connect(cmd_Stop, &QPushButton::clicked, this, [this] { OzetDurdur_ = true; });
     connect(cmd_KelimeKontOlustur, &QPushButton::clicked, this, [this] {
         suggestions_->stopReading();
-        decisions_.cmd_KelimeKontOlustur_Click();
+        cmd_KelimeKontOlustur_Click();
     });
-    connect(chk_HPI, &QCheckBox::toggled, this, [this] { decisions_.chk_HPI_Click(); });
-    connect(chk_FindWith, &QCheckBox::toggled, this, [this] { decisions_.chk_FindWith_Click(); });
+    // They exclude each other.
+    connect(chk_HPI, &QCheckBox::toggled, this, [this](bool on) {
+        if (on) chk_FindWith->setChecked(false);
+    });
+    connect(chk_FindWith, &QCheckBox::toggled, this, [this](bool on) {
+        if (on) chk_HPI->setChecked(false);
+    });
     connect(tvw_Kitaplar_Bul, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { decisions_.NodeClick(*ResultTreeModel::node(index)); });
+            [this](const QModelIndex& index) { NodeClick(*ResultTreeModel::node(index)); });
     connect(tvw_Kitaplar_Bul, &QTreeView::customContextMenuRequested, this,
-            [this] { decisions_.resultTreePressed(true); });
+            [this] { resultTreePressed(true); });
     connect(&results_, &ResultTreeModel::opened, tvw_Kitaplar_Bul, &QTreeView::expand);
 }
 
 platform::Result<std::shared_ptr<const RunHits>> SearchTab::currentRun() {
     const ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex());
     if (!node && tree_.runCount() > 0) node = &tree_.run(tree_.runCount() - 1);
-    return decisions_.hitsOf(node);
+    return hitsOf(node);
 }
 
 int SearchTab::currentAuthor() const {
@@ -174,14 +180,13 @@ int SearchTab::currentAuthor() const {
 
 bool SearchTab::eventFilter(QObject* watched, QEvent* event) {
     if (watched == tvw_Kitaplar_Bul->viewport() && event->type() == QEvent::MouseButtonPress) {
-        if (static_cast<QMouseEvent*>(event)->button() != Qt::RightButton)
-            decisions_.resultTreePressed(false);
+        if (static_cast<QMouseEvent*>(event)->button() != Qt::RightButton) resultTreePressed(false);
     } else if (watched == tvw_Kitaplar_Bul && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
             if (ResultNode* node = ResultTreeModel::node(tvw_Kitaplar_Bul->currentIndex())) {
-                decisions_.resultTreePressed(false);
-                decisions_.NodeClick(*node);
+                resultTreePressed(false);
+                NodeClick(*node);
             }
             return true;
         }
@@ -202,16 +207,8 @@ void SearchTab::open(ResultNode& node) {
     const QModelIndex index = results_.index(node);
     tvw_Kitaplar_Bul->setCurrentIndex(index);
     tvw_Kitaplar_Bul->scrollTo(index);
-    decisions_.resultTreePressed(false);
-    decisions_.NodeClick(node);
-}
-
-QString SearchTab::searchText() const {
-    return txt_Bul->text();
-}
-
-void SearchTab::setSearchText(const QString& text) {
-    txt_Bul->setText(text);
+    resultTreePressed(false);
+    NodeClick(node);
 }
 
 SearchOptions SearchTab::options() const {
@@ -221,22 +218,6 @@ SearchOptions SearchTab::options() const {
             .together = chk_FindWith->isChecked(),
             .clearResult = chk_ClearResult->isChecked(),
             .soundChanges = chk_Ses->isChecked()};
-}
-
-void SearchTab::setWholeWord(bool checked) {
-    chk_TMK->setChecked(checked);
-}
-
-void SearchTab::setAllWords(bool checked) {
-    chk_HPI->setChecked(checked);
-}
-
-void SearchTab::setTogether(bool checked) {
-    chk_FindWith->setChecked(checked);
-}
-
-void SearchTab::setOptionsEnabled(bool enabled) {
-    Frame1->setEnabled(enabled);
 }
 
 void SearchTab::showStopButton(bool shown) {
@@ -251,10 +232,6 @@ void SearchTab::showStopButton(bool shown) {
         txt_Bul->setFocus();
 }
 
-void SearchTab::showSummaryStop(bool shown) {
-    fraStopper->setVisible(shown);
-}
-
 void SearchTab::setNoDropPointer(bool set) {
     for (QWidget* widget : {static_cast<QWidget*>(Frame1), tvw_Kitaplar_Bul->viewport()}) {
         if (set)
@@ -262,10 +239,6 @@ void SearchTab::setNoDropPointer(bool set) {
         else
             widget->unsetCursor();
     }
-}
-
-void SearchTab::focusSearchBox() {
-    txt_Bul->setFocus();
 }
 
 void SearchTab::bringIntoView(ResultNode& root, bool toTheTop) {
@@ -287,7 +260,7 @@ void SearchTab::follow(ResultNode& book) {
 }
 
 // A long list is laid out anew whenever it grows: the longer that takes, the more rows come at once.
-void SearchTab::letEventsRun() {
+void SearchTab::showAndLetEventsRun() {
     constexpr qint64 shareOfRows = 8, seldomMs = 1000;
     const qint64 began = sinceRows_.isValid() ? sinceRows_.elapsed() : nextRows_;
     if (began < nextRows_) {

@@ -64,8 +64,8 @@ void ChildWindows::showTab(browse::Tab tab) {
     if (tab == browse::Tab::Books && !help_) browseWindow().bookTree().setFocus();
 }
 
-void ChildWindows::sortResults(QStringView key) {
-    if (searchTab_) searchTab_->decisions().mnu_Sirala_Click(key);
+void ChildWindows::sortResults(search::ListOrder order) {
+    if (searchTab_) searchTab_->mnu_Sirala_Click(order);
 }
 
 // ---- The shared content window ----

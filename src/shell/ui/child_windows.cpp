@@ -109,7 +109,7 @@ void ChildWindows::loadBrowse() {
                                             if (searched) searched(query, options);
                                         }});
     browse_->setSearchTab(searchTab_);
-    searchTab_->decisions().wordsShown = [this](std::vector<search::RunWord> words) {
+    searchTab_->wordsShown = [this](std::vector<search::RunWord> words) {
         if (words_) words_->setWords(std::move(words));
     };
     connect(browse_, &platform::MdiChild::unloaded, this, [this] {
@@ -262,7 +262,7 @@ void ChildWindows::focusActivePage() {
 }
 
 void ChildWindows::stopRun() {
-    if (searchTab_) searchTab_->decisions().stop();
+    if (searchTab_) searchTab_->stop();
 }
 
 // ---- Extra content windows ----

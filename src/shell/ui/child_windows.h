@@ -89,10 +89,10 @@ class ChildWindows : public QObject {
     void nextHit();
     void printPageDirectly();
     void printPageWithDialog();
-    void sortResults(QStringView key);  ///< "Kitap", "Konu" or "Oran"
-    void cut();                         ///< Ctrl+X in whatever has the focus
-    void copy();                        ///< the selection of the shared content window
-    void paste();                       ///< the clipboard into the notebook
+    void sortResults(search::ListOrder order);
+    void cut();    ///< Ctrl+X in whatever has the focus
+    void copy();   ///< the selection of the shared content window
+    void paste();  ///< the clipboard into the notebook
     void showNotebook();
     void chooseBooks();                       ///< asks for files and adds them
     void addBooks(const QStringList& paths);  ///< files and folders, with a preview
@@ -131,7 +131,7 @@ class ChildWindows : public QObject {
     class ContentPort;
 
     bool isBrowseMinimized() const { return browse_ && browse_->isMinimized(); }
-    bool isSearching() const { return searchTab_ && searchTab_->decisions().isRunning(); }
+    bool isSearching() const { return searchTab_ && searchTab_->isRunning(); }
 
     void loadBrowse();
     void loadContent();

@@ -96,14 +96,19 @@ constexpr CommandRow Listele[] = {
      u"Konu Başlığına Göre Sırala",
      {},
      Lockable,
-     [](W& w) { w.sortResults(u"Konu"); }},
+     [](W& w) { w.sortResults(search::ListOrder::Konu); }},
     {u"mnu_Kitap",
      SortByBook,
      u"Kitap Adına Göre Sırala",
      {},
      Lockable,
-     [](W& w) { w.sortResults(u"Kitap"); }},
-    {u"mnu_Oran", SortByRatio, u"Orana Göre Sırala", {}, Lockable, [](W& w) { w.sortResults(u"Oran"); }},
+     [](W& w) { w.sortResults(search::ListOrder::Kitap); }},
+    {u"mnu_Oran",
+     SortByRatio,
+     u"Orana Göre Sırala",
+     {},
+     Lockable,
+     [](W& w) { w.sortResults(search::ListOrder::Oran); }},
 };
 
 constexpr CommandRow Yazi[] = {

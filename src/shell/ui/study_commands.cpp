@@ -62,7 +62,7 @@ void ChildWindows::saveSummary() {
 void ChildWindows::openHit(const search::SearchRun& run, const search::HitPlace& hit) {
     if (isBusy()) return;
     browseWindow();
-    const std::optional<qint32> anchor = searchTab_->decisions().openHit(run, hit);
+    const std::optional<qint32> anchor = searchTab_->openHit(run, hit);
     if (!anchor || !content_) return;
     const platform::MdiChild::Hold hold(*content_);
     hits_->goToButton(*anchor);

@@ -1,4 +1,6 @@
-#include "search/search_window.h"
+// What the search tab does: starting, stopping and sorting searches, clicks in the result tree, the summary,
+// the rebuilding of the word variants.
+#include "search/ui/search_tab.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +12,7 @@
 #include "search/pages/hit_positions.h"
 #include "search/pages/result_page.h"
 #include "search/runs/found_topics.h"
+#include "search/search_messages.h"
 #include "text/blanks.h"
 
 namespace lirovan::search {
@@ -27,14 +30,8 @@ namespace {
 // never so seldom that a reader would notice.
 constexpr qint64 EventInterval = 8, LongestInterval = 35, ShareOfEvents = 6;
 
-constexpr QStringView ProgressText = u"Araştırılıyor...";
-
 // The number that stands before the reason when the page file of a summary cannot be written.
 constexpr int PageNotWritten = 75;
-
-platform::Message failure(const platform::Error& error) {
-    return platform::errorMessage(error.message, u"Hata"_s);
-}
 
 // Thousands of characters, halves to the even side.
 int thousands(qsizetype characters) {
@@ -44,19 +41,19 @@ int thousands(qsizetype characters) {
 }  // namespace
 
 // Holds the tab and the main window's commands while something runs, in every way out.
-class SearchWindow::Busy {
+class SearchTab::Busy {
   public:
-    explicit Busy(SearchWindow& window) : window_(window) {
+    explicit Busy(SearchTab& window) : window_(window) {
         window_.parts_.state.running = true;
         window_.parts_.frame.setCommandsLocked(true);
-        window_.parts_.view.setOptionsEnabled(false);
+        window_.Frame1->setEnabled(false);
         window_.closing_ = false;
         window_.root_ = window_.followed_ = nullptr;
         window_.sinceEvents_.start();
         window_.eventInterval_ = EventInterval;
     }
     ~Busy() {
-        window_.parts_.view.setOptionsEnabled(true);
+        window_.Frame1->setEnabled(true);
         window_.parts_.frame.setCommandsLocked(false);
         window_.parts_.state.running = false;
     }
@@ -64,22 +61,18 @@ class SearchWindow::Busy {
     Busy& operator=(const Busy&) = delete;
 
   private:
-    SearchWindow& window_;
+    SearchTab& window_;
 };
 
-SearchWindow::SearchWindow(Parts parts) : parts_(std::move(parts)), engine_(parts_.library, parts_.tree) {
-    engine_.keepTexts();
-}
-
-void SearchWindow::cmd_Bul_Click() {
+void SearchTab::cmd_Bul_Click() {
     if (isRunning()) return;
-    const QString typed = parts_.view.searchText();
+    const QString typed = txt_Bul->text();
     if (typed.isEmpty()) {
-        tell(platform::errorMessage(u"Aranacak kelime girmediniz!"_s, u"Arama Hatası"_s));
+        tell(nothingTyped());
         return;
     }
     parts_.page.setWithheld(true);
-    parts_.view.showStopButton(true);
+    showStopButton(true);
     AramaDurdur_ = false;
     parts_.state.showPanel2 = true;
     parts_.state.showPanel3 = false;
@@ -90,44 +83,33 @@ void SearchWindow::cmd_Bul_Click() {
     parts_.page.setWithheld(false);
 }
 
-Answer SearchWindow::tell(const platform::Message& message) {
+Answer SearchTab::tell(const platform::Message& message) {
     const Answer answer = parts_.dialogs.show(message);
-    parts_.view.focusSearchBox();
+    txt_Bul->setFocus();
     return answer;
 }
 
-void SearchWindow::cmdDur_Click() {
+void SearchTab::cmdDur_Click() {
     AramaDurdur_ = true;
-    parts_.view.showStopButton(false);
+    showStopButton(false);
 }
 
-void SearchWindow::chk_HPI_Click() {
-    if (parts_.view.options().allWords) parts_.view.setTogether(false);
-}
-
-void SearchWindow::chk_FindWith_Click() {
-    if (parts_.view.options().together) parts_.view.setAllWords(false);
-}
-
-void SearchWindow::stop() {
+void SearchTab::stop() {
     closing_ = true;
     AramaDurdur_ = true;
     OzetDurdur_ = true;
 }
 
-void SearchWindow::mnu_Sirala_Click(QStringView key) {
+void SearchTab::mnu_Sirala_Click(ListOrder order) {
     if (isRunning()) return;
-    parts_.view.showStopButton(true);
+    showStopButton(true);
     AramaDurdur_ = false;
-    const ListOrder order = key == u"Kitap"  ? ListOrder::Kitap
-                            : key == u"Oran" ? ListOrder::Oran
-                                             : ListOrder::Konu;
     if (listele(SonSorgu_, order)) parts_.state.showPanel2 = true;
     parts_.state.showPanel3 = false;
     parts_.frame.setPanelVisible(3, false);
 }
 
-bool SearchWindow::listele(const QString& query, ListOrder order) {
+bool SearchTab::listele(const QString& query, ListOrder order) {
     bool closed = false;
     {
         const Busy busy(*this);
@@ -135,22 +117,20 @@ bool SearchWindow::listele(const QString& query, ListOrder order) {
         if (!text::trimBlanks(query).isEmpty()) {
             parts_.frame.setProgressVisible(true);
             parts_.frame.setToolTextVisible(true);
-            parts_.view.setNoDropPointer(true);
+            setNoDropPointer(true);
         }
-        const Result<SearchOutcome> result = engine_.run(
-            {query, parts_.view.options(), order, parts_.frame.selectedBooks(), parts_.view.searchText()},
-            *this);
+        const Result<SearchOutcome> result =
+            engine_.run({query, options(), order, parts_.frame.selectedBooks(), txt_Bul->text()}, *this);
         closed = result && result->end == SearchOutcome::End::Listed;
-        if (closed && parts_.searched) parts_.searched(query, parts_.view.options());
+        if (closed && parts_.searched) parts_.searched(query, options());
         if (closed || !result) {
             followNewestBook();
-            parts_.view.letEventsRun();
+            showAndLetEventsRun();
             // Without a topic the run is gone again.
-            const ResultTree& tree = parts_.tree;
-            if (root_ && tree.runCount() > 0 && &tree.run(tree.runCount() - 1) == root_)
-                parts_.view.bringIntoView(*root_, true);
+            if (root_ && tree_.runCount() > 0 && &tree_.run(tree_.runCount() - 1) == root_)
+                bringIntoView(*root_, true);
             else if (root_)
-                parts_.view.goBackInTree();
+                goBackInTree();
         }
         if (!result) {
             // Its text is about an earlier run.
@@ -162,85 +142,74 @@ bool SearchWindow::listele(const QString& query, ListOrder order) {
         } else if (result->end == SearchOutcome::End::Cancelled) {
             // From the query too: sorting it again would bring the letters back.
             SonSorgu_ = withoutSingleLetters(SonSorgu_);
-            parts_.view.setSearchText(withoutSingleLetters(parts_.view.searchText()));
+            txt_Bul->setText(withoutSingleLetters(txt_Bul->text()));
         }
         parts_.frame.setProgressVisible(false);
         parts_.frame.setToolTextVisible(false);
-        parts_.view.setNoDropPointer(false);
+        setNoDropPointer(false);
     }
-    parts_.view.showStopButton(false);
+    showStopButton(false);
     return closed;
 }
 
-void SearchWindow::closeRun(const SearchOutcome& result) {
+void SearchTab::closeRun(const SearchOutcome& result) {
     parts_.frame.setPanelVisible(2, true);
     if (result.listed > 0) {
-        parts_.frame.setPanelText(
-            2, u"Arama Sonucu: "_s + QString::number(result.listed) + u" başlık bulundu."_s);
+        parts_.frame.setPanelText(2, foundText(result.listed));
         return;
     }
-    const QString nothing = u"Gösterilecek başlık bulunamadı."_s;
-    parts_.frame.setPanelText(2, nothing);
+    parts_.frame.setPanelText(2, NothingFound.toString());
     parts_.state.showPanel2 = false;
     parts_.frame.setPanelVisible(2, false);
     // The third panel still holds the last page's count, which has nothing to do with this.
-    parts_.frame.setPanelText(3, nothing);
+    parts_.frame.setPanelText(3, NothingFound.toString());
     parts_.frame.setPanelVisible(3, true);
     // A program that is closing does not wait for an answer.
-    if (!closing_) tell(platform::noticeMessage(nothing, u"Aranan Kelime Bulunamadı"_s));
+    if (!closing_) tell(nothingFound());
 }
 
-bool SearchWindow::acceptSingleLetter() {
-    platform::Message message;
-    message.text =
-        u"Aranacak Kelime(ler) alanına harf girdiniz.\r\n"
-        "Arama işlemi Yalnız Tüm Kelime özelliği aktif olarak yapılacaktır.\r\n"
-        "Devam etmek için 'OK/Tamam', işlemi durdurmak ve harfi silmek için 'Cancel/İptal' "
-        "düğmesini seçin."_s;
-    message.title = u"Tek Harf Arama"_s;
-    message.icon = platform::Icon::Information;
-    message.buttons = platform::Buttons::OkCancel;
-    if (tell(message) != Answer::Ok) return false;
-    parts_.view.setWholeWord(true);
-    parts_.view.showStopButton(true);  // with the focus again
+bool SearchTab::acceptSingleLetter() {
+    if (tell(singleLetterTyped()) != Answer::Ok) return false;
+    chk_TMK->setChecked(true);
+    showStopButton(true);  // with the focus again
     return true;
 }
 
-void SearchWindow::runStarted(ResultNode& root) {
+void SearchTab::runStarted(ResultNode& root) {
     root_ = &root;
-    parts_.view.bringIntoView(root, false);
+    bringIntoView(root, false);
 }
 
-void SearchWindow::authorStarted(qsizetype topics) {
+void SearchTab::authorStarted(qsizetype topics) {
     progress_ = 1;
     parts_.frame.setProgressMaximum(static_cast<int>(topics) + 1);
     parts_.frame.setProgressValue(progress_);
 }
 
-void SearchWindow::topicDone(qsizetype done, ResultNode* book) {
+void SearchTab::topicDone(qsizetype done, ResultNode* book) {
     progress_ = static_cast<int>(done) + 1;
     if (book) followed_ = book;
 }
 
-bool SearchWindow::goOn() {
+bool SearchTab::goOn() {
     if (!AramaDurdur_) letEventsRun();
     return !AramaDurdur_;
 }
 
-void SearchWindow::letEventsRun() {
+void SearchTab::letEventsRun() {
     if (sinceEvents_.elapsed() < eventInterval_) return;
     sinceEvents_.restart();
     parts_.frame.setProgressValue(progress_);
     followNewestBook();
-    parts_.view.letEventsRun();
+    showAndLetEventsRun();
     eventInterval_ = std::clamp(sinceEvents_.restart() * ShareOfEvents, EventInterval, LongestInterval);
 }
 
-void SearchWindow::followNewestBook() {
-    if (followed_) parts_.view.follow(*std::exchange(followed_, nullptr));
+void SearchTab::followNewestBook() {
+    if (followed_) follow(*std::exchange(followed_, nullptr));
 }
 
-void SearchWindow::cmd_KelimeKontOlustur_Click() {
+void SearchTab::cmd_KelimeKontOlustur_Click() {
     if (isRunning()) return;
     const Busy busy(*this);
     AramaDurdur_ = false;
@@ -250,12 +219,12 @@ void SearchWindow::cmd_KelimeKontOlustur_Click() {
     parts_.frame.setBusyPointer(false);
     if (closing_) return;
     if (rows)
-        parts_.frame.showPassingText(formatCount(*rows) + u" özel kelime belirlendi."_s);
+        parts_.frame.showPassingText(variantsText(*rows));
     else
         tell(failure(rows.error()));
 }
 
-void SearchWindow::resultTreePressed(bool rightButton) {
+void SearchTab::resultTreePressed(bool rightButton) {
     if (isRunning()) return;
     if (rightButton) {
         parts_.frame.popUpMenu(u"mnu_listele");
@@ -265,7 +234,7 @@ void SearchWindow::resultTreePressed(bool rightButton) {
     parts_.frame.setPanelVisible(3, false);
 }
 
-void SearchWindow::NodeClick(ResultNode& node) {
+void SearchTab::NodeClick(ResultNode& node) {
     if (isRunning()) return;
     const SearchRun* run = engine_.stores().find(static_cast<int>(node.root().tagNumber()));
     switch (node.kind) {
@@ -281,7 +250,7 @@ void SearchWindow::NodeClick(ResultNode& node) {
     }
 }
 
-Result<std::shared_ptr<const RunHits>> SearchWindow::hitsOf(const ResultNode* node) {
+Result<std::shared_ptr<const RunHits>> SearchTab::hitsOf(const ResultNode* node) {
     using Found = std::shared_ptr<const RunHits>;
     const SearchRun* run = node ? engine_.stores().find(static_cast<int>(node->root().tagNumber())) : nullptr;
     if (!run) return Found();
@@ -291,19 +260,19 @@ Result<std::shared_ptr<const RunHits>> SearchWindow::hitsOf(const ResultNode* no
     return Found(std::make_shared<RunHits>(RunHits{*run, node->root().text, std::move(*list)}));
 }
 
-std::optional<qint32> SearchWindow::openHit(const SearchRun& run, const HitPlace& hit) {
+std::optional<qint32> SearchTab::openHit(const SearchRun& run, const HitPlace& hit) {
     if (isRunning()) return std::nullopt;
     return showTopic(hit, run);
 }
 
-std::optional<qint32> SearchWindow::showTopic(const HitPlace& hit, const SearchRun& run) {
+std::optional<qint32> SearchTab::showTopic(const HitPlace& hit, const SearchRun& run) {
     platform::MainFrame& frame = parts_.frame;
     frame.FontSize(browse::TopicFontSize);
     frame.setProgressValue(1);
 
     MarkingProgress progress;
     progress.wordStarted = [&](QStringView word, qsizetype textLength) {
-        frame.setToolText(u'\'' + text::trimBlanks(word).toString() + u"' Taranıyor..."_s);
+        frame.setToolText(scanningText(word));
         frame.setProgressMaximum(thousands(textLength) + 15);
     };
     int shown = 0;
@@ -317,7 +286,7 @@ std::optional<qint32> SearchWindow::showTopic(const HitPlace& hit, const SearchR
     frame.setToolText(ProgressText.toString());
 
     const qint32 hits = page ? page->marks.hits : 0;
-    frame.setPanelText(3, u"Seçili başlıkta bulunan kelime sayısı: "_s + QString::number(hits));
+    frame.setPanelText(3, hitsText(hits));
     frame.setPanelVisible(3, true);
     // The topic may be gone since the search; then the page stays as it is.
     if (!page) return std::nullopt;
@@ -345,12 +314,12 @@ std::optional<qint32> SearchWindow::showTopic(const HitPlace& hit, const SearchR
     return page->wanted;
 }
 
-void SearchWindow::showPage(const Result<QByteArray>& written, const QString& caption) {
+void SearchTab::showPage(const Result<QByteArray>& written, const QString& caption) {
     parts_.content.setCaption(caption);
     browse::showPageFile(parts_.content, u"file:\\"_s + parts_.folder.pageText(browse::PageFile), written);
 }
 
-void SearchWindow::OzetAl(int group, const SearchRun* run) {
+void SearchTab::OzetAl(int group, const SearchRun* run) {
     const Busy busy(*this);
     OzetDurdur_ = false;
     beginSummary();
@@ -368,7 +337,7 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
         parts_.content.aboutToShow(
             {.kind = browse::PageIdentity::Kind::Summary, .run = run->AramaNo, .group = group});
         parts_.content.show();
-        parts_.view.showSummaryStop(false);
+        fraStopper->setVisible(false);
         parts_.page.showPageCommands(browse::ShownPage::Summary);
         // The passages' type grows and shrinks from this size only.
         parts_.frame.FontSize(browse::TopicFontSize);
@@ -381,10 +350,10 @@ void SearchWindow::OzetAl(int group, const SearchRun* run) {
     endSummary();
 }
 
-void SearchWindow::beginSummary() {
+void SearchTab::beginSummary() {
     platform::MainFrame& frame = parts_.frame;
-    parts_.view.letEventsRun();
-    parts_.view.showSummaryStop(true);
+    showAndLetEventsRun();
+    fraStopper->setVisible(true);
     frame.setBusyPointer(true);
     parts_.page.setWithheld(true);
     frame.setToolText(u"Özetleniyor..."_s);
@@ -395,10 +364,10 @@ void SearchWindow::beginSummary() {
     frame.setProgressValue(progress_);
 }
 
-void SearchWindow::endSummary() {
+void SearchTab::endSummary() {
     platform::MainFrame& frame = parts_.frame;
     OzetDurdur_ = false;
-    parts_.view.showSummaryStop(false);
+    fraStopper->setVisible(false);
     frame.setProgressValue(1);
     frame.setProgressVisible(false);
     frame.setToolTextVisible(false);
