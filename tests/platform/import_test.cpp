@@ -10,6 +10,7 @@
 #include "platform/core/import/replace_file.h"
 #include "support/files.h"
 #include "support/jet_writer.h"
+#include "support/places.h"
 
 namespace lirovan::platform {
 namespace {
@@ -18,7 +19,7 @@ using namespace lirovan::test;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-const QString Program = QStringLiteral(LIROVAN_BIN_DIR "/lirovan-jet-aktar");
+const QString Program = test::builtProgram(u"lirovan-jet-aktar"_s);
 
 constexpr QStringView PlainLibrary =
     u"CREATE TABLE tbl_Yazar (YazarID INTEGER PRIMARY KEY, Yazar TEXT);"

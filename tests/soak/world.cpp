@@ -8,6 +8,7 @@
 
 #include "shell/application_folder.h"
 #include "soak/user_input.h"
+#include "support/places.h"
 #include "tools/kitaplik/build_library.h"
 
 namespace lirovan::soak {
@@ -40,7 +41,7 @@ QString nameOf(const QWidget* widget) {
 }  // namespace
 
 World::World(const QString& library) {
-    const QString samples = QStringLiteral(LIROVAN_SOURCE_DIR) + u"/samples"_s;
+    const QString samples = test::projectFile(u"samples"_s);
     const QString file = folder_.filePath(u"kitaplar.vq"_s);
     filled_ = shell::fillFolder(samples + u"/OKU"_s, folder_.filePath(u"OKU"_s)) &&
               (library.isEmpty() ? bool(tools::buildLibrary(samples + u"/kitaplik"_s, file))

@@ -12,6 +12,7 @@
 
 #include "support/files.h"
 #include "support/library_file.h"
+#include "support/places.h"
 
 using namespace lirovan;
 using namespace test;
@@ -26,7 +27,7 @@ struct Called {
 
 Called call(const QStringList& arguments) {
     QProcess process;
-    process.start(QStringLiteral(LIROVAN_BIN_DIR "/lirovan-kitaplik"), arguments);
+    process.start(test::builtProgram(u"lirovan-kitaplik"_s), arguments);
     process.waitForFinished(60000);
     if (process.exitStatus() != QProcess::NormalExit) return {};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
@@ -194,7 +195,7 @@ TEST(Companion, LeavesNothingWhenItIsEndedFromOutside) {
         };
         const auto endedBy = [&](int number, const QStringList& words) {
             const qsizetype there = entries().size();
-            process.start(QStringLiteral(LIROVAN_BIN_DIR "/lirovan-kitaplik"), words);
+            process.start(test::builtProgram(u"lirovan-kitaplik"_s), words);
             const auto isAtWork = [&] { return number == SIGKILL ? isLocked() : entries().size() != there; };
             while (number != 0 && process.state() != QProcess::NotRunning && !isAtWork())
                 process.waitForFinished(5);

@@ -1,5 +1,6 @@
 // The old markup form of a page's inner HTML: what the page rewrites look for in it, and that it says the
 // same.
+#include "support/places.h"
 #include "web_fixture.h"
 
 using namespace lirovan::test;
@@ -144,7 +145,7 @@ TEST_F(PageFormTest, IsNotLedAstrayByNamesOfElements) {
 }
 
 TEST_F(PageFormTest, HoldsTheStartPageEntryOfTheSampleThatNewWindowsTakeOut) {
-    const QByteArray fragment = readFile(QStringLiteral(LIROVAN_SOURCE_DIR "/samples/kitaplik/betik.html"));
+    const QByteArray fragment = readFile(projectFile(u"samples/kitaplik/betik.html"_s));
     const QString rightClick =
         u"document.body.dispatchEvent(new MouseEvent('contextmenu', {bubbles: true, cancelable: true}));"
         "for (let i = 0; i < 2; ++i)"

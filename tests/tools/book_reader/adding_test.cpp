@@ -6,6 +6,7 @@
 #include <QStandardPaths>
 
 #include "support/epub_writer.h"
+#include "support/places.h"
 #include "tools/book_reader/reader_run.h"
 
 namespace lirovan::test {
@@ -21,7 +22,7 @@ class Adding : public ::testing::Test {
     };
     static Called call(const QStringList& words) {
         QProcess companion;
-        companion.start(QStringLiteral(LIROVAN_BIN_DIR "/lirovan-kitaplik"), words);
+        companion.start(test::builtProgram(u"lirovan-kitaplik"_s), words);
         if (!companion.waitForFinished(60'000) || companion.exitStatus() != QProcess::NormalExit) return {};
         return {companion.exitCode(), companion.readAllStandardOutput(), companion.readAllStandardError()};
     }

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <string>
 #include <vector>
+#include "support/places.h"
 
 namespace lirovan::test {
 
@@ -46,7 +47,7 @@ struct ReaderRun {
 
 inline ReaderRun readBook(const QString& path, const QStringList& arguments = {}) {
     QProcess reader;
-    reader.start(QStringLiteral(LIROVAN_BIN_DIR "/lirovan-kitap-oku"), QStringList{path} + arguments);
+    reader.start(test::builtProgram(QStringLiteral("lirovan-kitap-oku")), QStringList{path} + arguments);
     ReaderRun run;
     constexpr int limit = 60'000;
     if (!reader.waitForFinished(limit) || reader.exitStatus() != QProcess::NormalExit) return run;
