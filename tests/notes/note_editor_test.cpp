@@ -6,13 +6,16 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QListWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QThread>
 
 #include "notes/fake_printing.h"
+#include "notes/note_list.h"
 #include "notes/note_text.h"
 #include "notes/ui/frm_IcerikCopy.h"
-#include "notes/ui/note_list.h"
+#include "notes/ui/frm_NotList.h"
 #include "platform/core/rtf/reader.h"
 #include "support/files.h"
 #include "support/full_disk.h"
@@ -26,14 +29,6 @@ using platform::Answer;
 namespace rtf = platform::rtf;
 
 namespace {
-
-struct FakeListWindow : NoteListWindow {
-    std::vector<NoteLine> lines;
-    int selected = -1, closings = 0;
-    void setLines(const std::vector<NoteLine>& shown) override { lines = shown; }
-    int selectedLine() const override { return selected; }
-    void closeWindow() override { ++closings; }
-};
 
 class NoteEditorTest : public testing::Test {
   protected:
@@ -78,6 +73,8 @@ class NoteEditorTest : public testing::Test {
         dialogs_.messages.clear();
         return text;
     }
+    void inList(Qt::Key key) { QTest::keyClick(&lines_, key); }
+    void mnu_Ac() { list_.findChild<QAction*>(u"mnu_Ac"_s)->trigger(); }
     void press(const QString& button) { window_.findChild<QAction*>(button)->trigger(); }
     /// Names of the buttons and items whose `state` is `wanted`.
     QString named(bool (QAction::*state)() const, bool wanted) const {
@@ -98,8 +95,8 @@ class NoteEditorTest : public testing::Test {
     ScriptedDialogs dialogs_;
     frm_IcerikCopy window_{surroundings()};
     NoteEditor& editor_ = window_.editor();
-    FakeListWindow listWindow_;
-    NoteList list_{listWindow_, editor_, dialogs_, [](QDate date) { return date.toString(); }};
+    frm_NotList list_{editor_, dialogs_};
+    QListWidget& lines_ = *list_.findChild<QListWidget*>(u"lst_Notlar"_s);
 };
 
 }  // namespace
@@ -396,29 +393,29 @@ TEST_F(NoteEditorTest, OpensAndDeletesFromTheList) {
     saveAs(u"iki"_s, u"İki"_s);
     list_.load();
     EXPECT_EQ(said(), QString());
-    ASSERT_EQ(listWindow_.lines.size(), 3U);
-    EXPECT_EQ(listWindow_.lines[0].text, u"Not Tarihi   Başlık                   Not");
+    ASSERT_EQ(lines_.count(), 3);
+    EXPECT_EQ(lines_.item(0)->text(), u"Not Tarihi   Başlık                   Not");
     for (const int line : {-1, 0}) {
-        listWindow_.selected = line;
-        list_.doubleClickOrEnter();
+        lines_.setCurrentRow(line);
+        inList(Qt::Key_Return);
         EXPECT_EQ(said(), QString());
-        list_.mnu_Ac();
+        mnu_Ac();
         EXPECT_EQ(said(), u"Not seçmelisiniz!");
-        list_.mnu_Sil();
+        inList(Qt::Key_Delete);
         EXPECT_EQ(said(), u"Not seçmelisiniz!");
     }
-    listWindow_.selected = 1;
-    list_.doubleClickOrEnter();
-    EXPECT_EQ(listWindow_.closings, 1);
+    lines_.setCurrentRow(1);
+    inList(Qt::Key_Return);
+    EXPECT_EQ(list_.result(), QDialog::Accepted);
     EXPECT_EQ(text(), u"bir");
     EXPECT_EQ(window_.windowTitle(), u"Not Defteri - Bir");
 
-    list_.mnu_Sil();  // No
+    inList(Qt::Key_Delete);  // No
     EXPECT_EQ(said(), u"Seçili notu silmek istediğinize eminmisiniz?");
-    EXPECT_EQ(listWindow_.lines.size(), 3U);
+    EXPECT_EQ(lines_.count(), 3);
     dialogs_.answer(Answer::Yes);
-    list_.mnu_Sil();
-    EXPECT_EQ(listWindow_.lines.size(), 2U);
+    inList(Qt::Key_Delete);
+    EXPECT_EQ(lines_.count(), 2);
     EXPECT_EQ(window_.windowTitle(), u"Not Defteri");
     EXPECT_EQ(editor_.currentNote().value, 0);
     EXPECT_EQ(text(), u"bir");  // its text stays, as a new note that a crash does not take away
@@ -426,22 +423,23 @@ TEST_F(NoteEditorTest, OpensAndDeletesFromTheList) {
     EXPECT_EQ(kept.left()->note.value, 0);
     EXPECT_EQ(kept.left()->text.plainText(), u"bir");
 
-    list_.doubleClickOrEnter();  // another note: nobody was asked about this text yet
+    inList(Qt::Key_Return);  // another note: nobody was asked about this text yet
     EXPECT_EQ(said(), u"Notunuzu kaydetmek istiyor musunuz?");
     EXPECT_EQ(text(), u"iki");
     dialogs_.answer(Answer::Yes);
-    list_.mnu_Sil();
+    inList(Qt::Key_Delete);
     ASSERT_TRUE(notes().add(u"Üç"_s, storedRtf(rtf::read(QStringView(u"üç"))), {}));
     ASSERT_TRUE(list_.notlistele());
+    lines_.setCurrentRow(1);
     dialogs_.answer(Answer::Yes).answerText(u"Başlık"_s);
     ASSERT_TRUE(notes().database().execute(u"PRAGMA max_page_count=1"));
     type(QString(300'000, u'x'));
-    list_.doubleClickOrEnter();
+    inList(Qt::Key_Return);
     EXPECT_EQ(text().size(), 300'000) << "it could not be saved";
 
     ASSERT_TRUE(notes().database().execute(u"PRAGMA query_only=1"));
     dialogs_.answer(Answer::Yes);
-    list_.mnu_Sil();
+    inList(Qt::Key_Delete);
     EXPECT_EQ(said(), u"Hata oluştu!");
     ASSERT_TRUE(notes().database().execute(u"PRAGMA query_only=0; drop table tbl_Notlar"));
     list_.load();  // says what is wrong, not that there is no note
