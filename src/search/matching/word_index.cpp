@@ -1,5 +1,6 @@
 #include "search/matching/word_index.h"
 
+#include <QStringList>
 #include <QVarLengthArray>
 #include <algorithm>
 #include <map>
