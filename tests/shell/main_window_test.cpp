@@ -72,7 +72,20 @@ TEST_F(MainWindowTest, StartsMaximizedWithBothWindowsSideBySideAndItsBarsFilled)
                                   u"&Yardım|"_s,
                                   u"&Hakkında|"_s}));
     EXPECT_TRUE(find<QAction>(u"mnu_Arama"_s)->isChecked() && find<QAction>(u"mnu_Icerik"_s)->isChecked());
-    EXPECT_FALSE(button(u"New"_s)->isEnabled());
+    EXPECT_FALSE(button(u"New"_s)->isEnabled() || find<QAction>(u"mnu_NewWindow"_s)->isEnabled());
+}
+
+TEST_F(MainWindowTest, GivesEachKeyToOneItem) {
+    ASSERT_TRUE(start());
+    QHash<QString, QString> taken;
+    for (const QAction* item : window->menuBar()->findChildren<QAction*>())
+        for (const QKeySequence& each : item->shortcuts()) {
+            const QString key = each.toString();
+            EXPECT_FALSE(taken.contains(key)) << key.toStdString() << ": " << taken.value(key).toStdString()
+                                              << " and " << item->objectName().toStdString();
+            taken.insert(key, item->objectName());
+        }
+    EXPECT_TRUE(taken.contains(u"Ctrl+E"_s));
 }
 
 TEST_F(MainWindowTest, OpensATopicEnlargesItsTypeReducesItAgainAndPrintsIt) {

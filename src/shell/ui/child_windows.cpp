@@ -74,6 +74,10 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
     restoreZoom();
     pageCommands_.pageShown = [this](browse::ShownPage page) {
         if (words_ && page != browse::ShownPage::MarkedPage) words_->setWords({});
+        for (const CommandBar& bar : menuBars())
+            for (const CommandRow& row : bar.rows)
+                if (has(row.state, RowState::OfPage))
+                    frame_.setMenuEnabled(row.name, page != browse::ShownPage::None);
     };
     connect(&notebook_, &notes::Notebook::linkWanted, this, &ChildWindows::openLink);
     connect(&area_, &QMdiArea::subWindowActivated, this, &ChildWindows::nameActive);

@@ -17,8 +17,9 @@ auto* findIn(States& states, QStringView name) {
 }
 
 CommandState stateAtStart(const CommandRow& row) {
-    return {row.name.toString(), !has(row.state, RowState::Hidden), !has(row.state, RowState::Disabled),
-            has(row.state, RowState::Checked), has(row.state, RowState::Lockable)};
+    return {row.name.toString(), !has(row.state, RowState::Hidden),
+            !has(row.state, RowState::Disabled | RowState::OfPage), has(row.state, RowState::Checked),
+            has(row.state, RowState::Lockable)};
 }
 
 }  // namespace

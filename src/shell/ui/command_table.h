@@ -11,58 +11,6 @@ namespace lirovan::shell {
 
 class ChildWindows;
 
-/// Of menu items and buttons alike; what stands between them has none.
-enum class Command {
-    None,
-    ShowBooks,
-    ShowSearch,
-    ShowContent,
-    ToggleBrowse,
-    ToggleContent,
-    OpenInNewWindow,
-    ShowNotebook,
-    PrintDirectly,
-    PrintWithDialog,
-    Quit,
-    Cut,
-    Copy,
-    Paste,
-    SortByHeading,
-    SortByBook,
-    SortByRatio,
-    LargerZoom,
-    NormalZoom,
-    SmallerZoom,
-    LargerType,
-    SmallerType,
-    PreviousHit,
-    NextHit,
-    GoBack,
-    GoForward,
-    PreviousTopic,
-    NextTopic,
-    ShowInBookTree,
-    NextHitOfRun,
-    PreviousHitOfRun,
-    AddBookmark,
-    ShowBookmarks,
-    ToggleContinues,
-    OpenMenu,
-    ChangeLook,
-    FindOnPage,
-    ToggleWords,
-    CopyWithSource,
-    PlaceSideBySide,
-    AddBooks,
-    RemoveBooks,
-    OpenLibrary,
-    ShowContexts,
-    ShowDistribution,
-    SaveSummary,
-    ShowHelp,
-    ShowAbout,
-};
-
 /// How a row starts, and what it keeps while the program runs. Values are combined with `|`.
 enum class RowState : std::uint8_t {
     Plain = 0,
@@ -70,6 +18,7 @@ enum class RowState : std::uint8_t {
     Disabled = 2,
     Checked = 4,   ///< has a check mark, set after start-up
     Lockable = 8,  ///< disabled while a search or summary runs: would change the page or start another run
+    OfPage = 16,   ///< in a menu: disabled while the shared content window shows no page, as at the start
 };
 constexpr RowState operator|(RowState a, RowState b) {
     return RowState(std::uint8_t(a) | std::uint8_t(b));
@@ -78,17 +27,16 @@ constexpr bool has(RowState state, RowState part) {
     return (std::uint8_t(state) & std::uint8_t(part)) != 0;
 }
 
-/// A separator has no command; a spacer is a separator that takes the free room of its toolbar.
+/// A separator runs nothing; a spacer is a separator that takes the free room of its toolbar.
 struct CommandRow {
-    QStringView name;  ///< of the menu item or the button; empty for a plain separator
-    Command command = Command::None;
+    QStringView name;          ///< of the menu item or the button; empty for a plain separator
     QStringView caption = {};  ///< in a menu with its access key; of a button the tooltip
     QStringView key = {};      ///< "Ctrl+E", or several: "Ctrl++; Ctrl+="
     RowState state = RowState::Plain;
     void (*run)(ChildWindows&) = nullptr;
-    QStringView opens = {};  ///< of Command::OpenMenu: the pop-up menu, one of those above its own
+    QStringView opens = {};  ///< the pop-up menu, one of those above its own; such a row runs nothing
 
-    bool isSeparator() const { return command == Command::None; }
+    bool isSeparator() const { return !run && opens.empty(); }
 };
 
 struct CommandBar {
@@ -103,8 +51,8 @@ std::span<const CommandRow> toolbarRows();
 /// The menu bar, left to right, and the pop-up menus among them.
 std::span<const CommandBar> menuBars();
 
-/// The row of a command that has a button on Toolbar1.
-const CommandRow& toolbarRow(Command command);
+/// The row of a button on Toolbar1.
+const CommandRow& toolbarRow(QStringView button);
 
 /// Texts that the commands put on panel 1 of the status bar.
 namespace status {

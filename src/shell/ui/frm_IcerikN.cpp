@@ -62,26 +62,26 @@ frm_IcerikN::frm_IcerikN(Parts parts, int number)
 
 // Of the main toolbar's buttons those that are about a page, each about this window's.
 const frm_IcerikN::Button frm_IcerikN::Buttons[] = {
-    {Command::Cut, [](frm_IcerikN&) { platform::cutInFocus(); }},
-    {Command::Copy,
+    {button::Cut, [](frm_IcerikN&) { platform::cutInFocus(); }},
+    {button::Copy,
      [](frm_IcerikN& window) {
          window.wb_Icerik->setFocus();
          window.wb_Icerik->copy();
      }},
-    {Command::Paste, [](frm_IcerikN& window) { Q_EMIT window.notebookWanted(true); }},
-    {Command::None},
-    {Command::ShowNotebook, [](frm_IcerikN& window) { Q_EMIT window.notebookWanted(false); }},
-    {Command::None},
-    {Command::PrintDirectly,
+    {button::Paste, [](frm_IcerikN& window) { Q_EMIT window.notebookWanted(true); }},
+    {{}},
+    {button::Not, [](frm_IcerikN& window) { Q_EMIT window.notebookWanted(false); }},
+    {{}},
+    {button::Print,
      [](frm_IcerikN& window) {
          printDirectly(*window.wb_Icerik, window.parts_.printing, window.parts_.dialogs);
      }},
-    {Command::None, nullptr, true},
-    {Command::LargerType, [](frm_IcerikN& window) { window.ChangeFontSizeN(+1); }},
-    {Command::SmallerType, [](frm_IcerikN& window) { window.ChangeFontSizeN(-1); }},
-    {Command::None},
-    {Command::PreviousHit, [](frm_IcerikN& window) { window.hits_.UpperPos(); }},
-    {Command::NextHit, [](frm_IcerikN& window) { window.hits_.DownerPos(); }},
+    {{}, nullptr, true},
+    {button::Buyult, [](frm_IcerikN& window) { window.ChangeFontSizeN(+1); }},
+    {button::Kucult, [](frm_IcerikN& window) { window.ChangeFontSizeN(-1); }},
+    {{}},
+    {button::Up, [](frm_IcerikN& window) { window.hits_.UpperPos(); }},
+    {button::Down, [](frm_IcerikN& window) { window.hits_.DownerPos(); }},
 };
 
 void frm_IcerikN::buildToolbar() {
@@ -99,7 +99,7 @@ void frm_IcerikN::buildToolbar() {
 }
 
 void frm_IcerikN::addButton(const Button& button) {
-    const CommandRow& row = toolbarRow(button.command);
+    const CommandRow& row = toolbarRow(button.key);
     QAction* action = Toolbar1->addAction(platform::icon(row.name), row.caption.toString());
     action->setObjectName(row.name.toString());
     connect(action, &QAction::triggered, this, [this, &button] {

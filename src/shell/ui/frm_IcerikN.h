@@ -61,7 +61,7 @@ class frm_IcerikN : public platform::MdiChild {
   private:
     /// What a button does; without that it is a separator or the spacer.
     struct Button {
-        Command command;
+        QStringView key;
         void (*run)(frm_IcerikN&) = nullptr;
         bool isSpacer = false;
     };

@@ -26,6 +26,7 @@ void MainMenu::addRow(QMenu& menu, const CommandRow& row) {
     action->setCheckable(has(row.state, RowState::Checked));
     action->setChecked(action->isCheckable());
     action->setVisible(!has(row.state, RowState::Hidden));
+    action->setEnabled(!has(row.state, RowState::Disabled | RowState::OfPage));
     if (!row.key.empty()) action->setShortcuts(QKeySequence::listFromString(row.key.toString()));
     actions_.insert(row.name.toString(), action);
     if (!row.run) return;
