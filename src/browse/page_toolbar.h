@@ -9,8 +9,8 @@ namespace lirovan::browse {
 
 /// What the shared content window shows, as far as its commands are concerned.
 enum class ShownPage {
-    None,        ///< the start page, or the window is closed
-    Topic,       ///< also a page of the library that the reader went to by a link
+    None,        ///< the start page in its own view, or the window is closed
+    Topic,       ///< also a page that the reader went to by a link
     MarkedPage,  ///< a found topic with its hits
     Summary      ///< has no hits to step through
 };

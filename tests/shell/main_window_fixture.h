@@ -59,6 +59,7 @@ class MainWindowTest : public testing::Test {
         return find<QToolBar>(u"Toolbar1"_s)->findChild<QToolButton*>(key);
     }
     void press(const QString& key) const { button(key)->click(); }
+    /// As the menu does. A key is sent to QApplication::focusWidget(), once the window is active.
     void choose(const QString& item) const { find<QAction>(item)->trigger(); }
     QString status() const { return find<QLabel>(u"StatusBar1_1"_s)->text(); }
 
