@@ -77,9 +77,9 @@ class BookRun {
         qint64 bytes = 0;
         Cleaner cleaner(
             plan, pictures_,
-            [&](int entry, TopicText::Finished piece) {
+            [&](int entry, const TopicText::Finished& piece) {
                 bytes += piece.text.size();
-                book_->append(entry, std::move(piece));
+                book_->append(entry, piece);
             },
             [&](int note, TopicText::Finished text) {
                 bytes += text.text.size();
