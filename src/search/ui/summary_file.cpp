@@ -81,7 +81,7 @@ DocumentFormat documentFormat(QStringView suffix) {
                               : DocumentFormat::Html;
 }
 
-void saveSummaryOf(const data::Library& library, std::shared_ptr<const RunHits> run, int author,
+void saveSummaryOf(const data::Library& library, const std::shared_ptr<const RunHits>& run, int author,
                    platform::Dialogs& dialogs, QWidget* parent) {
     const QString path = dialogs.askSavePath(u"Özeti Kaydet"_s, u"Özet.pdf"_s, SummaryFilter.toString());
     if (path.isEmpty()) return;

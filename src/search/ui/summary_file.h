@@ -16,7 +16,7 @@ inline constexpr QStringView SummaryFilter = u"PDF (*.pdf);;Web sayfası (*.html
 
 /// Asks for a file, makes the summary of a run with a window that shows how far it is and can stop it, and
 /// writes it. `author` as in studySummary().
-void saveSummaryOf(const data::Library& library, std::shared_ptr<const RunHits> run, int author,
+void saveSummaryOf(const data::Library& library, const std::shared_ptr<const RunHits>& run, int author,
                    platform::Dialogs& dialogs, QWidget* parent);
 
 enum class DocumentFormat { Html, Pdf, Odt };

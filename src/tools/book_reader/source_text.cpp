@@ -347,7 +347,6 @@ bool hasEndlessElement(const QByteArray& markup) {
         const char c = markup[i];
         if (!inside) {
             inside = c == '<' && i + 1 < markup.size() && isNameByte(markup[i + 1]);
-            quote = last = 0;
             words = 0;
         } else if (quote) {
             if (c == quote) quote = 0;
