@@ -20,8 +20,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The page before has to let go within this time. What is left of two seconds is for a new process.
-constexpr auto ArrivalLimit = 1000ms;
+// The page before has to give a sign within the first time, and to let go within the second. What is left of
+// two seconds is for a new process.
+constexpr auto LeaveLimit = 400ms, ArrivalLimit = 1000ms;
 
 // A page that has come and by then has no time for a question, which may take this long, is covered by a
 // notice.
@@ -139,10 +140,16 @@ void WebView::load() {
     page_->expectNext();
     // There is nothing to let go of in a process that is only starting.
     if (page_->hasShown())
-        arrival_.start(ArrivalLimit);
+        arrival_.start(LeaveLimit);
     else
         arrival_.stop();
-    page_->runJavaScript(u"lirovan.leave()"_s, QWebEngineScript::ApplicationWorld);
+    const QPointer self(this);
+    const QPointer page(page_);
+    page_->runJavaScript(u"lirovan.leave()"_s, QWebEngineScript::ApplicationWorld,
+                         [self, page](const QVariant&) {
+                             if (self && page && page == self->page_ && self->arrival_.isActive())
+                                 self->arrival_.start(ArrivalLimit);
+                         });
     page_->setUrl(address());
     signs_.start(SignsLimit);
 }
