@@ -6,11 +6,13 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QScreen>
+#include <QThread>
 
 #include "browse/book_selector.h"
 #include "browse/book_tree.h"
 #include "desk/reader_file.h"
 #include "platform/core/own_pages.h"
+#include "platform/core/replaced_database.h"
 #include "platform/core/version.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/twips_pixels.h"
@@ -41,7 +43,7 @@ constexpr int FrameMs = 16;
 
 constexpr int CloseAgainMs = 20;
 
-constexpr std::chrono::milliseconds IdleAgain{500};
+constexpr std::chrono::milliseconds IdleAgain{500}, LookAtFile{1000};
 
 // Smaller than that, a 1366 × 768 screen at double scale could not show the window.
 constexpr QSize LeastSize{480, 320};
@@ -132,6 +134,7 @@ KitaplarMDI::KitaplarMDI(Services services) : services_(std::move(services)) {
     };
     new SideButtons(*this, [this](int step) { windows_->goInHistory(step); });
     new PaneKeys(*this, area_, frame_->toolBar());
+    connect(&fileTimer_, &QTimer::timeout, this, &KitaplarMDI::followFile);
 }
 
 KitaplarMDI::~KitaplarMDI() {
@@ -180,6 +183,7 @@ bool KitaplarMDI::load() {
     windows_->loadedBrowseWindow()->bookTree().setFocus();
     windows_->pageCommands().showPageCommands(browse::ShownPage::None);
     session_->begin();
+    fileTimer_.start(LookAtFile);
     loaded_ = true;
     return true;
 }
@@ -209,6 +213,19 @@ bool KitaplarMDI::openLibrary() {
     library_.useScript(platform::ownFragment());
     rememberLibrary(services_.registry, services_.folder.text());
     return true;
+}
+
+// Another library that was put in the place of this one is read instead, but not under a search, a dialog or
+// a click that waits for a page. One that cannot be opened is left alone until it can.
+void KitaplarMDI::followFile() {
+    if (QThread::currentThread()->loopLevel() > 1 || windows_->isBusy() ||
+        !platform::hasLostItsName(library_.database()))
+        return;
+    auto opened = data::Library::open(services_.folder);
+    if (!opened) return;
+    library_ = std::move(*opened);
+    library_.useScript(platform::ownFragment());
+    windows_->followLibrary();
 }
 
 void KitaplarMDI::startUpdateCheck() {

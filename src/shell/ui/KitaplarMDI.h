@@ -48,6 +48,7 @@ class KitaplarMDI : public QMainWindow {
 
     bool openLibrary();
     void fillSelector();
+    void followFile();
     void startUpdateCheck();
     void GetXMLCheckVers();
     void showMain();
@@ -62,7 +63,7 @@ class KitaplarMDI : public QMainWindow {
     std::unique_ptr<SessionKeeper> session_;
     std::unique_ptr<ManifestSource> manifest_;
     std::unique_ptr<UpdateCheck> updateCheck_;
-    QTimer tmrVersion;
+    QTimer tmrVersion, fileTimer_;
     bool loaded_ = false;
     bool sizedOnce_ = false;
     bool sizing_ = false;
