@@ -53,6 +53,23 @@ QString countText(const OutlineCount& count) {
                                                  number(count.pictures));
 }
 
+QStringList about(const platform::BookHead& head) {
+    // MARC relator codes.
+    static constexpr struct {
+        QStringView role, label;
+    } Others[] = {{u"trl", u"Çeviren"}, {u"edt", u"Hazırlayan"}, {u"ill", u"Resimleyen"}};
+    QStringList lines;
+    if (!head.subtitle.isEmpty()) lines << u"Alt başlık: %1"_s.arg(head.subtitle);
+    if (!head.series.isEmpty()) lines << u"Dizi: %1"_s.arg(head.series);
+    for (const auto& [role, label] : Others) {
+        QStringList names;
+        for (const platform::BookAuthor& author : head.authors)
+            if (author.role == role) names << author.name.simplified();
+        if (!names.isEmpty()) lines << label + u": "_s + names.join(u", "_s);
+    }
+    return lines;
+}
+
 QStringList remarks(const platform::BookContent& book) {
     QStringList lines;
     if (book.head().fromHeadings)

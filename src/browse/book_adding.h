@@ -43,6 +43,8 @@ QString countText(const OutlineCount& count);
 
 /// What the reader should know of the file besides: an outline made from headings, what was left out and why;
 /// a line each.
+/// What the source says of the book beside author and title, one line each.
+QStringList about(const platform::BookHead& head);
 QStringList remarks(const platform::BookContent& book);
 
 /// "Bu kitap kitaplıkta var: …" above the choice what to do.

@@ -13,7 +13,8 @@ inline QByteArray bookLine(const char* fields) {
 }
 inline QByteArray headLine(const QByteArray& title, const QByteArray& author, const QByteArray& identifier,
                            char digest = 'a') {
-    return "{\"tur\":\"kitap\",\"ad\":\"" + title + "\",\"yazarlar\":[{\"ad\":\"" + author +
+    return "{\"tur\":\"kitap\",\"ad\":\"" + title +
+           "\",\"altad\":\"\",\"dizi\":\"\",\"yazarlar\":[{\"ad\":\"" + author +
            "\",\"rol\":\"aut\"}],\"dil\":\"tr\",\"kimlik\":\"" + identifier + "\",\"ozet\":\"" +
            QByteArray(64, digest) + "\",\"bicim\":\"EPUB 3\",\"basliklardan\":false}\n";
 }

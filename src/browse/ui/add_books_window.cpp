@@ -45,6 +45,7 @@ AddBooksWindow::AddBooksWindow(const QStringList& paths, QString library, QWidge
       chooseFolder_(named(new QPushButton(u"K&lasör Seç..."_s), u"chooseFolder"_s)),
       author_(named(new QLineEdit, u"author"_s)),
       title_(named(new QLineEdit, u"title"_s)),
+      about_(named(new QLabel, u"about"_s)),
       present_(named(new QLabel, u"present"_s)),
       same_(named(new QComboBox, u"same"_s)),
       outline_(named(new QTreeWidget, u"outline"_s)),
@@ -118,7 +119,7 @@ QLayout* AddBooksWindow::preview() {
     outline_->setUniformRowHeights(true);
     same_->addItems({u"Olduğu gibi kalsın"_s, u"Yerine bu konsun"_s, u"Bu da yanına eklensin"_s});
     same_->setAccessibleName(u"Kitaplıkta olan kitap"_s);
-    for (QLabel* label : {present_, count_, remarks_, state_}) {
+    for (QLabel* label : {about_, present_, count_, remarks_, state_}) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
@@ -128,6 +129,7 @@ QLayout* AddBooksWindow::preview() {
     auto* layout = new QVBoxLayout;
     layout->setContentsMargins({});
     layout->addLayout(form);
+    layout->addWidget(about_);
     layout->addWidget(present_);
     layout->addWidget(same_);
     layout->addWidget(outline_, 1);
@@ -178,15 +180,13 @@ void AddBooksWindow::chooseFolder() {
 }
 
 void AddBooksWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (toAdd_.empty() && event->mimeData()->hasUrls()) event->acceptProposedAction();
+    if (toAdd_.empty() && !platform::draggedFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
 }
 
 void AddBooksWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    QStringList files;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile()) files << url.toLocalFile();
-    take(files);
+    take(platform::draggedFiles(*event->mimeData()));
 }
 
 // ---- Reading ----
@@ -301,6 +301,8 @@ void AddBooksWindow::showCandidate(int row) {
     author_->setText(readable ? shown->request.author : QString());
     title_->setText(readable ? shown->request.title : QString());
     for (QLineEdit* box : {author_, title_}) box->setEnabled(open);
+    about_->setText(readable ? about(shown->book->head()).join(u'\n') : QString());
+    about_->setVisible(!about_->text().isEmpty());
     present_->setText(readable && shown->present ? presentText(*shown->present) : QString());
     present_->setVisible(readable && shown->present);
     same_->setVisible(open && shown->present);

@@ -79,6 +79,7 @@ class AddBooksWindow : public QDialog {
     QPushButton* chooseFolder_;
     QLineEdit* author_;
     QLineEdit* title_;
+    QLabel* about_;
     QLabel* present_;
     QComboBox* same_;
     QTreeWidget* outline_;

@@ -35,6 +35,8 @@ void Lines::book(const Package& package, const QByteArray& hash, bool fromHeadin
                    JsonLine().text("ad", creator.name).text("rol", creator.role).finish();
     write(line(platform::BookLineBook)
               .text("ad", package.title)
+              .text("altad", package.subtitle)
+              .text("dizi", package.series)
               .raw("yazarlar", '[' + authors + ']')
               .text("dil", package.language)
               .text("kimlik", package.identifier)

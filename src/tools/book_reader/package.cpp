@@ -120,12 +120,22 @@ class PackageReader {
     void meta(quint32 i) {
         const std::string_view property = markup_.attribute(i, "property");
         const QString refined = text(markup_.attribute(i, "refines")).mid(1);
-        if (property == "title-type")
-            titleTypes_.insert(refined, markup_.simplifiedText(i));
-        else if (property == "role")
-            roles_.insert(refined, markup_.simplifiedText(i));
-        else if (saysFixedLayout(i, property))
+        const std::string_view name = markup_.attribute(i, "name");
+        if (saysFixedLayout(i, property))
             package_.fixedLayout = true;
+        else if (property == "belongs-to-collection")
+            collections_.push_back({text(markup_.attribute(i, "id")), markup_.simplifiedText(i)});
+        else if (!refined.isEmpty())
+            refinements_.insert({refined, text(property)}, markup_.simplifiedText(i));
+        // What book managers write for EPUB 2, each under its own prefix.
+        else if (name.ends_with(":series"))
+            series_ = text(markup_.attribute(i, "content")).simplified();
+        else if (name.ends_with(":series_index"))
+            seriesPlace_ = text(markup_.attribute(i, "content")).simplified();
+    }
+
+    QString refinement(const QString& id, const char* property) const {
+        return refinements_.value({id, QString::fromLatin1(property)});
     }
 
     QString fileOf(const QString& href) const {
@@ -146,11 +156,22 @@ class PackageReader {
 
     void metadata() {
         for (const auto& [id, title] : titles_)
-            if (package_.title.isEmpty() || titleTypes_.value(id) == u"main") package_.title = title;
+            if (package_.title.isEmpty() || refinement(id, "title-type") == u"main") package_.title = title;
+        for (const auto& [id, title] : titles_)
+            if (refinement(id, "title-type") == u"subtitle" && title != package_.title)
+                package_.subtitle = title;
         for (auto& [id, creator] : creators_) {
-            if (creator.role.isEmpty()) creator.role = roles_.value(id);
+            if (creator.role.isEmpty()) creator.role = refinement(id, "role");
             if (!creator.name.isEmpty()) package_.creators.push_back(creator);
         }
+        for (const auto& [id, name] : collections_)
+            if (series_.isEmpty() && refinement(id, "collection-type") != u"set") {
+                series_ = name;
+                seriesPlace_ = refinement(id, "group-position");
+            }
+        if (seriesPlace_.endsWith(u".0")) seriesPlace_.chop(2);
+        package_.series =
+            series_.isEmpty() || seriesPlace_.isEmpty() ? series_ : series_ + u", " + seriesPlace_;
     }
 
     Result<void> readingOrder() {
@@ -158,7 +179,7 @@ class PackageReader {
             const auto found = items_.constFind(id);
             if (found == items_.cend() || !files_.has(found->name))
                 return Error{u"Kitap eksik: okuma sırasındaki “%1” dosyada yok."_s.arg(
-                    (found == items_.cend() ? id : found->name).left(100))};
+                    (found == items_.cend() || found->name.isEmpty() ? id : found->name).left(100))};
             Item item = *found;
             for (int step = 0; !isDocument(item.type) && !item.fallback.isEmpty() && step < 8; ++step)
                 item = items_.value(item.fallback);
@@ -200,7 +221,9 @@ class PackageReader {
     Package package_;
     std::vector<std::pair<QString, QString>> titles_;
     std::vector<std::pair<QString, Creator>> creators_;
-    QHash<QString, QString> titleTypes_, roles_;
+    std::vector<std::pair<QString, QString>> collections_;
+    QHash<std::pair<QString, QString>, QString> refinements_;  // by id and property
+    QString series_, seriesPlace_;
     QHash<QString, Item> items_;
     QStringList spine_;
     QSet<QString> seen_;

@@ -27,7 +27,8 @@ struct ContentsEntry {
 };
 
 struct Package {
-    QString title, language, identifier, format;
+    QString title, subtitle, language, identifier, format;
+    QString series;  ///< with the place in it, where one is given: "Kıyı Kitapları, 2"
     std::vector<Creator> creators;
     QStringList documents;  ///< in reading order, each once, without the navigation document
     QStringList covers;     ///< documents that call themselves the cover

@@ -118,6 +118,37 @@ TEST_F(BookOutline, NotesStandAtTheEndOfTheTopicThatRefersToThem) {
     }
 }
 
+TEST_F(BookOutline, TheBookSaysItsSeriesAndWhoMadeIt) {
+    const QByteArray refine = "<meta refines=\"#%1\" property=\"%2\">%3</meta>";
+    const auto refined = [&](const char* id, const char* property, const char* value) {
+        return QByteArray(refine).replace("%1", id).replace("%2", property).replace("%3", value);
+    };
+    const QByteArray series = "<meta property=\"belongs-to-collection\" id=\"d\">Kıyı Kitapları</meta>";
+    const struct {
+        QByteArray metadata;
+        const char *title, *subtitle, *series;
+    } cases[] = {
+        {"<dc:title>Deniz</dc:title>", "Deniz", "", ""},
+        {"<dc:title id=\"a\">Bir yaz</dc:title><dc:title id=\"b\">Deniz</dc:title>" +
+             refined("a", "title-type", "subtitle") + refined("b", "title-type", "main"),
+         "Deniz", "Bir yaz", ""},
+        {series, "k", "", "Kıyı Kitapları"},
+        {series + refined("d", "group-position", "2") + refined("d", "collection-type", "series"), "k", "",
+         "Kıyı Kitapları, 2"},
+        {series + refined("d", "collection-type", "set"), "k", "", ""},
+        {"<meta name=\"x:series\" content=\"Göl\"/><meta name=\"x:series_index\" content=\"3.0\"/>", "k", "",
+         "Göl, 3"},
+    };
+    for (const auto& one : cases) {
+        Epub book{{{"a.xhtml", "<p>söz</p>"}}};
+        book.metadata = one.metadata;
+        const ReaderRun run = read(book);
+        EXPECT_EQ(run.book("ad"), one.title) << one.metadata.toStdString();
+        EXPECT_EQ(run.book("altad"), one.subtitle) << one.metadata.toStdString();
+        EXPECT_EQ(run.book("dizi"), one.series) << one.metadata.toStdString();
+    }
+}
+
 TEST_F(BookOutline, PicturesAreHandedOverOnceAndDrawingsWithoutScripts) {
     const QByteArray png = "\x89PNG\r\n\x1a\n....";
     const Epub book{{{"kapak.xhtml", "<img src=\"k.png\"/>"},

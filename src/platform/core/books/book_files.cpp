@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
 #include <algorithm>
 
 #include "text/comparison.h"
@@ -42,6 +44,13 @@ QStringList bookFiles(const QStringList& paths) {
         for (const QString& name : names)
             if (isBookFile(name)) files += QDir(path).filePath(name);
     }
+    return files;
+}
+
+QStringList draggedFiles(const QMimeData& dragged) {
+    QStringList files;
+    for (const QUrl& url : dragged.urls())
+        if (url.isLocalFile()) files << url.toLocalFile();
     return files;
 }
 

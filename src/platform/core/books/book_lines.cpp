@@ -75,6 +75,8 @@ class Fields {
 BookHead head(Fields& fields) {
     BookHead book;
     book.title = fields.line("ad"_L1);
+    book.subtitle = fields.line("altad"_L1);
+    book.series = fields.line("dizi"_L1);
     const QJsonArray authors = fields.list("yazarlar"_L1);
     if (authors.size() > MostAuthors) fields.fail("yazarlar"_L1);
     for (const QJsonValue value : authors) {

@@ -19,7 +19,7 @@ struct BookAuthor {
 };
 /// What the source says of the book.
 struct BookHead {
-    QString title;
+    QString title, subtitle, series;
     std::vector<BookAuthor> authors;
     QString language, identifier, digest, format;
     bool fromHeadings = false;

@@ -3,8 +3,9 @@
 // started it believes none of them before it has checked them.
 //
 //     {"tur":"ilerleme","yapilan":3,"toplam":40}             any time; toplam 0: not known yet
-//     {"tur":"kitap","ad":"…","yazarlar":[{"ad":"…","rol":"aut"}],"dil":"tr","kimlik":"urn:…",
-//      "ozet":"<64 hex digits>","bicim":"EPUB 3","basliklardan":false}      before pictures and topics
+//     {"tur":"kitap","ad":"…","altad":"…","dizi":"…, 2","yazarlar":[{"ad":"…","rol":"aut"}],
+//      "dil":"tr","kimlik":"urn:…","ozet":"<64 hex digits>","bicim":"EPUB 3","basliklardan":false} before
+//      pictures and topics
 //     {"tur":"resim","no":0,"ad":"fig1.png","bicim":"image/png","veri":"<base64>"}   before its topic
 //     {"tur":"konu","no":0,"ust":-1,"derinlik":0,"baslik":"Giriş","metin":"<P>…</P>","sozcuk":123}
 //     {"tur":"atlanan","ad":"kapak.xhtml","neden":"kapak"}   any time: left out, and why (Turkish)
