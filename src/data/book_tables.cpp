@@ -15,23 +15,31 @@ using platform::Statement;
 
 namespace {
 
+struct Column {
+    QStringView name, type;
+};
+
 struct BookTable {
     QStringView name;
-    QStringView columns;  // as the statement that makes it has them
-    std::initializer_list<QStringView> names;
+    std::initializer_list<Column> columns;
     QStringView index;
 };
 
+constexpr QStringView Number = u"INTEGER", Key = u"INTEGER PRIMARY KEY", Bytes = u"BLOB", Text = u"TEXT";
+
 const BookTable Tables[] = {
     {PictureTable,
-     u"ResimID INTEGER PRIMARY KEY, KitapID INTEGER, ResimAdi TEXT, Bicim TEXT, Resim BLOB",
-     {u"ResimID", u"KitapID", u"ResimAdi", u"Bicim", u"Resim"},
+     {{u"ResimID", Key}, {u"KitapID", Number}, {u"ResimAdi", Text}, {u"Bicim", Text}, {u"Resim", Bytes}},
      u"CREATE INDEX IF NOT EXISTS ix_Resim ON tbl_Resim(KitapID)"},
     {SourceTable,
-     u"KitapID INTEGER PRIMARY KEY, Kimlik TEXT, Ozet TEXT, Bicim TEXT, Dosya TEXT, Tarih TEXT",
-     {u"KitapID", u"Kimlik", u"Ozet", u"Bicim", u"Dosya", u"Tarih"},
+     {{u"KitapID", Key},
+      {u"Kimlik", Text},
+      {u"Ozet", Text},
+      {u"Bicim", Text},
+      {u"Dosya", Text},
+      {u"Tarih", Text}},
      u""},
-    {CounterTable, u"Tablo TEXT PRIMARY KEY, Numara INTEGER", {u"Tablo", u"Numara"}, u""},
+    {CounterTable, {{u"Tablo", u"TEXT PRIMARY KEY"}, {u"Numara", Number}}, u""},
 };
 
 // Where the ids of a kind stand.
@@ -71,17 +79,19 @@ Result<bool> hasBookTables(const Database& database) {
         if (!*found) continue;
         const Result<Statement> rows = database.prepare(u"SELECT * FROM "_s + table.name.toString());
         if (!rows) return rows.error();
-        for (const QStringView name : table.names)
-            if (rows->column(name) < 0)
-                return Error{u"Dosyadaki %1 tablosunda %2 sütunu yok."_s.arg(table.name, name)};
+        for (const Column& column : table.columns)
+            if (rows->column(column.name) < 0)
+                return Error{u"Dosyadaki %1 tablosunda %2 sütunu yok."_s.arg(table.name, column.name)};
     }
     return all;
 }
 
 Result<void> makeBookTables(const Database& database) {
     for (const BookTable& table : Tables) {
+        QStringList columns;
+        for (const Column& column : table.columns) columns += u"%1 %2"_s.arg(column.name, column.type);
         const Result<void> made = database.execute(
-            u"CREATE TABLE IF NOT EXISTS %1 (%2);%3"_s.arg(table.name, table.columns, table.index));
+            u"CREATE TABLE IF NOT EXISTS %1 (%2);%3"_s.arg(table.name, columns.join(u", "_s), table.index));
         if (!made) return made;
     }
     return {};
@@ -89,33 +99,33 @@ Result<void> makeBookTables(const Database& database) {
 
 namespace {
 
-Result<void> copyValue(const Statement& row, int column, Statement& into) {
+Result<void> copyValue(const Statement& row, int column, QStringView type, Statement& into) {
     if (row.isNull(column)) return {};  // a parameter without a value is null
-    if (row.columnName(column) == u"Resim") return into.bindBytes(column + 1, row.bytes(column));
-    const QString name = row.columnName(column);
-    const bool isNumber = name == u"ResimID" || name == u"KitapID" || name == u"Numara";
-    return isNumber ? into.bind(column + 1, row.integer(column))
-                    : into.bind(column + 1, QStringView(row.text(column)));
+    if (type == Bytes) return into.bindBytes(column + 1, row.bytes(column));
+    if (type == Number || type == Key) return into.bind(column + 1, row.integer(column));
+    return into.bind(column + 1, QStringView(row.text(column)));
 }
 
 Result<void> copyRows(const BookTable& table, const Database& from, const Database& into) {
     QStringList names, places;
-    for (const QStringView name : table.names) {
-        names += name.toString();
+    for (const Column& column : table.columns) {
+        names += column.name.toString();
         places += u"?"_s;
     }
     const QString columns = names.join(u", "_s);
     const QString insertion =
         u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, columns, places.join(u", "_s));
-    return forEachRow(from, u"SELECT %1 FROM %2"_s.arg(columns, table.name),
-                      [&](const Statement& row) -> Result<void> {
-                          Result<Statement> insert = into.prepare(insertion);
-                          if (!insert) return insert.error();
-                          for (int i = 0; i < names.size(); ++i)
-                              if (const Result<void> bound = copyValue(row, i, *insert); !bound) return bound;
-                          const Result<platform::Step> step = insert->step();
-                          return step ? Result<void>() : Result<void>(step.error());
-                      });
+    return forEachRow(
+        from, u"SELECT %1 FROM %2"_s.arg(columns, table.name), [&](const Statement& row) -> Result<void> {
+            Result<Statement> insert = into.prepare(insertion);
+            if (!insert) return insert.error();
+            int i = 0;
+            for (const Column& column : table.columns)
+                if (const Result<void> bound = copyValue(row, i++, column.type, *insert); !bound)
+                    return bound;
+            const Result<platform::Step> step = insert->step();
+            return step ? Result<void>() : Result<void>(step.error());
+        });
 }
 
 }  // namespace
