@@ -277,6 +277,11 @@
     content.append(range.cloneContents());
     for (const idle of content.querySelectorAll('script, style, input[name^="ggggittt"], a[name^="ggggittt"]'))
       idle.remove();
+    // What the page shows only now and then, as a menu of its own.
+    for (const named of content.querySelectorAll('[id]')) {
+      const shown = getElementById(attribute(named, 'id'));
+      if (shown && getComputedStyle(shown).display === 'none') named.remove();
+    }
     // The frame of the page, a table in a table, is left behind; rows that are selected keep their table.
     let within = range.commonAncestorContainer;
     let inRows = nodeType(within) === Node.ELEMENT_NODE && ROWS.has(tagName(within));

@@ -75,6 +75,8 @@ CharFormat fromCharFormat(const QTextCharFormat& format, const QFont& otherwise)
     if (format.isAnchor()) made.link = cleanLink(format.anchorHref());
     // Paper, not a marker pen.
     if (made.background == Rgb{255, 255, 255}) made.background.reset();
+    // Letters of a page's dark head; a cell's colour does not come along.
+    if (made.color == Rgb{255, 255, 255} && !made.background) made.color.reset();
     return made;
 }
 
@@ -115,7 +117,9 @@ class Walker {
     Walker(const QTextDocument& document, int begin, int end)
         : font_(document.defaultFont()), begin_(begin), end_(end) {}
 
-    void walk(const QTextFrame& frame) {
+    /// A frame, or a cell that stands for one.
+    template <class Frame>
+    void walk(const Frame& frame) {
         for (auto it = frame.begin(); it != frame.end(); ++it) {
             if (const auto* table = qobject_cast<const QTextTable*>(it.currentFrame()))
                 walkTable(*table);
@@ -158,9 +162,14 @@ class Walker {
         return known->second;
     }
 
-    // A row becomes a paragraph. A cell that spans several places is met once at its own.
+    // A row becomes a paragraph. A cell that spans several places is met once at its own. A single column is
+    // the frame of a page rather than a table: what stands in it keeps its paragraphs.
     void walkTable(const QTextTable& table) {
         for (int row = 0; row < table.rows(); ++row) {
+            if (table.columns() == 1) {
+                walk(table.cellAt(row, 0));
+                continue;
+            }
             bool first = true;
             for (int column = 0; column < table.columns(); ++column) {
                 const QTextTableCell cell = table.cellAt(row, column);

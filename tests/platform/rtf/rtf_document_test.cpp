@@ -73,6 +73,7 @@ TEST(RtfDocument, ReadsPassagesOfPages) {
     const std::pair<QString, QStringView> cases[] = {
         {u"<ul><li>a<li>b</ul><ol><li>c<li>d</ol>"_s, u"•\ta\n•\tb\n1.\tc\n2.\td"},
         {u"x<table><tr><td>a<td>b<tr><td colspan=2>c<p>d</table>y"_s, u"x\na\tb\nc d\ny"},
+        {u"<table><tr><td><table><tr><td>a<td>b</table><tr><td><h2>c</h2><p>d</table>"_s, u"a\tb\nc\nd"},
         {u"a<img src='file:///etc/hostname'>b<script>c</script>&lt;&amp;"_s, u"ab<&"},
         {u""_s, u""},
     };

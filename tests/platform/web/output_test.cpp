@@ -17,9 +17,11 @@ struct OutputTest : WebTest {
     void SetUp() override {
         WebTest::SetUp();
         QGuiApplication::clipboard()->setText(u"eski"_s);
-        show(topicPage(u"BAŞLIK"_s, u"önce <p id=p>Bir <b>koyu "_s + hit(0, u"çığ"_s) +
-                                        u"</b> <i>eğik</i> <script>1</script>&lt;son&gt;</p>"
-                                        "<table id=t><tr><td>a<td>b<tr><td>c<td>d</table> sonra"_s));
+        show(topicPage(
+            u"BAŞLIK"_s,
+            u"önce <p id=p>Bir <b>koyu "_s + hit(0, u"çığ"_s) +
+                u"</b> <i>eğik</i> <script>1</script>&lt;son&gt;</p>"
+                "<table id=t><tr><td>a<td>b<tr><td>c<td>d</table><div id=menü style=display:none>MENÜ</div> sonra"_s));
     }
     void select(const QString& what) {
         inPage(u"getSelection().selectAllChildren(%1), 1"_s.arg(what));
@@ -60,6 +62,11 @@ TEST_F(OutputTest, CopiesTheSelectionAsTextHtmlAndRtf) {
     const QByteArray rtf = rtfIn(clipboard()).value_or(QByteArray());
     EXPECT_TRUE(rtf.startsWith("{\\rtf1") && rtf.contains("\\b") && rtf.contains("\\i")) << rtf.toStdString();
     EXPECT_TRUE(clipboardHasText());
+
+    select(u"document.body"_s);
+    view->copy();
+    EXPECT_TRUE(clipboard().html().contains(u"sonra"));
+    EXPECT_FALSE(clipboard().html().contains(u"MENÜ")) << "what the page does not show";
 
     QGuiApplication::clipboard()->clear();
     QTest::keyClick(input(), Qt::Key_C, Qt::ControlModifier);
