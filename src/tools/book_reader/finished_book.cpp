@@ -144,8 +144,10 @@ void FinishedBook::nameTopics() {
     for (const Part& part : parts_) {
         QString title = part.entry.title;
         if (part.isTopic && part.entry.parent >= 0 && count.value(text::folded(title)) > 1) {
-            const QString& parent = parts_[static_cast<size_t>(part.entry.parent)].entry.title;
-            if (text::folded(parent) != text::folded(title)) title = parent + u" – "_s + title;
+            const auto parent = static_cast<size_t>(part.entry.parent);
+            // The parent's may be shared as well, and has that of its own parent by now.
+            if (text::folded(parts_[parent].entry.title) != text::folded(title))
+                title = titles[parent] + u" – "_s + title;
         }
         titles.push_back(title);
     }

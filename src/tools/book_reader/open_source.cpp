@@ -16,6 +16,8 @@ namespace lirovan::book_reader {
 using namespace Qt::StringLiterals;
 namespace {
 
+constexpr qsizetype MostNuls = 1000;  // a text has no more than one in so many bytes
+
 Error unknown() {
     return {
         u"Bu dosya türü tanınmıyor; EPUB, HTML, Markdown, düz metin, DOCX, ODT, FB2 ve RTF eklenebilir."_s};
@@ -78,6 +80,9 @@ Result<Source> openHtml(const QString& folder, const QString& name, bool withLin
 Result<Source> openPlain(const QString& path, PlainBook (*read)(const QByteArray&), const char* format) {
     const Result<QByteArray> bytes = readWhole(path);
     if (!bytes) return bytes.error();
+    const bool isWide = bytes->startsWith("\xFF\xFE") || bytes->startsWith("\xFE\xFF");
+    if (!isWide && bytes->count('\0') > bytes->size() / MostNuls)
+        return Error{u"Dosyadaki baytlar metin değil."_s};
     PlainBook book = read(*bytes);
     Source source = singleDocument(u"metin.html"_s, std::move(book.html), openFolder(QFileInfo(path).path()));
     source.package.title = book.title;
@@ -182,7 +187,8 @@ Result<Source> openFile(const QString& path) {
     if (endsWith(name, {".odt"})) return openForeign(path, "odt", "ODT");
     if (head.startsWith("PK") || endsWith(name, {".epub"})) return openEpub(path);
     if (endsWith(name, {".fb2"})) return openForeign(path, "fb2", "FB2");
-    if (endsWith(name, {".rtf"}) || head.startsWith("{\\rtf")) return openForeign(path, "rtf", "RTF");
+    if (head.contains("{\\rtf")) return openForeign(path, "rtf", "RTF");
+    if (endsWith(name, {".rtf"})) return Error{u"Bu bir RTF belgesi değil."_s};
     if (endsWith(name, {".html", ".htm", ".xhtml"})) return openHtml(info.path(), name, false);
     if (endsWith(name, {".md", ".markdown"})) return openPlain(path, fromMarkdown, "Markdown");
     if (endsWith(name, {".txt", ".text"})) return openPlain(path, fromPlainText, "Metin");

@@ -1,7 +1,8 @@
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryFile>
+#include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
@@ -22,22 +23,23 @@ constexpr int Poll = 200;
 }  // namespace
 
 Result<QByteArray> throughPandoc(const QString& path, const QString& format) {
-    // It takes no code page and loses the letter behind some characters.
-    QTemporaryFile rewritten;
+    // It takes no code page and loses the letter behind some characters. The name stays: it is what pandoc
+    // makes the title of a document without one.
+    const QTemporaryDir folder;
+    const QString rewritten = folder.filePath(QFileInfo(path).fileName());
     QString input = path;
     if (format == u"rtf") {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly)) return Error{u"Dosya açılamıyor: %1"_s.arg(file.errorString())};
         if (file.size() > 3 * MaximalDocumentBytes) return Error{u"Belge çok büyük."_s};
         const QByteArray plain = plainRtf(file.readAll());
-        if (!rewritten.open() || rewritten.write(plain) != plain.size() || !rewritten.flush())
+        QFile into(rewritten);
+        if (!into.open(QIODevice::WriteOnly) || into.write(plain) != plain.size() || !into.flush())
             return Error{u"Geçici dosya yazılamıyor."_s};
-        input = rewritten.fileName();
+        input = rewritten;
     } else if (format == u"odt") {
-        if (!rewritten.open()) return Error{u"Geçici dosya yazılamıyor."_s};
-        if (const Result<void> plain = writePlainOdt(path, rewritten.fileName()); !plain)
-            return plain.error();
-        input = rewritten.fileName();
+        if (const Result<void> plain = writePlainOdt(path, rewritten); !plain) return plain.error();
+        input = rewritten;
     } else if (format == u"docx") {
         if (const auto files = openZip(path); !files)
             return files.error();  // traps are told before they open

@@ -84,6 +84,7 @@ TEST_F(Adding, WordsOfTableHeadsComeThroughPandoc) {
         const QString file = path(u"a."_s + format);
         ASSERT_EQ(QProcess::execute(u"pandoc"_s, {u"-s"_s, source, u"-o"_s, file}), 0);
         const ReaderRun run = readBook(file);
+        EXPECT_EQ(run.book("ad"), "a") << "the file's name, not that of a temporary one";
         for (const char* word : {"Maltaşı", "Yerköy", "Kâğıt", "İzmit"})
             EXPECT_NE(run.topics().find(word), std::string::npos) << format.toStdString() << ' ' << word;
     }

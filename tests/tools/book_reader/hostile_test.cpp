@@ -66,14 +66,29 @@ TEST_F(HostileBooks, GetASentence) {
     for (const auto& one : cases)
         EXPECT_NE(failure(one.files).find(one.part), std::string::npos)
             << one.part << " / " << failure(one.files);
-    // What only covers fonts is free.
-    EXPECT_EQ(
-        readBook(
-            writeZip(path(), with(ok, {"META-INF/encryption.xml",
-                                       "<encryption><EncryptionMethod "
-                                       "Algorithm=\"http://www.idpf.org/2008/embedding\"/></encryption>"})))
-            .status,
-        0);
+}
+
+TEST_F(HostileBooks, OnlyWhatCoversFontsIsFree) {
+    const struct {
+        const char* algorithms;
+        int status;
+    } cases[] = {
+        {"http://www.idpf.org/2008/embedding", 0},
+        {"http://ns.adobe.com/pdf/enc#RC", 0},
+        {"http://www.idpf.org/2008/embedding http://www.w3.org/2001/04/xmlenc#aes128-cbc", 1},
+        {"http://www.w3.org/2001/04/xmlenc#kw-aes128", 1},
+    };
+    for (const auto& one : cases) {
+        QByteArray parts;
+        for (const QByteArray& algorithm : QByteArray(one.algorithms).split(' '))
+            parts +=
+                "<e:EncryptedData><e:EncryptionMethod Algorithm=\"" + algorithm + "\"/></e:EncryptedData>";
+        const auto files =
+            with(entries(good()),
+                 {"META-INF/encryption.xml",
+                  "<encryption xmlns:e=\"http://www.w3.org/2001/04/xmlenc#\">" + parts + "</encryption>"});
+        EXPECT_EQ(readBook(writeZip(path(), files)).status, one.status) << one.algorithms;
+    }
 }
 
 TEST_F(HostileBooks, NestingThatRealPagesHaveLosesNoText) {
@@ -99,6 +114,9 @@ TEST_F(HostileBooks, DamagedFilesAreToldApartFromBooks) {
     EXPECT_EQ(readBook(writeFile(path(), wrong)).status, 1);
     EXPECT_EQ(failure(readBook(writeFile(path("bos.epub"), {}))), "Dosya boş.");
     EXPECT_EQ(failure(readBook(path("yok.epub"))), "Dosya yok.");
+    EXPECT_EQ(failure(readBook(writeFile(path("resim.txt"), "\x89PNG\r\n\x1a\n" + QByteArray(40, '\0')))),
+              "Dosyadaki baytlar metin değil.");
+    EXPECT_EQ(failure(readBook(writeFile(path("resim.rtf"), "\x89PNG"))), "Bu bir RTF belgesi değil.");
     EXPECT_NE(failure(readBook(writeFile(path("a.bin"), "x"))).find("tanınmıyor"), std::string::npos);
     EXPECT_EQ(failure(readBook(folder_.path())), "Klasörde index.html yok.");
 }
