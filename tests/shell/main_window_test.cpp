@@ -296,6 +296,22 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
     }
 }
 
+TEST_F(MainWindowTest, ShowsWhatAnotherProgramAddedWhenTheReaderComesBack) {
+    ASSERT_TRUE(start());
+    const auto added = [this] { return match(books(), Qt::DisplayRole, u"Sonradan"_s, Qt::MatchExactly); };
+    const auto other = platform::Database::open(file.path(), platform::OpenMode::ReadWrite);
+    ASSERT_TRUE(
+        other->execute(u"INSERT INTO tbl_Kitaplar (KitapID, KitapAdi, YazarID, KitapSiraID) "
+                       u"SELECT 1001, 'Sonradan', min(YazarID), 9 FROM tbl_Yazar"));
+    EXPECT_FALSE(added().isValid());
+    QWidget elsewhere;
+    elsewhere.show();
+    elsewhere.activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return elsewhere.isActiveWindow(); }));
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return added().isValid(); }));
+}
+
 TEST_F(MainWindowTest, SearchesColoursTheHitsAndCarriesThemIntoAnExtraWindow) {
     for (int topic = 901; topic <= 903; ++topic)
         file.topic(topic, 1, u"Kuyu %1"_s.arg(1804 - topic), u"<P>bir kuyu, iki kuyu</P>"_s.repeated(40), 1);

@@ -11,6 +11,7 @@
 #include "browse/book_selector.h"
 #include "browse/book_tree.h"
 #include "desk/reader_file.h"
+#include "platform/core/books/book_files.h"
 #include "platform/core/own_pages.h"
 #include "platform/core/replaced_database.h"
 #include "platform/core/version.h"
@@ -47,13 +48,6 @@ constexpr std::chrono::milliseconds IdleAgain{500}, LookAtFile{1000};
 
 // Smaller than that, a 1366 × 768 screen at double scale could not show the window.
 constexpr QSize LeastSize{480, 320};
-
-QStringList droppedFiles(const QDropEvent& event) {
-    QStringList files;
-    for (const QUrl& url : event.mimeData()->urls())
-        if (url.isLocalFile()) files << url.toLocalFile();
-    return files;
-}
 
 /// The splash window's lines. Titles fly past: what no screen could show is not put there.
 browse::TreeProgress splashProgress(frmGiris& splash) {
@@ -280,6 +274,7 @@ void KitaplarMDI::resizeEvent(QResizeEvent* event) {
 void KitaplarMDI::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange) sizeChanged();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && windows_) windows_->followOthers();
     if (event->type() == QEvent::PaletteChange) area_.setBackground(palette().brush(QPalette::Dark));
 }
 
@@ -303,13 +298,15 @@ void KitaplarMDI::sizeChanged() {
 }
 
 void KitaplarMDI::dragEnterEvent(QDragEnterEvent* event) {
-    if (!windows_->isBusy() && !droppedFiles(*event).isEmpty()) event->acceptProposedAction();
+    if (!windows_->isBusy() && !platform::draggedFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
 }
 
 void KitaplarMDI::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // The window that was dragged from waits for an answer.
-    QTimer::singleShot(0, this, [this, files = droppedFiles(*event)] { windows_->addBooks(files); });
+    QTimer::singleShot(
+        0, this, [this, files = platform::draggedFiles(*event->mimeData())] { windows_->addBooks(files); });
 }
 
 void KitaplarMDI::closeEvent(QCloseEvent* event) {

@@ -68,7 +68,9 @@ ChildWindows::ChildWindows(QMdiArea& area, platform::MainFrame& frame, const dat
                     const auto ensured = ensureLayout(path, platform::LayoutKind::Notes, area.window());
                     if (!ensured) return ensured.error();
                     return {};
-                }) {
+                }),
+      changes_(library) {
+    (void)changes_.any();
     history_.shown({});
     looks_ = std::make_unique<PageLooks>(frame, services.registry);
     restoreZoom();
@@ -95,7 +97,12 @@ ChildWindows::~ChildWindows() {
 void ChildWindows::followLibrary() {
     if (browse_) browse_->reload();
     if (services_.engine) chooseFirstPage();
+    (void)changes_.any();
     Q_EMIT libraryChanged();
+}
+
+void ChildWindows::followOthers() {
+    if (library_.database().isOpen() && !isBusy() && changes_.any()) followLibrary();
 }
 
 frm_Arama& ChildWindows::browseWindow() {

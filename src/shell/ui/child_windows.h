@@ -17,6 +17,7 @@
 #include "desk/history.h"
 #include "desk/session.h"
 #include "notes/ui/notebook.h"
+#include "search/matching/library_changes.h"
 #include "search/pages/hit_positions.h"
 #include "search/ui/search_tab.h"
 #include "search/ui/words_strip.h"
@@ -119,6 +120,7 @@ class ChildWindows : public QObject {
     /// A link: opens the topic as a click in the book tree does, at a place of its page.
     void openTopic(data::TopicId topic, const QString& place);
     void followLibrary();  ///< books came or went: tree and selector show it
+    void followOthers();   ///< the same, where another program changed the library
     void showHelp();
     void showAbout();
     void quit();
@@ -210,6 +212,7 @@ class ChildWindows : public QObject {
         restoredBrowseWidth_;  ///< of the session, in the place of the laid-down one
     std::optional<platform::Twips> closedBrowseWidth_;
     bool startsEmpty_ = false;
+    search::LibraryChanges changes_;
 };
 
 }  // namespace lirovan::shell
