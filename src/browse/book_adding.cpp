@@ -65,7 +65,7 @@ QStringList about(const platform::BookHead& head) {
         QStringList names;
         for (const platform::BookAuthor& author : head.authors)
             if (author.role == role) names << author.name.simplified();
-        if (!names.isEmpty()) lines << label + u": "_s + names.join(u", "_s);
+        if (!names.isEmpty()) lines << u"%1: %2"_s.arg(label, names.join(u", "_s));
     }
     return lines;
 }

@@ -171,7 +171,7 @@ class PackageReader {
             }
         if (seriesPlace_.endsWith(u".0")) seriesPlace_.chop(2);
         package_.series =
-            series_.isEmpty() || seriesPlace_.isEmpty() ? series_ : series_ + u", " + seriesPlace_;
+            series_.isEmpty() || seriesPlace_.isEmpty() ? series_ : series_ + u", "_s + seriesPlace_;
     }
 
     Result<void> readingOrder() {
