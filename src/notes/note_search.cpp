@@ -1,6 +1,7 @@
 #include "notes/note_search.h"
 
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 #include <atomic>
 #include <thread>
@@ -34,8 +35,12 @@ using Forms = QHash<QString, QStringList>;  // by what is written, folded
 // The circumflex forms in the notes, as a library's table has them.
 Forms circumflexForms(const std::vector<SearchableNote>& notes) {
     Forms forms;
+    QSet<QStringView> seen;
     for (const SearchableNote& note : notes)
         for (const text::WordVariant& variant : note.variants) {
+            const qsizetype before = seen.size();
+            seen.insert(variant.textForm);
+            if (seen.size() == before) continue;
             QStringList& known = forms[text::folded(variant.written)];
             const QString form = QString(variant.textForm).replace(u'`', u'\'');
             if (!search::AyniKelimeVar(form, known, known.size(), text::Comparison::CaseInsensitive))
@@ -87,7 +92,7 @@ void append(std::vector<SearchableNote>& ready, const std::vector<Note>& rows) {
 }  // namespace
 
 SearchableNote searchable(const Note& note) {
-    SearchableNote result = searchableText(note.id, textOf(note.rtf).plainText());
+    SearchableNote result = searchableText(note.id, textOf(note.rtf, {.formats = false}).plainText());
     result.date = note.date;
     result.title = note.title;
     return result;
@@ -95,7 +100,8 @@ SearchableNote searchable(const Note& note) {
 
 SearchableNote searchableText(NoteId id, const QString& text) {
     const QString plain = u' ' + withoutMarkupSigns(text) + u' ';
-    return {id, {}, {}, plain.toStdString(), text::extractVariants(plain)};
+    const QByteArray utf8 = plain.toUtf8();
+    return {id, {}, {}, {utf8.constData(), static_cast<size_t>(utf8.size())}, text::extractVariants(plain)};
 }
 
 Result<std::vector<SearchableNote>> searchableNotes(const NotesDatabase& notes) {

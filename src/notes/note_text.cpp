@@ -1,6 +1,5 @@
 #include "notes/note_text.h"
 
-#include "platform/core/rtf/reader.h"
 #include "platform/core/rtf/writer.h"
 
 namespace lirovan::notes {
@@ -13,9 +12,9 @@ QString storedRtf(const rtf::Document& document) {
     return document.isEmpty() ? u" "_s : QString::fromLatin1(rtf::write(document));
 }
 
-rtf::Document textOf(const QString& notRtf) {
+rtf::Document textOf(const QString& notRtf, rtf::ReadLimit limit) {
     const QString trimmed = notRtf.trimmed();
-    return rtf::read(QStringView(trimmed));
+    return rtf::read(QStringView(trimmed), limit);
 }
 
 QString fileTitle(const QString& title) {

@@ -4,13 +4,14 @@
 #include <QString>
 
 #include "platform/core/rtf/document.h"
+#include "platform/core/rtf/reader.h"
 
 namespace lirovan::notes {
 
 /// NotRTF of a text: canonical rich text, or a single space for no text at all.
 QString storedRtf(const platform::rtf::Document& document);
 /// The text of a NotRTF, whoever wrote it.
-platform::rtf::Document textOf(const QString& notRtf);
+platform::rtf::Document textOf(const QString& notRtf, platform::rtf::ReadLimit limit = {});
 
 /// What file systems bear of a title; may be empty. "Bir/iki." gives "Bir_iki".
 QString fileTitle(const QString& title);

@@ -44,6 +44,8 @@ void check(Cases cases, const QByteArray& start = {}, const QByteArray& end = {}
     for (const auto& [rtf, expected] : cases) {
         const Document document = read(QByteArrayView(start + rtf + end));
         EXPECT_EQ(sketch(document), expected) << rtf;
+        const Document text = read(QByteArrayView(start + rtf + end), {.formats = false});
+        EXPECT_EQ(text.plainText(), document.plainText()) << rtf;
         for (const QByteArray& written : {write(document), write(document, Ending::Inline)})
             EXPECT_EQ(read(QByteArrayView(written)), document) << written.toStdString();
     }

@@ -6,6 +6,8 @@
 #include <array>
 #include <string>
 
+#include "platform/core/code_page.h"
+
 namespace lirovan::platform::rtf {
 namespace {
 
@@ -62,6 +64,7 @@ UConverter* ByteDecoder::converter(int codePage) {
 
 QString ByteDecoder::decode(int codePage, QByteArrayView bytes) {
     const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) == 0; });
+    if (!ascii && codePage == Turkish) return fromWindows1254(bytes);
     UConverter* from = ascii ? nullptr : converter(codePage);
     if (!from) return QString::fromLatin1(bytes);
     QString text(bytes.size() * 2, Qt::Uninitialized);

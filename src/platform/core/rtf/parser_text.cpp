@@ -87,16 +87,16 @@ void Parser::addToInstruction(const QString& text) {
 
 void Parser::flush() {
     if (bytes_.isEmpty()) return;
-    const QByteArray bytes = std::exchange(bytes_, {});
+    const bool isInstruction = group_.destination == Destination::Instruction;
+    QString text = decoder_.decode(isInstruction ? documentCodePage_ : codePage(), bytes_);
+    bytes_.resize(0);  // its memory serves the next text too
     if (group_.destination == Destination::FontTable) {
-        fonts_[entryFont_].name += decoder_.decode(codePage(), bytes);
+        fonts_[entryFont_].name += text;
         return;
     }
-    if (group_.destination == Destination::Instruction)
-        return addToInstruction(decoder_.decode(documentCodePage_, bytes));
+    if (isInstruction) return addToInstruction(text);
     const int font = group_.font == NoFont ? defaultFont_ : group_.font;
     const bool symbols = fonts_.value(font).charset == ByteDecoder::SymbolCharset;
-    QString text = decoder_.decode(codePage(), bytes);
     if (symbols)
         text.replace(QChar(0xB7), fromSymbolFont(0xF0B7)).replace(QChar(0xA7), fromSymbolFont(0xF0A7));
     takeText(text);
@@ -115,8 +115,9 @@ int Parser::codePage() {
 const CharFormat& Parser::format() {
     if (format_) return *format_;
     format_.emplace();
+    if (!limit_.formats) return *format_;
     const FontEntry font = fonts_.value(group_.font == NoFont ? defaultFont_ : group_.font);
-    if (font.charset != ByteDecoder::SymbolCharset) format_->font = cleanFontName(font.name);
+    if (font.charset != ByteDecoder::SymbolCharset) format_->font = font.name;
     format_->halfPoints = group_.halfPoints;
     format_->bold = group_.bold;
     format_->italic = group_.italic;

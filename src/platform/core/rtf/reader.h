@@ -17,6 +17,8 @@ namespace lirovan::platform::rtf {
 struct ReadLimit {
     /// Reading stops once that many characters are there: enough for the beginning of a text.
     qsizetype characters = std::numeric_limits<qsizetype>::max();
+    /// Without: how characters look is not worked out, for who wants the text alone.
+    bool formats = true;
 };
 
 /// read("{\\rtf1\\ansicpg1254 a\\b \\'f0\\par}") is one paragraph: "a", and "ğ" in bold.
