@@ -8,6 +8,7 @@
 #include "reference.h"
 #include "search/matching/scan_ahead.h"
 #include "search/matching/search_query.h"
+#include "search/matching/stored_text.h"
 #include "search/matching/topic_scanner.h"
 #include "search/pages/passages.h"
 #include "support/library_file.h"
@@ -76,6 +77,22 @@ TEST(FastSearch, MatchesCountsAndMarksAsTheReferenceDoes) {
         ASSERT_EQ(page.text.toStdString(), expected.text.toStdString());
         ASSERT_EQ(page.hits, expected.hits);
         ASSERT_EQ(page.colours, expected.colours);
+    }
+}
+
+TEST(StoredText, IsProperWhereTheToolkitSaysSo) {
+    Random random;
+    const QByteArray characters[] = {"a", "abc def", "ş", "ığüş", "“", "\u20AC", "😀", QByteArray(40, 'x')};
+    const QByteArray faults[] = {
+        "\x80",         "\xC5", "\xE2\x80", "\xC0\xAF",    "\xED\xA0\x80", "\xF4\x90\x80\x80",
+        "\xF0\x9F\x98", "\xFF", "\xC1\x81", "\xC5\x9F\x9F"};
+    for (int round = 0; round < 20'000; ++round) {
+        QByteArray text;
+        for (int pieces = random.below(60); pieces > 0; --pieces) text += random.from(characters);
+        if (random.oneIn(2)) text.insert(random.below(int(text.size()) + 1), random.from(faults));
+        const std::string_view bytes(text.constData(), size_t(text.size()));
+        ASSERT_EQ(search::properUtf8(bytes).isNull(), QByteArrayView(text).isValidUtf8())
+            << text.toPercentEncoding().toStdString();
     }
 }
 

@@ -1,5 +1,7 @@
 #include "search/matching/stored_text.h"
 
+#include <algorithm>
+
 #include "text/alphabet.h"
 
 namespace lirovan::search {
@@ -21,6 +23,39 @@ unsigned char unitsInBlock(std::string_view text, size_t at) {
     unsigned char sum = 0;
     for (size_t i = 0; i < Block; ++i) sum = static_cast<unsigned char>(sum + unitsAt(text[at + i]));
     return sum;
+}
+
+// Whether a block holds nothing but whole characters of one or two bytes, the first of which may have begun
+// before it and the last of which may end behind it. Most blocks of Turkish do; the compiler makes this test
+// many bytes wide, and no character is looked at one by one.
+bool isShortCharacters(std::string_view text, size_t at) {
+    unsigned char bad = 0;
+    for (size_t i = at; i < at + Block; ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]),
+                   before = static_cast<unsigned char>(text[i - 1]);
+        const bool trail = (byte & 0xC0) == 0x80, expected = before >= 0xC2;
+        bad =
+            static_cast<unsigned char>(bad | (trail != expected) | (byte >= 0xE0) | ((byte & 0xFE) == 0xC0));
+    }
+    return bad == 0;
+}
+
+bool isValid(std::string_view text) {
+    constexpr unsigned char FirstLead = 0xC0;
+    size_t at = 0;
+    while (at < text.size()) {
+        if (at > 0 && text.size() - at >= Block && isShortCharacters(text, at)) {
+            at += Block;
+            continue;
+        }
+        const size_t begin = at > 0 && static_cast<unsigned char>(text[at - 1]) >= FirstLead ? at - 1 : at;
+        at = std::min(at + Block, text.size());
+        while (at < text.size() && isTrail(text[at])) ++at;
+        const std::string_view piece = text.substr(begin, at - begin);
+        if (!QByteArrayView(piece.data(), static_cast<qsizetype>(piece.size())).isValidUtf8()) return false;
+    }
+    // A character that the last block left open.
+    return text.empty() || static_cast<unsigned char>(text.back()) < FirstLead;
 }
 
 size_t characterEnd(std::string_view text, size_t begin) {
@@ -67,7 +102,7 @@ bool isWholeWord(std::string_view text, ByteRange hit) noexcept {
 
 QByteArray properUtf8(std::string_view text) {
     const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
-    if (bytes.isValidUtf8() && !bytes.startsWith("\xEF\xBB\xBF")) return {};
+    if (isValid(text) && !bytes.startsWith("\xEF\xBB\xBF")) return {};
     return QString::fromUtf8(bytes).toUtf8();
 }
 

@@ -1,5 +1,7 @@
 #include "search/runs/companion.h"
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "browse/page_layout.h"
@@ -55,11 +57,12 @@ QByteArray jsonNodes(const ResultTree& tree) {
     return jsonList(items);
 }
 
-// A run that nobody watches.
 struct Run {
-    explicit Run(const data::Library& library, SearchRequest request)
-        : engine(library, tree), result(engine.run(std::move(request), host)) {}
-    RunHost host;
+    // Without a host: a run that nobody watches.
+    explicit Run(const data::Library& library, SearchRequest request,
+                 std::unique_ptr<RunHost> watching = std::make_unique<RunHost>())
+        : host(std::move(watching)), engine(library, tree), result(engine.run(std::move(request), *host)) {}
+    std::unique_ptr<RunHost> host;
     ResultTree tree;
     SearchEngine engine;
     Result<SearchOutcome> result;
@@ -108,7 +111,8 @@ Result<QByteArray> ozet(const data::Library& library, const SearchRequest& reque
     return browse::pageBytes(*page);
 }
 
-Result<QString> ozetBelgesi(const data::Library& library, const SearchRequest& request, int group) {
+Result<void> ozetBelgesi(const data::Library& library, const SearchRequest& request, int group,
+                         const Output& output) {
     Run run(library, request);
     if (!run.result) return run.result.error();
     const SearchRun* const stored = run.result->run;
@@ -116,9 +120,13 @@ Result<QString> ozetBelgesi(const data::Library& library, const SearchRequest& r
     Result<HitList> list = hitListOf(library, run.engine.outline(), *stored);
     if (!list) return list.error();
     const RunHits hits{*stored, request.query, std::move(*list)};
-    const auto html = studySummary(library, hits, group, [](qint64, qint64) { return true; });
-    if (!html) return html.error();
-    return html->value_or(QString());
+    const auto print = [&](const QByteArray& piece) {
+        output(piece);
+        return Result<void>();
+    };
+    const Result<bool> made = studySummary(library, hits, group, print, [](qint64, qint64) { return true; });
+    if (!made) return made.error();
+    return {};
 }
 
 namespace {
@@ -156,6 +164,33 @@ void appendContext(QByteArray& line, data::TopicId topic, const Context& context
     line += '}';
 }
 
+// Makes the contexts of a topic while its text is at hand: reading it once more would take as long.
+class ContextHost : public RunHost {
+  public:
+    ContextHost(qsizetype width, OnTopic onTopic) : width_(width), onTopic_(std::move(onTopic)) {}
+    void topicCounted(const SearchRun& run, const TopicRow& row, std::string_view text) override {
+        if (!record_) record_.emplace(run);
+        HitTopic topic;
+        if (record_->next(topic)) onTopic_(row.topic, contextsOf(text, topic.hits, width_).contexts);
+    }
+
+  private:
+    qsizetype width_;
+    OnTopic onTopic_;
+    std::optional<RecordedHits> record_;
+};
+
+class LengthHost : public RunHost {
+  public:
+    explicit LengthHost(TextLengths& lengths) : lengths_(lengths) {}
+    void topicCounted(const SearchRun&, const TopicRow& topic, std::string_view text) override {
+        lengths_.insert(topic.row, unitsOf(text));
+    }
+
+  private:
+    TextLengths& lengths_;
+};
+
 void appendBook(QByteArray& line, const BookHits& book) {
     line += "{\"kitap\":" + QByteArray::number(book.book.value) +
             ",\"uzunluk\":" + QByteArray::number(book.length) + ",\"isabetler\":[";
@@ -170,31 +205,35 @@ void appendBook(QByteArray& line, const BookHits& book) {
 
 Result<void> baglam(const data::Library& library, const SearchRequest& request, qsizetype width,
                     const Output& output) {
-    const Run run(library, request);
-    if (!run.result) return run.result.error();
-    if (!run.result->run) return {};
     Lines lines(output);
-    return contextsOfRun(library, *run.result->run, width,
-                         [&](data::TopicId topic, const std::vector<Context>& contexts) {
-                             for (const Context& context : contexts) {
-                                 appendContext(lines.text, topic, context);
-                                 lines.end();
-                             }
-                             return true;
-                         });
+    const auto print = [&](data::TopicId topic, const std::vector<Context>& contexts) {
+        for (const Context& context : contexts) {
+            appendContext(lines.text, topic, context);
+            lines.end();
+        }
+        return true;
+    };
+    const Run run(library, request, std::make_unique<ContextHost>(width, print));
+    if (!run.result) return run.result.error();
+    // By ratio the order is known only at the end.
+    if (!run.result->run || request.order != ListOrder::Oran) return {};
+    return contextsOfRun(library, *run.result->run, width, print);
 }
 
 Result<void> dagilim(const data::Library& library, const SearchRequest& request, const Output& output) {
-    Run run(library, request);
+    TextLengths lengths;
+    Run run(library, request, std::make_unique<LengthHost>(lengths));
     if (!run.result) return run.result.error();
     if (!run.result->run) return {};
     Lines lines(output);
-    return booksOfRun(library, run.engine.outline(), *run.result->run, request.scope,
-                      [&](const BookHits& book) {
-                          appendBook(lines.text, book);
-                          lines.end();
-                          return true;
-                      });
+    return booksOfRun(
+        library, run.engine.outline(), *run.result->run, request.scope,
+        [&](const BookHits& book) {
+            appendBook(lines.text, book);
+            lines.end();
+            return true;
+        },
+        WantedBooks::WithHits, lengths);
 }
 
 Result<QByteArray> kelimeler(const data::Library& library) {

@@ -26,11 +26,12 @@ QByteArray vurgula(const data::Library& library, const platform::AppFolder& fold
 /// summary.
 platform::Result<QByteArray> ozet(const data::Library& library, const SearchRequest& request, int group);
 
-/// The summary as a document to keep, as HTML (see study_summary.h); `group` below 0: of all authors.
-platform::Result<QString> ozetBelgesi(const data::Library& library, const SearchRequest& request, int group);
-
 /// Takes what is printed, piece by piece.
 using Output = std::function<void(const QByteArray&)>;
+
+/// The summary as a document to keep, as HTML (see study_summary.h); `group` below 0: of all authors.
+platform::Result<void> ozetBelgesi(const data::Library& library, const SearchRequest& request, int group,
+                                   const Output& output);
 
 /// One JSON object a hit, in the order of the hit record: `konu`, `konum` (1-based UTF-16 position in the
 /// stored text), `sol`, `isabet`, `sag`; at most `width` UTF-16 characters on each side (see contexts.h).

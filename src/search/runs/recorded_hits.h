@@ -1,7 +1,7 @@
 // A run's hit record read back: which word was found where.
 #pragma once
 
-#include <QStringView>
+#include <QString>
 #include <vector>
 
 #include "data/ids.h"
@@ -23,16 +23,16 @@ struct HitTopic {
 
 class RecordedHits {
   public:
-    /// `run` outlives this object.
+    /// `run` outlives this object, and may go on recording.
     explicit RecordedHits(const SearchRun& run);
-    /// The next topic of the record, whichever its author; false at the end.
+    /// The next topic of the record, whichever its author; false at the end of what is recorded by now.
     bool next(HitTopic& topic);
 
   private:
     qint64 number();
     RecordedHit hit();
 
-    QStringView record_;
+    const QString& record_;
     qsizetype at_ = 0;
     const std::vector<WordTally::Hits>& tally_;
     size_t tallyAt_ = 0;

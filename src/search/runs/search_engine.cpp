@@ -29,6 +29,9 @@ namespace {
 // Numbers of pictures in the tree's image list.
 constexpr qint64 BookImage = 1, LeafImage = 3;
 
+// The outline of so many topics takes longer than a window may stand still.
+constexpr size_t ManyRows = 30'000;
+
 QString countText(qint64 count) {
     return formatCount(count) + u" adet"_s;
 }
@@ -53,6 +56,7 @@ struct SearchEngine::Listing {
     ListOrder order = run.request.order;
     TopicScanner scanner{run};
     std::unique_ptr<ScanAhead> scan = {};  // of the whole library, when all of it is searched
+    bool manyRows = false;                 // in it
     ResultNode* root = nullptr;
 
     ResultNode* author = nullptr;
@@ -143,6 +147,9 @@ Result<SearchOutcome> SearchEngine::run(SearchRequest request, RunHost& host) {
     host.runStarted(*listing.root);
     const Result<void> ended = listAuthors(listing);
     if (listing.listed == 0) tree_.removeLastRun();
+    // Both grew by doubling, and are kept as long as the tree shows the run.
+    run.IsabetKaydi.squeeze();
+    run.tally.record.shrink_to_fit();
     if (!ended) return ended.error();
     return SearchOutcome{prepared.end, listing.listed, &run};
 }
@@ -156,9 +163,11 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
     if (kept_) kept_->refresh();
     // Begun before the outline is read: which topics match does not depend on their order.
     if (wanted.value == 0)
-        if (std::vector<qint64> all = outline_.allRows(); !all.empty())
+        if (std::vector<qint64> all = outline_.allRows(); !all.empty()) {
+            listing.manyRows = all.size() > ManyRows;
             listing.scan =
                 std::make_unique<ScanAhead>(library_, listing.scanner, std::move(all), kept_.get());
+        }
     for (; !listing.stopped; ++listing.authorIndex) {
         const Result<Step> step = rows->step();
         if (!step) return step.error();
@@ -182,9 +191,14 @@ Result<void> SearchEngine::listAuthors(Listing& listing) {
 }
 
 Result<void> SearchEngine::listTopics(Listing& listing, AuthorId author) {
-    const auto found = outline_.topics(topicsOfScope(
-        listing.run.request.scope, author,
-        listing.order == ListOrder::Konu ? catalogue::TopicOrder::Heading : catalogue::TopicOrder::Book));
+    const bool byHeading = listing.order == ListOrder::Konu;
+    const QString statement =
+        topicsOfScope(listing.run.request.scope, author,
+                      byHeading ? catalogue::TopicOrder::Heading : catalogue::TopicOrder::Book);
+    // Of few topics the outline is there before another thread would have begun.
+    const auto meanwhile = [&] { listing.goOn(); };
+    const auto found =
+        byHeading || listing.manyRows ? outline_.topics(statement, meanwhile) : outline_.topics(statement);
     if (!found) return found.error();
     const std::vector<TopicRow>& topics = **found;
     listing.host.authorStarted(static_cast<qsizetype>(topics.size()));
@@ -233,6 +247,7 @@ Result<void> SearchEngine::countTopic(Listing& listing, const TopicRow& topic,
     const qint64 count = listing.scanner.BulKelimeSay(*text, {topic.topic, AktifKitapID_},
                                                       {listing.run.IsabetKaydi, &listing.run.tally},
                                                       [&] { return listing.goOn(); });
+    listing.host.topicCounted(listing.run, topic, *text);
     listTopic(listing, topic, **heading, count, countText(count));
     return {};
 }

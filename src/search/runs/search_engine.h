@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "data/library.h"
 #include "platform/core/main_frame.h"
@@ -27,6 +28,13 @@ class RunHost {
     virtual void runStarted(ResultNode& root) { Q_UNUSED(root); }
     /// An author's topics are about to be searched.
     virtual void authorStarted(qsizetype topics) { Q_UNUSED(topics); }
+    /// A topic that is listed in book or heading order has been counted: its hits are the record's last ones.
+    /// `text`, as stored, is valid during the call.
+    virtual void topicCounted(const SearchRun& run, const TopicRow& topic, std::string_view text) {
+        Q_UNUSED(run);
+        Q_UNUSED(topic);
+        Q_UNUSED(text);
+    }
     /// `done` of them are searched; `book` is the newest book node, if the tree is to follow it. Events may
     /// run here.
     virtual void topicDone(qsizetype done, ResultNode* book) {

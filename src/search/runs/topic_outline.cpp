@@ -1,5 +1,7 @@
 #include "search/runs/topic_outline.h"
 
+#include <chrono>
+#include <future>
 #include <numeric>
 
 #include "platform/core/each_row.h"
@@ -11,6 +13,32 @@ using platform::Statement;
 using platform::Step;
 
 namespace catalogue = data::catalogue;
+
+namespace {
+
+Result<std::vector<TopicRow>> readTopics(const data::Library& library, const QString& statement) {
+    std::vector<TopicRow> topics;
+    const Result<void> read = platform::eachRow(library.query(statement), [&](const Statement& row) {
+        topics.push_back({row.integer(0), row.integer(3), {row.integer(1)}, {row.integer(2)}});
+    });
+    if (!read) return read.error();
+    return topics;
+}
+
+// On a thread with a connection of its own: putting many titles in order is one step without a pause.
+Result<std::vector<TopicRow>> readBeside(const data::Library& library, const QString& statement,
+                                         const std::function<void()>& meanwhile) {
+    constexpr std::chrono::milliseconds pause(2);
+    auto read = std::async(std::launch::async, [&]() -> Result<std::vector<TopicRow>> {
+        const Result<data::Library> own = library.reopened();
+        if (!own) return own.error();
+        return readTopics(*own, statement);
+    });
+    while (read.wait_for(pause) != std::future_status::ready) meanwhile();
+    return read.get();
+}
+
+}  // namespace
 
 QString topicsOfScope(const platform::BookSelection& scope, data::AuthorId author,
                       catalogue::TopicOrder order) {
@@ -35,13 +63,14 @@ void TopicOutline::refresh() {
     bookTitles_.clear();
 }
 
-Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement) {
+Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement,
+                                                const std::function<void()>& meanwhile) {
     if (const auto known = topics_.constFind(statement); known != topics_.cend()) return *known;
-    auto topics = std::make_shared<std::vector<TopicRow>>();
-    const Result<void> read = platform::eachRow(library_.query(statement), [&](const Statement& row) {
-        topics->push_back({row.integer(0), row.integer(3), {row.integer(1)}, {row.integer(2)}});
-    });
+    Result<std::vector<TopicRow>> read = meanwhile && !library_.path().isEmpty()
+                                             ? readBeside(library_, statement, meanwhile)
+                                             : readTopics(library_, statement);
     if (!read) return read.error();
+    auto topics = std::make_shared<const std::vector<TopicRow>>(std::move(*read));
     topics_.insert(statement, topics);
     return Rows(std::move(topics));
 }

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -43,8 +44,9 @@ class TopicOutline {
     void refresh();
 
     using Rows = std::shared_ptr<const std::vector<TopicRow>>;
-    /// The topics of a statement of catalogue::topicsOfAuthor() or topicsOfBook(), in its order.
-    platform::Result<Rows> topics(const QString& statement);
+    /// The topics of a statement of catalogue::topicsOfAuthor() or topicsOfBook(), in its order. `meanwhile`
+    /// is called every few milliseconds while they are read; events may run in it.
+    platform::Result<Rows> topics(const QString& statement, const std::function<void()>& meanwhile = {});
     /// Row ids that include those of all topics, with few others among them; empty where that would be too
     /// many.
     std::vector<qint64> allRows() const;

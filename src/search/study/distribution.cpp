@@ -1,6 +1,5 @@
 #include "search/study/distribution.h"
 
-#include <QHash>
 #include <algorithm>
 #include <optional>
 
@@ -52,30 +51,39 @@ std::vector<BookTopics> byBook(const std::vector<TopicRow>& rows, const HitsByTo
     return books;
 }
 
-// Appends a topic to the book that is being measured.
-Result<void> addTopic(BookHits& book, Statement& texts, const TopicRow& topic, const HitsByTopic& hits) {
+// Nothing where the topic is gone.
+Result<std::optional<qint64>> lengthOf(const TopicRow& topic, Statement& texts, const TextLengths& known) {
+    if (const auto length = known.constFind(topic.row); length != known.cend())
+        return std::optional<qint64>(*length);
     texts.reset();
     if (const Result<void> bound = texts.bind(1, topic.row); !bound) return bound.error();
     const Result<Step> step = texts.step();
     if (!step) return step.error();
-    if (*step == Step::Done || texts.integer(1) != topic.row) return {};
-    std::string_view text = texts.utf8(0);
-    const QByteArray proper = properUtf8(text);
-    if (!proper.isNull()) text = {proper.constData(), static_cast<size_t>(proper.size())};
-    const qint64 units = UnitCounter(text).position(text.size()) - 1;
+    if (*step == Step::Done || texts.integer(1) != topic.row) return std::optional<qint64>();
+    return std::optional<qint64>(unitsOf(texts.utf8(0)));
+}
+
+// Appends a topic to the book that is being measured.
+void addTopic(BookHits& book, const TopicRow& topic, qint64 units, const HitsByTopic& hits) {
     if (const auto found = hits.constFind(topic.topic.value); found != hits.cend())
         for (const RecordedHit& hit : *found)
             if (hit.position <= units) book.hits.push_back({hit.word, book.length + hit.position});
     book.topics.push_back({topic.topic, topic.headingRow, book.length});
     book.length += units;
-    return {};
 }
 
 }  // namespace
 
+qint64 unitsOf(std::string_view text) {
+    const QByteArray proper = properUtf8(text);
+    if (!proper.isNull()) text = {proper.constData(), static_cast<size_t>(proper.size())};
+    return UnitCounter(text).position(text.size()) - 1;
+}
+
 Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, const SearchRun& run,
                         const platform::BookSelection& scope,
-                        const std::function<bool(const BookHits&)>& onBook, WantedBooks wanted) {
+                        const std::function<bool(const BookHits&)>& onBook, WantedBooks wanted,
+                        const TextLengths& known) {
     const HitsByTopic hits = hitsByTopic(run);
     const auto authors = authorsOf(library, scope);
     if (!authors) return authors.error();
@@ -89,8 +97,11 @@ Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, con
         for (const BookTopics& topics : byBook(**rows, hits)) {
             if (!topics.hasHits && wanted == WantedBooks::WithHits) continue;
             BookHits book{topics.book, author, 0, {}, {}};
-            for (const TopicRow* topic : topics.topics)
-                if (const Result<void> added = addTopic(book, *texts, *topic, hits); !added) return added;
+            for (const TopicRow* topic : topics.topics) {
+                const auto length = lengthOf(*topic, *texts, known);
+                if (!length) return length.error();
+                if (*length) addTopic(book, *topic, **length, hits);
+            }
             std::sort(book.hits.begin(), book.hits.end(),
                       [](const BookHit& a, const BookHit& b) { return a.position < b.position; });
             if (book.hits.empty() && wanted == WantedBooks::WithHits) continue;

@@ -1,7 +1,9 @@
 // Where in the books a run's hits lie.
 #pragma once
 
+#include <QHash>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "data/library.h"
@@ -35,11 +37,15 @@ struct BookHits {
 /// Which books are wanted; those without hits come with their lengths.
 enum class WantedBooks { WithHits, All };
 
-/// The books of `scope` in library order. Only their texts are read, and none is converted. Topics that are
-/// gone are passed over. `onBook` may end it with false.
+/// UTF-16 units of topics' stored texts, by their row in tbl_Konu.
+using TextLengths = QHash<qint64, qint64>;
+qint64 unitsOf(std::string_view text);
+
+/// The books of `scope` in library order. Only their texts are read, but those of `known` length, and
+/// none is converted. Topics that are gone are passed over. `onBook` may end it with false.
 platform::Result<void> booksOfRun(const data::Library& library, TopicOutline& outline, const SearchRun& run,
                                   const platform::BookSelection& scope,
                                   const std::function<bool(const BookHits&)>& onBook,
-                                  WantedBooks wanted = WantedBooks::WithHits);
+                                  WantedBooks wanted = WantedBooks::WithHits, const TextLengths& known = {});
 
 }  // namespace lirovan::search

@@ -19,6 +19,8 @@ namespace {
 // Bytes on each side of a hit, up to the next blank.
 constexpr size_t Around = 320;
 
+constexpr qsizetype WrittenAtOnce = 1 << 16;
+
 struct Span {
     size_t begin, end;
 };
@@ -118,17 +120,17 @@ qint64 hitsOfSummary(const RunHits& run, int author) {
     return hits;
 }
 
-Result<std::optional<QString>> studySummary(const data::Library& library, const RunHits& run, int author,
-                                            const HitProgress& progress) {
+Result<bool> studySummary(const data::Library& library, const RunHits& run, int author,
+                          const WritePiece& write, const HitProgress& progress) {
     const auto reading = platform::Transaction::beginReading(library.database());
     Result<Statement> texts = library.query(data::catalogue::topicText());
     if (!texts) return texts.error();
     const std::vector<int> groups = groupsOf(run.run, run.list.topics.size());
-    QString body, authorName, bookName;
-    qint64 hits = 0;
+    QString authorName, bookName;
+    QByteArray piece = beginning(run, hitsOfSummary(run, author)).toUtf8();
     for (size_t i = 0; i < run.list.topics.size(); ++i) {
         if (author >= 0 && groups[i] != author) continue;
-        if (!progress(static_cast<qint64>(i), std::ssize(run.list.topics))) return std::optional<QString>();
+        if (!progress(static_cast<qint64>(i), std::ssize(run.list.topics))) return false;
         const ListedTopic& topic = run.list.topics[i];
         texts->reset();
         if (const auto bound = texts->bind(1, topic.topic.value); !bound) return bound.error();
@@ -140,24 +142,27 @@ Result<std::optional<QString>> studySummary(const data::Library& library, const 
         if (*step == Step::Done || !*heading) continue;
         const auto name = library.author((*heading)->author);
         if (!name) return name.error();
+        QString html;
         if (*name && (*name)->name != authorName) {
             authorName = (*name)->name;
             bookName.clear();
-            body += u"<h2>"_s + authorName.toHtmlEscaped() + u"</h2>\n"_s;
+            html += u"<h2>"_s + authorName.toHtmlEscaped() + u"</h2>\n"_s;
         }
         if (const QString book = plainTitle((*heading)->bookTitle); book != bookName) {
             bookName = book;
-            body += u"<h3>"_s + book.toHtmlEscaped() + u"</h3>\n"_s;
+            html += u"<h3>"_s + book.toHtmlEscaped() + u"</h3>\n"_s;
         }
-        const std::vector<RecordedHit> recorded = run.list.hitsOf(i);
-        const TopicContexts found = contextsOf(texts->utf8(0), recorded, 0);
-        hits += std::ssize(found.contexts);
         const QString title = plainTitle((*heading)->title);
-        body += u"<h4>"_s + title.toHtmlEscaped() + u"</h4>\n"_s + passages(found) +
-                u"<p class=\"kaynak\">"_s +
+        html += u"<h4>"_s + title.toHtmlEscaped() + u"</h4>\n"_s +
+                passages(contextsOf(texts->utf8(0), run.list.hitsOf(i), 0)) + u"<p class=\"kaynak\">"_s +
                 (authorName + u", "_s + bookName + u", "_s + title).toHtmlEscaped() + u"</p>\n"_s;
+        piece += html.toUtf8();
+        if (piece.size() < WrittenAtOnce) continue;
+        if (const Result<void> written = write(piece); !written) return written.error();
+        piece.resize(0);
     }
-    return std::optional(beginning(run, hits) + body + u"</body></html>\n"_s);
+    if (const Result<void> written = write(piece + "</body></html>\n"); !written) return written.error();
+    return true;
 }
 
 }  // namespace lirovan::search

@@ -2,8 +2,8 @@
 // page, passages that overlap stand once.
 #pragma once
 
-#include <QString>
-#include <optional>
+#include <QByteArray>
+#include <functional>
 
 #include "data/library.h"
 #include "platform/core/result.h"
@@ -13,9 +13,11 @@ namespace lirovan::search {
 
 /// HTML with a title (the query, the options, the number of hits), a heading for every author, book and
 /// topic, and the passages, hits marked. `author`: the one that is wanted, counted from 0 as the groups of
-/// the hit record are; all where it is negative. Nothing where `progress` ended it.
-platform::Result<std::optional<QString>> studySummary(const data::Library& library, const RunHits& run,
-                                                      int author, const HitProgress& progress);
+/// the hit record are; all where it is negative. `write` gets it piece by piece, in UTF-8: it may be far
+/// larger than what memory is good for. False where `progress` ended it.
+using WritePiece = std::function<platform::Result<void>(const QByteArray& utf8)>;
+platform::Result<bool> studySummary(const data::Library& library, const RunHits& run, int author,
+                                    const WritePiece& write, const HitProgress& progress);
 
 /// So many hits a summary is about.
 qint64 hitsOfSummary(const RunHits& run, int author);

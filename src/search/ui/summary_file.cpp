@@ -81,6 +81,34 @@ DocumentFormat documentFormat(QStringView suffix) {
                               : DocumentFormat::Html;
 }
 
+namespace {
+
+// A web page of any length goes into the file as it is made. False: stopped, and nothing is left behind.
+Result<bool> writeSummary(const data::Library& library, const RunHits& run, int author, const QString& path,
+                          DocumentFormat format, browse::BackgroundWork& work) {
+    const auto report = [&work](qint64 done, qint64 all) { return work.report(done, all); };
+    platform::FileWriter file(path);
+    if (const Result<void> opened = file.open(); !opened) return opened.error();
+    QByteArray html;
+    const auto write = [&](const QByteArray& piece) -> Result<void> {
+        if (format == DocumentFormat::Html) return file.write(piece);
+        html += piece;
+        return {};
+    };
+    const Result<bool> made = studySummary(library, run, author, write, report);
+    if (!made || !*made) return made;
+    if (format != DocumentFormat::Html) {
+        const auto laidOut = documentBytes(QString::fromUtf8(html), run.run.request.query.trimmed(), format);
+        if (!laidOut) return laidOut.error();
+        if (const Result<void> written = file.write(*laidOut); !written) return written.error();
+    }
+    if (work.wasStopped()) return false;
+    if (const Result<void> committed = file.commit(); !committed) return committed.error();
+    return true;
+}
+
+}  // namespace
+
 void saveSummaryOf(const data::Library& library, const std::shared_ptr<const RunHits>& run, int author,
                    platform::Dialogs& dialogs, QWidget* parent) {
     const QString path = dialogs.askSavePath(u"Özeti Kaydet"_s, u"Özet.pdf"_s, SummaryFilter.toString());
@@ -95,38 +123,24 @@ void saveSummaryOf(const data::Library& library, const std::shared_ptr<const Run
     window.setWindowTitle(u"Özeti Kaydet"_s);
     window.setWindowModality(Qt::WindowModal);
     QEventLoop loop;
-    std::optional<QByteArray> bytes;
     browse::BackgroundWork work;
     QObject::connect(&work, &browse::BackgroundWork::progress, &window, [&](qint64 done, qint64 all) {
         if (!window.wasCanceled())
             window.setValue(static_cast<int>(done * (ProgressSteps - 1) / std::max<qint64>(all, 1)));
     });
     QObject::connect(&window, &QProgressDialog::canceled, &work, [&] { work.stop(); });
-    using Made = std::optional<QByteArray>;
-    const Result<void> started = startReading<Made>(
+    const Result<void> started = startReading<bool>(
         work, library,
-        [&work, run, author, format](const data::Library& own) -> Result<Made> {
-            const auto html = studySummary(
-                own, *run, author, [&work](qint64 done, qint64 all) { return work.report(done, all); });
-            if (!html) return html.error();
-            if (!*html) return Made();
-            Result<QByteArray> laidOut = documentBytes(**html, run->run.request.query.trimmed(), format);
-            if (!laidOut) return laidOut.error();
-            return work.wasStopped() ? Made() : Made(std::move(*laidOut));
+        [&work, run, author, path, format](const data::Library& own) {
+            return writeSummary(own, *run, author, path, format, work);
         },
-        [&](Result<Made>& made) {
+        [&](Result<bool>& written) {
             loop.quit();
-            if (made)
-                bytes = std::move(*made);
-            else
-                fail(made.error().message);
+            if (!written) fail(written.error().message);
         });
     if (!started) return fail(started.error().message);
     loop.exec();
     window.reset();
-    if (!bytes) return;
-    if (const Result<void> saved = platform::writeWholeFile(path, *bytes); !saved)
-        fail(saved.error().message);
 }
 
 }  // namespace lirovan::search

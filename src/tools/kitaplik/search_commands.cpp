@@ -95,13 +95,13 @@ ExitStatus vurgula(const Arguments& arguments) {
 }
 
 // PDF and ODT need fonts: the reader's program makes them.
-Result<QByteArray> madeByReader(const QString& html, const QString& format, const QString& title) {
+Result<QByteArray> madeByReader(const QByteArray& html, const QString& format, const QString& title) {
     QProcess reader;
     reader.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     reader.start(QCoreApplication::applicationDirPath() + u"/lirovan"_s, {u"--belge"_s, format, title});
     const Error failure{u"Belge yapılamadı: lirovan programı çalıştırılamadı ya da bitmedi."_s};
     if (!reader.waitForStarted()) return failure;
-    reader.write(html.toUtf8());
+    reader.write(html);
     reader.closeWriteChannel();
     if (!reader.waitForFinished(-1) || reader.exitStatus() != QProcess::NormalExit || reader.exitCode() != 0)
         return failure;
@@ -110,10 +110,16 @@ Result<QByteArray> madeByReader(const QString& html, const QString& format, cons
 
 ExitStatus printDocument(const data::Library& library, const SearchRequest& request, int group,
                          const QString& format) {
-    const Result<QString> html = search::companion::ozetBelgesi(library, request, group);
-    if (!html) return fail(html.error());
-    return print(format == u"html" ? Result<QByteArray>(html->toUtf8())
-                                   : madeByReader(*html, format, request.query));
+    QByteArray html;  // of what is laid out; the rest is printed as it comes
+    const auto output = [&](const QByteArray& piece) {
+        if (format == u"html")
+            printBytes(piece);
+        else
+            html += piece;
+    };
+    if (const auto made = search::companion::ozetBelgesi(library, request, group, output); !made)
+        return fail(made.error());
+    return format == u"html" ? ExitStatus::Success : print(madeByReader(html, format, request.query));
 }
 
 ExitStatus ozet(const Arguments& arguments) {
