@@ -76,6 +76,13 @@ bool ContentPage::acceptNavigationRequest(const QUrl& url, NavigationType type, 
             });
         return false;
     }
+    if (url.scheme() == PageAccess::Scheme && url.host() == WebEngine::SummaryHost) {
+        bool isNumber = false;
+        const int passage = url.path().mid(1).toInt(&isNumber);
+        if (isMainFrame && isNumber && type == NavigationTypeLinkClicked)
+            QTimer::singleShot(0, this, [this, passage] { Q_EMIT passageWanted(passage); });
+        return false;
+    }
     const PageAccess& access = engine_->access();
     if (isMainFrame && isOwnPageElsewhere(url)) {
         const QUrl own = GivenPages::addressOf(view_, access.address(engine_->pages().of(view_)->file));

@@ -33,6 +33,8 @@ class ContentPage : public QWebEnginePage {
     void leaving(const QString& file);
     /// A link to a topic of the library, at a place of its page where `place` is not empty.
     void topicWanted(qint64 topic, const QString& place);
+    /// The heading of a summary's passage was clicked; `passage` counts from 0.
+    void passageWanted(int passage);
     /// The page wants to be printed, and is to be heard.
     void printWanted();
 

@@ -22,6 +22,7 @@
   const SUMMARY = 'body{margin:0 auto;padding:16px 30px 40px;max-width:var(--lirovan-width,none);box-sizing:border-box;' +
     'line-height:var(--lirovan-spacing,1.55);font-family:Arial}font[face="Verdana" i]{font-family:Arial}' +
     [11, 13, 16, 18, 21, 25, 30, 38].map((size, i) => `font[face="Verdana" i][size="${i}"]{font-size:${size}px}`).join('') +
+    'font[color="#000080"]>b{cursor:pointer}' +
     'img{max-width:100%;height:auto}hr{border:0;border-top:1px solid #b9c4c4;margin:1.2em 0}' +
     'table[border]:not([border="0"]){border-collapse:collapse;line-height:1.35}';
   // Under a page that is shorter than the window.

@@ -50,6 +50,19 @@
     way.click();
   }, true);
 
+  // ---- The headings of a summary's passages (search/pages/passages). The program knows by its number which one was
+  // clicked. ----
+
+  const isHeading = node => node instanceof HTMLElement && tagName(node) === 'B' && textContent(node).startsWith('>>>>>') &&
+    attribute(parentNode(node), 'color') === '#000080';
+  addEventListener('click', event => {
+    const heading = event.isTrusted && getSelection().isCollapsed && event.composedPath().find(isHeading);
+    if (!heading) return;
+    const way = createElement('a');
+    setAttribute(way, 'href', 'lirovan://ozet/' + [...querySelectorAll('font > b')].filter(isHeading).indexOf(heading));
+    way.click();
+  }, true);
+
   // ---- Old markup form ----
 
   const HTML = 'http://www.w3.org/1999/xhtml';

@@ -27,6 +27,8 @@ class WebEngine {
     /// "konu:1203#yer". A click on such a link goes to "lirovan://konu/1203#yer".
     static constexpr const char* PictureScheme = "resim";
     static constexpr QLatin1StringView TopicHost{"konu"};
+    /// The heading of a passage is one to "lirovan://ozet/3": the fourth of its summary.
+    static constexpr QLatin1StringView SummaryHost{"ozet"};
 
     /// Settles what the engine reads once at its start. Call before the QApplication is made; without it no
     /// page is shown.

@@ -121,6 +121,7 @@ void WebView::makePage() {
         if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus) loadEnded(true);
     });
     connect(page_, &ContentPage::topicWanted, this, &WebView::topicWanted);
+    connect(page_, &ContentPage::passageWanted, this, &WebView::passageWanted);
     connect(page_, &ContentPage::leaving, this, [this](const QString& file) {
         // The text that was navigated to stays where the page is the same file.
         if (engine_->access().file(location_) != file) location_ = file;

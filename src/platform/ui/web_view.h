@@ -106,6 +106,8 @@ class WebView : public QWidget, public PageView {
     void printRequested();
     /// A link to a topic of the library, at a place of its page where `place` is not empty.
     void topicWanted(qint64 topic, const QString& place);
+    /// The heading of a summary's passage was clicked; `passage` counts from 0.
+    void passageWanted(int passage);
     /// The view's own menu is about to open; the owner may add to it.
     void menuOpening(QMenu* menu);
     /// navigate() was given the installer on the update server.

@@ -120,13 +120,14 @@ std::optional<std::vector<RecordedTopic>> recordedTopics(QStringView IsabetKaydi
     return topics;
 }
 
-void appendPassages(QString& page, const SummaryTopic& topic, std::vector<qint64> positions,
-                    std::optional<qsizetype> phraseLength, const std::function<bool()>& passageDone) {
+int appendPassages(QString& page, const SummaryTopic& topic, std::vector<qint64> positions,
+                   std::optional<qsizetype> phraseLength, const std::function<bool()>& passageDone) {
     std::sort(positions.begin(), positions.end());
     const MarkedTopic marked = markTopic(topic.text, positions, phraseLength);
     const Breaks breaks(marked.text);
 
     qsizetype passageEnd = 0;  // of the last passage
+    int headings = 0;
     for (size_t j = 0; j < marked.hits.size(); ++j) {
         // Hits inside the last passage continue it: all of them at once, up to the last one.
         qsizetype continued = 0;
@@ -141,6 +142,7 @@ void appendPassages(QString& page, const SummaryTopic& topic, std::vector<qint64
         if (continued) {
             page.chop(Rule.size());
         } else {
+            ++headings;
             for (const QStringView piece : {PassageFont, HeaderOpening, QStringView(topic.bookTitle),
                                             HeaderSeparator, QStringView(topic.heading), HeaderClosing})
                 page += piece;
@@ -148,8 +150,9 @@ void appendPassages(QString& page, const SummaryTopic& topic, std::vector<qint64
         page += PassageFont;
         page += between(marked.text, begin, passageEnd);
         page += continued ? ContinuedTail : NewTail;
-        if (!passageDone()) return;
+        if (!passageDone()) break;
     }
+    return headings;
 }
 
 }  // namespace lirovan::search

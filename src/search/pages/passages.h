@@ -33,8 +33,9 @@ struct SummaryTopic {
 /// end of the word, or over `phraseLength` characters where one phrase was searched. A passage reaches from
 /// the second paragraph or line begin before its hit to the second end behind it, or to the first one that is
 /// more than 200 characters away; a hit inside the passage before continues that one. `passageDone` is called
-/// after every passage; false leaves the rest out. Linear in text, hits and passages.
-void appendPassages(QString& page, const SummaryTopic& topic, std::vector<qint64> positions,
-                    std::optional<qsizetype> phraseLength, const std::function<bool()>& passageDone);
+/// after every passage; false leaves the rest out. Gives the number of passages with a heading of their own.
+/// Linear in text, hits and passages.
+int appendPassages(QString& page, const SummaryTopic& topic, std::vector<qint64> positions,
+                   std::optional<qsizetype> phraseLength, const std::function<bool()>& passageDone);
 
 }  // namespace lirovan::search

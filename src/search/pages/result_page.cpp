@@ -39,6 +39,12 @@ Result<std::optional<SummaryTopic>> summaryTopic(const Library& library, data::T
     return std::optional(SummaryTopic{text(u"Konu"), text(u"KitapAdi"), text(u"KonuBaslik")});
 }
 
+// One phrase is marked over its whole length.
+std::optional<qsizetype> phraseLength(const SearchRun& run) {
+    if (!run.request.options.together) return std::nullopt;
+    return text::trimBlanks(run.request.query).size();
+}
+
 }  // namespace
 
 std::optional<ResultPage> highlightedPage(const Library& library, const platform::AppFolder& folder,
@@ -83,23 +89,34 @@ Result<QString> summaryPage(const Library& library, const SearchRun* run, int gr
     for (const RecordedTopic& topic : *topics) hits += static_cast<qsizetype>(topic.positions.size());
     started(hits);
 
-    // One phrase is marked over its whole length.
-    const auto phraseLength = run->request.options.together
-                                  ? std::optional(text::trimBlanks(run->request.query).size())
-                                  : std::nullopt;
     QString page;
     bool stopped = false;
     for (const RecordedTopic& recorded : *topics) {
         const auto topic = summaryTopic(library, recorded.topic);
         if (!topic) return summaryError(LibraryFailed, topic.error().message);
         if (!*topic) continue;
-        appendPassages(page, **topic, recorded.positions, phraseLength, [&] {
+        appendPassages(page, **topic, recorded.positions, phraseLength(*run), [&] {
             stopped = !passageDone();
             return !stopped;
         });
         if (stopped) break;
     }
     return page;
+}
+
+std::optional<data::TopicId> topicOfPassage(const Library& library, const SearchRun& run, int group,
+                                            int passage) {
+    const auto topics = recordedTopics(run.IsabetKaydi, group);
+    if (!topics) return std::nullopt;
+    int before = 0;
+    for (const RecordedTopic& recorded : *topics) {
+        const auto topic = summaryTopic(library, recorded.topic);
+        if (!topic || !*topic) continue;
+        QString page;
+        before += appendPassages(page, **topic, recorded.positions, phraseLength(run), [] { return true; });
+        if (passage < before) return recorded.topic;
+    }
+    return std::nullopt;
 }
 
 }  // namespace lirovan::search

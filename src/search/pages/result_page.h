@@ -39,4 +39,9 @@ platform::Result<QString> summaryPage(const data::Library& library, const Search
                                       const std::function<void(qsizetype hits)>& started,
                                       const std::function<bool()>& passageDone);
 
+/// The topic that the heading number `passage` (from 0) of that summary stands for; nothing where there is
+/// none.
+std::optional<data::TopicId> topicOfPassage(const data::Library& library, const SearchRun& run, int group,
+                                            int passage);
+
 }  // namespace lirovan::search

@@ -350,6 +350,17 @@ void SearchTab::OzetAl(int group, const SearchRun* run) {
     endSummary();
 }
 
+const ResultNode* SearchTab::topicOfPassage(const browse::PageIdentity& summary, int passage) const {
+    ResultNode* node = nodeOf(tree_, summary);
+    const SearchRun* run = engine_.stores().find(summary.run);
+    const auto topic = node && run ? search::topicOfPassage(parts_.library, *run, summary.group, passage)
+                                   : std::optional<data::TopicId>();
+    if (!topic) return nullptr;
+    do node = neighbourTopic(*node, 1);
+    while (node && node->tagNumber() != topic->value);
+    return node;
+}
+
 void SearchTab::beginSummary() {
     platform::MainFrame& frame = parts_.frame;
     showAndLetEventsRun();

@@ -174,7 +174,10 @@ void ChildWindows::loadContent() {
     connect(window->wb_Icerik2, &WebView::installerRequested, this, [this](const QUrl& installer) {
         downloadInstaller(installer, services_.dialogs, area_.window());
     });
-    for (WebView* page : {window->wb_Icerik, window->wb_Icerik2}) equip(*page);
+    for (WebView* page : {window->wb_Icerik, window->wb_Icerik2}) {
+        equip(*page);
+        connect(page, &WebView::passageWanted, this, [this](int passage) { openPassage(shown_, passage); });
+    }
     contentDecisions_.load(lastBrowsePlace(), isBrowseMinimized());
 }
 
@@ -292,6 +295,8 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     window->setPlace(
         browse::extraPlaceAtLoad(lastBrowsePlace(), isBrowseMinimized(), frame_.width(), frame_.height()));
     equip(*window->wb_Icerik);
+    connect(window->wb_Icerik, &WebView::passageWanted, this,
+            [this, summary = shown_](int passage) { openPassage(summary, passage); });
     window->fill(page);
     window->bringForward();
     window->focusPage();

@@ -151,6 +151,7 @@ class ChildWindows : public QObject {
     /// What all pages of content windows have: zoom, menu, links.
     void equip(platform::WebView& page);
     void followTopics(platform::WebView& page);
+    void openPassage(const browse::PageIdentity& summary, int passage);
     /// Where the browse window stands, or stood when it was last loaded.
     platform::TwipsRect lastBrowsePlace();
     std::shared_ptr<platform::WebEngine> engine();

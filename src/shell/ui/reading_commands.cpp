@@ -95,6 +95,14 @@ bool ChildWindows::showResult(const PageIdentity& page) {
     return shown_ == page;
 }
 
+void ChildWindows::openPassage(const PageIdentity& summary, int passage) {
+    if (isBusy() || summary.kind != PageIdentity::Kind::Summary) return;
+    const search::ResultNode* node = searchTab_ ? searchTab_->topicOfPassage(summary, passage) : nullptr;
+    if (!node || !showResult(search::pageOf(*node)))
+        return frame_.showPassingText(u"Bu özetin araması artık sonuçlarda yok."_s);
+    content_->bringForward();
+}
+
 // A marked page is read with the tab of the search, whose buttons step through it.
 void ChildWindows::putInFront(browse::Tab tab) {
     if (browse_ && browse_->tab() != tab) browse_->decisions().selectTab(tab);

@@ -241,6 +241,22 @@ TEST_F(WebViewTest, FollowsLinksInsideTheFolderAlsoIntoNewWindows) {
     }
 }
 
+TEST_F(WebViewTest, AsksForThePassageWhoseHeadingIsClicked) {
+    QSignalSpy wanted(view.get(), &WebView::passageWanted);
+    const QString heading =
+        u"<font face=Verdana size =2><font color='#000080'><b%1>>>>>>Kitap >>>>>Konu</b></font></font><br>"_s;
+    show(heading.arg(u" style='position:absolute;top:400px'"_s) + u"<p><b>kalın</b> söz<hr>"_s +
+         heading.arg(u" id=l style='display:block;height:300px;background:#eee'"_s));
+    inPage(u"l.click(); location = 'lirovan://ozet/7'"_s);
+    const auto follow = [&] {  // until the page is painted the engine drops clicks
+        QTest::mouseClick(input(), Qt::LeftButton, {}, {100, 200});
+        return wanted.count() > 0;
+    };
+    ASSERT_TRUE(until(follow)) << "a click on a heading does nothing";
+    EXPECT_EQ(wanted.first(), QVariantList{1});
+    EXPECT_EQ(shown(u"l"_s), u">>>>>Kitap >>>>>Konu") << "the page goes with the click";
+}
+
 TEST_F(WebViewTest, AsksForTheTopicThatAClickedLinkNames) {
     QSignalSpy wanted(view.get(), &WebView::topicWanted);
     show(topicPage(u"T"_s, u"<a id=l href='konu:70005#y2-2' style='display:block;height:300px'>oraya</a>"_s));
