@@ -96,6 +96,7 @@ void NoteEditor::pressOnly(NoteCommand color) {
 }
 
 void NoteEditor::refreshState() {
+    parts_.actions.setEnabled(NoteCommand::SmallerType, parts_.box.fontSize() - StepPoints >= LeastPoints);
     for (const StyleCommand& style : styles)
         if (const std::optional<bool> on = parts_.box.style(style.style))
             parts_.actions.setPressed(style.command, *on);
