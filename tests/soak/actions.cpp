@@ -1,5 +1,6 @@
 // What the user does, each a small thing by mouse or keyboard on what the main window shows.
 #include <QAbstractScrollArea>
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QMenuBar>
@@ -137,7 +138,7 @@ void search(World& world, const QString& how) {
         u"su|dağ|kervan|Kuran|kör kuyu|deniz|ve|İ|ı|yıldız|ki|\"su ve|100%_|a|bahçe'nin|&<b>||zzqqxx|taş|"
         "  gece   ay |â|...?|el yol|ra|anlat"_s.split(u'|');
     press(world, u"tlbtn_Arama"_s);
-    for (const QString& option : {u"chk_BKD"_s, u"chk_TMK"_s, u"chk_HPI"_s, u"chk_FindWith"_s})
+    for (const QString& option : {u"chk_BKD"_s, u"chk_TMK"_s, u"chk_HPI"_s, u"chk_FindWith"_s, u"chk_Ses"_s})
         if (auto* box = world.find<QCheckBox>(option); box && world.oneIn(4)) {
             box->setChecked(!box->isChecked());
             world.details += option + u' ';
@@ -239,6 +240,25 @@ void studyHits(World& world, const QString& deed) {
     if (deed == u"click") click(*rows->viewport(), world.somewhere(*rows->viewport()));
 }
 
+// What the menu "Okuma" leads to: keys of its items, a look of the page, the strip that finds on it.
+void readOn(World& world, const QString& deed) {
+    if (deed == u"look") {
+        const QString name = world.anyOf(
+            u"mnu_Beyaz mnu_Sepya mnu_Gece mnu_Masaustu mnu_Tirnakli mnu_SatirDar "
+            "mnu_SatirTam mnu_AralikCok mnu_AralikNormal"_s);
+        world.details = name;
+        if (auto* action = world.find<QAction>(name); action && action->isEnabled()) action->trigger();
+    } else if (deed == u"find") {
+        pressKey(world, u"Ctrl+F"_s);
+        world.later(5, [&world] {
+            if (world.oneIn(2)) type(world.window(), world.anyOf(u"su ve ak zzq"_s));
+            keys(world, world.window(), 4, u"Return Return Shift+Return Esc"_s);
+        });
+    } else {
+        pressKey(world, deed);
+    }
+}
+
 void openMenu(World& world, const QString&) {
     const QMenuBar& bar = *world.any(world.window().findChildren<QMenuBar*>());
     const auto menus = bar.actions();
@@ -270,6 +290,9 @@ const Action Actions[] = {
     {u"shortcut"_s, 7, 10, pressKey,
      u"Ctrl+A Ctrl+I Ctrl+Y Ctrl+C Ctrl+V Ctrl+X Ctrl+Tab F6 Shift+F6 Alt+- Esc Tab Space Ctrl+F4"_s},
     {u"hits"_s, 6, 6, studyHits, u"open keys keys click click choose close"_s},
+    {u"read on"_s, 10, 6, readOn,
+     u"Alt+Left Alt+Left Alt+Right Ctrl+PgUp Ctrl+PgDown F3 F3 Shift+F3 Ctrl+D Ctrl+Shift+D Ctrl+K "
+     "Ctrl+Shift+K Ctrl+Shift+C Ctrl++ Ctrl+- Ctrl+0 look look find find"_s},
     {u"menu"_s, 4, 0, openMenu, {}},
     {u"main button"_s, 6, 0, doAnything, u"tlbtn_Kitap tlbtn_Arama tlbtn_Icerik paste not"_s},
     {u"rebuild variants"_s, 1, 2, rebuildVariants, u"cmd_KelimeKontOlustur"_s},

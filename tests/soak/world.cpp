@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 
@@ -142,6 +143,10 @@ void World::attend() {
 
 void World::attendDialog(QWidget& dialog) {
     if (oneIn(4)) return key(dialog, u"Esc"_s);
+    if (auto* search = dialog.findChild<QLineEdit*>(); search && search->isVisible() && oneIn(6)) {
+        click(*search);
+        return type(dialog, anyOf(u"su ve ak zzq"_s));
+    }
     if (auto* list = dialog.findChild<QListWidget*>()) {
         if (oneIn(3))
             click(*list->viewport(), {20, below(qMax(1, list->viewport()->height()))},
