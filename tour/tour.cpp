@@ -7,12 +7,16 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QTreeView>
+#include <utility>
 
 #include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/child_windows.h"
@@ -27,6 +31,8 @@ namespace {
 const QString Query = u"kuyu yüzük kardeş"_s;
 const QString QueryTopic = u"Bir Yüzük, Üç Kardeş"_s;
 const QString LongQuery = u"bir ve bu da su yol gün"_s;
+// Words that change before an ending.
+const QString StudiedQuery = u"ağaç renk toprak"_s;
 const QString NoteTitle = u"Üç kardeş ve kuyu"_s;
 
 constexpr int PageMs = 1200;
@@ -66,8 +72,8 @@ bool Tour::run() {
     folder_.mkpath(u"."_s);
     settle(PageMs);
     return picture(u"giris"_s) && readTopic() && stopSearch() && search() && openHit() && summary() &&
-           extraWindow() && notebook() && addBook() && modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
-           modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s);
+           extraWindow() && notebook() && study() && addBook() &&
+           modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) && modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s);
 }
 
 bool Tour::readTopic() {
@@ -171,11 +177,64 @@ bool Tour::notebook() {
     if (!choose(u"mnu_Kaydet"_s)) return false;
     settle();
     bool saved = false;
-    whenModal([this, &saved](QWidget&) { saved = picture(u"not-listesi"_s); });
+    whenModal([this, &saved](QWidget& dialog) {
+        saved = picture(u"not-listesi"_s);
+        auto* box = dialog.findChild<QLineEdit*>(u"noteSearch"_s);
+        if (box) box->setText(u"kuyu"_s);
+        settle();
+        saved = saved && box && picture(u"notlarda-arama"_s);
+    });
     if (!choose(u"mnu_ac"_s)) return false;
     settle();
     window_.windows().closeNotebook();
     return saved;
+}
+
+// One subject: words with the forms that their endings change, the windows of all hits, words offered while
+// typing.
+bool Tour::study() {
+    auto* box = press(u"tlbtn_Arama"_s) ? window_.findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
+    auto* sounds = window_.findChild<QCheckBox*>(u"chk_Ses"_s);
+    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
+    auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
+    if (!box || !sounds || !results || !find) return false;
+    sounds->setChecked(true);
+    box->setText(StudiedQuery);
+    find->click();
+    sounds->setChecked(false);
+    settle();
+    const QModelIndex run = results->model()->index(results->model()->rowCount() - 1, 0);
+    if (!openFirstTopic(results, run) || !picture(u"ses-degisimleri"_s)) return false;
+    for (const auto& [item, name] :
+         {std::pair{u"mnu_Dagilim"_s, u"dagilim"_s}, {u"mnu_Baglam"_s, u"baglam-listesi"_s}}) {
+        if (!choose(item)) return false;
+        settle(PageMs);
+        auto* area = window_.findChild<QMdiArea*>(u"workArea"_s);
+        if (!picture(name) || !area || !area->activeSubWindow()) return false;
+        area->activeSubWindow()->close();
+    }
+    box->clear();
+    box->setFocus();
+    for (const QChar letter : u"kuyu"_s) {
+        QKeyEvent key(QEvent::KeyPress, letter.toUpper().unicode(), Qt::NoModifier, letter);
+        QApplication::sendEvent(box, &key);
+    }
+    settle(PageMs);
+    const auto* offered = window_.findChild<QListWidget*>(u"suggestions"_s);
+    return offered && offered->isVisible() && picture(u"oneriler"_s);
+}
+
+bool Tour::openFirstTopic(QTreeView* tree, const QModelIndex& run) {
+    QModelIndex node = run;
+    // The first node of an author is the summary.
+    for (int depth = 0; node.isValid() && tree->model()->hasChildren(node); ++depth) {
+        tree->expand(node);
+        const int row = depth == 1 && tree->model()->rowCount(node) > 1 ? 1 : 0;
+        node = tree->model()->index(row, 0, node);
+    }
+    if (!click(tree, node)) return false;
+    settle(PageMs);
+    return true;
 }
 
 // A book of the reader's own, with what such a book holds.

@@ -35,6 +35,8 @@ class Tour : public QObject {
     bool summary();
     bool extraWindow();
     bool notebook();
+    bool study();
+    bool openFirstTopic(QTreeView* tree, const QModelIndex& run);
     bool addBook();
     bool modalWindow(const QString& menuItem, const QString& picture);
 

@@ -30,7 +30,8 @@ QString first(int units, const QString& text) {
 
 QString beginningOf(const QString& notRtf) {
     const QString trimmed = notRtf.trimmed();
-    return inOneLine(first(textCharacters, rtf::read(QStringView(trimmed), {textCharacters, false}).plainText()));
+    return inOneLine(
+        first(textCharacters, rtf::read(QStringView(trimmed), {textCharacters, false}).plainText()));
 }
 
 QString dateOf(const Note& note, const std::function<QString(QDate)>& shortDate) {
