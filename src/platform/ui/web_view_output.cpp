@@ -98,12 +98,15 @@ void WebView::printWhole(const PrintTarget& target, std::function<void(bool)> fi
         if (std::exchange(*done, true)) return;
         isPrinting_ = false;
         run->deleteLater();
+        if (page_) page_->setBackgroundColor(engine_->style().ground());
         // Not before the engine is done with this one.
         for (auto& waiting : std::exchange(waitingPrints_, {}))
             QTimer::singleShot(0, this, std::move(waiting));
         finished(printed);
     };
     isPrinting_ = true;
+    // Of the look's ground the style sheet knows that paper is white; this one is drawn on everything.
+    page_->setBackgroundColor(Qt::white);
     if (pdf.isEmpty()) {
         connect(view_, &QWebEngineView::printFinished, run, [end](bool printed) { end(printed); });
         view_->print(target.printer.get());

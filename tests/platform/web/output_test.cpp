@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 
+#include "platform/core/page_look.h"
 #include "platform/ui/clipboard.h"
 #include "web_fixture.h"
 
@@ -46,6 +47,15 @@ struct OutputTest : WebTest {
         text.start(u"pdftotext"_s, {file, u"-"_s});
         EXPECT_TRUE(text.waitForFinished());
         return QString::fromUtf8(text.readAllStandardOutput()).simplified();
+    }
+
+    /// The colour in the middle of the printed sheet, below the text.
+    static QColor paper(const QString& file) {
+        QProcess picture;
+        picture.start(u"pdftoppm"_s, {u"-r"_s, u"20"_s, u"-f"_s, u"1"_s, u"-l"_s, u"1"_s, file});
+        EXPECT_TRUE(picture.waitForFinished());
+        const QImage sheet = QImage::fromData(picture.readAllStandardOutput());
+        return sheet.isNull() ? QColor() : sheet.pixelColor(sheet.rect().center());
     }
 };
 
@@ -97,6 +107,17 @@ TEST_F(OutputTest, PrintsThePageOrItsSelectionIntoAFileOrOnAPrinter) {
     printer->setOutputFormat(QPrinter::PdfFormat);
     printer->setOutputFileName(onDisk(u"printer.pdf"));
     EXPECT_TRUE(printed({printer, {}}, printer->outputFileName()).contains(u"BAŞLIK"));
+}
+
+TEST_F(OutputTest, PrintsOnWhitePaperInEveryLook) {
+    const PageLook night{PageColours::Night};
+    engine->style().set(lookStyle(night, {}), QColor(QRgb(coloursOf(night.colours, {}).ground)));
+    const QString file = onDisk(u"gece.pdf");
+    EXPECT_TRUE(printed({nullptr, file}, file).contains(u"BAŞLIK"));
+    EXPECT_EQ(paper(file), QColor(Qt::white));
+    select(u"p"_s);
+    EXPECT_FALSE(printed({nullptr, file, PrintRange::Selection}, file).isEmpty());
+    EXPECT_EQ(paper(file), QColor(Qt::white));
 }
 
 TEST_F(OutputTest, PrintsOneAfterTheOtherAndForgetsAPrintingWhenTheViewGoes) {

@@ -1,6 +1,8 @@
 // The looks on real pages: every text can be read, marks and pictures stay, and nothing of it is in the page.
 #include "platform/core/page_look.h"
 
+#include <QRegularExpression>
+
 #include "search/pages/highlighter.h"
 #include "web_fixture.h"
 
@@ -67,6 +69,15 @@ const QString FirstMark = u"document.querySelector('input[name=ggggittt0] + font
 }  // namespace
 
 TEST_F(PageLookTest, LeavesEveryTextReadable) {
+    // "Beyaz" leaves a book its own colours; of those without any, and of all marks, it is measured too.
+    static const QRegularExpression own(
+        u"<style>.*?</style>|<font color=(red|#FFFF00)>|style='color:[^']*'| bgcolor=#222222"_s);
+    look({});
+    for (const QString& page : {colourfulPage().remove(own), Summary}) {
+        show(page);
+        const QString least = inPage(LeastOfPage);
+        EXPECT_GE(least.section(u' ', 0, 0).toDouble(), 4.5) << least.toStdString();
+    }
     const QString pages[] = {colourfulPage(), Summary};
     const LookColours grey{.ground = 0x808080, .ink = 0x8A8A8A, .link = 0x7F7F7F};
     const std::pair<PageColours, LookColours> looks[] = {{PageColours::Sepia, desktop},
