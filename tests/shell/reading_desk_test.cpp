@@ -202,10 +202,13 @@ TEST_F(ReadingDeskTest, StartsWithoutASessionThatIsDamagedOrWhoseTopicIsGone) {
     ASSERT_TRUE(start());
     EXPECT_TRUE(dialogs.messages.empty());
     clickTopic(u"Kuyu Bir"_s);
-    dialogs.answer(platform::Answer::Yes);
-    dialogs.answerText(u"benim satırım"_s);
+    for (const platform::Answer answer : {platform::Answer::No, platform::Answer::Yes}) {
+        dialogs.answer(answer);
+        dialogs.answerText(u"benim satırım"_s);
+    }
     choose(u"mnu_YerImiEkle"_s);
-    EXPECT_EQ(dialogs.messages.size(), 2U) << "asked, and told the new name";
+    EXPECT_EQ(dialogs.questions.back().initial, u"benim satırım"_s) << "what was typed is not lost";
+    EXPECT_EQ(dialogs.messages.size(), 3U) << "asked twice, and told the new name";
     EXPECT_EQ(passing(), u"Yer imi eklendi."_s);
     close();
     file.execute(u"DELETE FROM tbl_KonuBaslik WHERE KonuID=901");

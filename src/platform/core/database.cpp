@@ -274,7 +274,7 @@ bool hasJournal(const QString& path) {
 bool isDamaged(const QString& path) {
     try {
         SQLite::Database connection(path.toStdString(), SQLite::OPEN_READONLY);
-        connection.setBusyTimeout(5000);
+        connection.setBusyTimeout(100);  // what another program is writing is not damaged
         registerTurkish(connection.getHandle());
         return connection.execAndGet("PRAGMA quick_check(1)").getString() != "ok";
     } catch (const SQLite::Exception& exception) {

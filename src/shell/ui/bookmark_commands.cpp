@@ -84,17 +84,16 @@ void ChildWindows::addBookmark() {
     if (const auto author = library_.author(topic.author); author && *author)
         bookmark->author = (**author).name.trimmed();
     const QString& passage = bookmark->place.passage;
-    const auto line = services_.dialogs.ask(
-        {u"“%1”\n\nYer imine bir satır yazabilirsiniz:"_s.arg(
-             passage.size() > PromptLength ? passage.left(PromptLength) + u"…"_s : passage),
-         u"Yer İmi Ekle"_s,
-         {}});
-    if (!line) return;
-    bookmark->line = line->trimmed();
+    const QString prompt = u"“%1”\n\nYer imine bir satır yazabilirsiniz:"_s.arg(
+        passage.size() > PromptLength ? passage.left(PromptLength) + u"…"_s : passage);
     const desk::Bookmarks store(desk::readerFilePath(services_.folder));
-    platform::Result<qint64> added = store.add(*bookmark);
-    if (!added && tellReaderFile(added.error())) added = store.add(*bookmark);
-    if (added) frame_.showPassingText(u"Yer imi eklendi."_s);
+    // What was typed comes again until it is kept, or given up.
+    while (const auto line = services_.dialogs.ask({prompt, u"Yer İmi Ekle"_s, bookmark->line})) {
+        bookmark->line = line->trimmed();
+        platform::Result<qint64> added = store.add(*bookmark);
+        if (!added && tellReaderFile(added.error())) added = store.add(*bookmark);
+        if (added) return frame_.showPassingText(u"Yer imi eklendi."_s);
+    }
 }
 
 void ChildWindows::showBookmarks() {
