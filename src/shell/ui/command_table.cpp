@@ -96,38 +96,35 @@ constexpr CommandRow Yazi[] = {
     {u"mnu_YKucult", u"Yazı Boyutunu Küçült", {}, Lockable, [](W& w) { w.stepZoom(-1); }},
 };
 
+/// A text as an argument of a template.
+template <std::size_t Size>
+struct Name {
+    char16_t text[Size];
+    constexpr Name(const char16_t (&name)[Size]) { std::copy_n(name, Size, text); }
+};
+
+/// A row that chooses what it is named after.
+template <Name name>
+constexpr CommandRow look(QStringView caption) {
+    return {name.text, caption, {}, Checked, [](W& w) { w.looks().choose(name.text); }};
+}
+
 constexpr CommandRow Gorunum[] = {
-    {u"mnu_Beyaz", u"&Beyaz", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Beyaz"); }},
-    {u"mnu_Sepya", u"&Sepya", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Sepya"); }},
-    {u"mnu_Gece", u"&Gece", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Gece"); }},
-    {u"mnu_Masaustu", u"&Masaüstü Gibi", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Masaustu"); }},
+    look<u"mnu_Beyaz">(u"&Beyaz"),
+    look<u"mnu_Sepya">(u"&Sepya"),
+    look<u"mnu_Gece">(u"&Gece"),
+    look<u"mnu_Masaustu">(u"&Masaüstü Gibi"),
     {u"sep20"},
-    {u"mnu_Tirnakli", u"&Tırnaklı Yazı", {}, Checked, [](W& w) { w.looks().choose(u"mnu_Tirnakli"); }},
+    look<u"mnu_Tirnakli">(u"&Tırnaklı Yazı"),
     {u"sep21"},
-    {u"mnu_SatirTam",
-     u"Satırlar Pencere Boyunca",
-     {},
-     Checked,
-     [](W& w) { w.looks().choose(u"mnu_SatirTam"); }},
-    {u"mnu_SatirGenis", u"Geniş Satırlar", {}, Checked, [](W& w) { w.looks().choose(u"mnu_SatirGenis"); }},
-    {u"mnu_SatirOrta", u"Orta Satırlar", {}, Checked, [](W& w) { w.looks().choose(u"mnu_SatirOrta"); }},
-    {u"mnu_SatirDar", u"Dar Satırlar", {}, Checked, [](W& w) { w.looks().choose(u"mnu_SatirDar"); }},
+    look<u"mnu_SatirTam">(u"Satırlar Pencere Boyunca"),
+    look<u"mnu_SatirGenis">(u"Geniş Satırlar"),
+    look<u"mnu_SatirOrta">(u"Orta Satırlar"),
+    look<u"mnu_SatirDar">(u"Dar Satırlar"),
     {u"sep22"},
-    {u"mnu_AralikNormal",
-     u"Olağan Satır Aralığı",
-     {},
-     Checked,
-     [](W& w) { w.looks().choose(u"mnu_AralikNormal"); }},
-    {u"mnu_AralikGenis",
-     u"Geniş Satır Aralığı",
-     {},
-     Checked,
-     [](W& w) { w.looks().choose(u"mnu_AralikGenis"); }},
-    {u"mnu_AralikCok",
-     u"Çok Geniş Satır Aralığı",
-     {},
-     Checked,
-     [](W& w) { w.looks().choose(u"mnu_AralikCok"); }},
+    look<u"mnu_AralikNormal">(u"Olağan Satır Aralığı"),
+    look<u"mnu_AralikGenis">(u"Geniş Satır Aralığı"),
+    look<u"mnu_AralikCok">(u"Çok Geniş Satır Aralığı"),
     {u"sep23"},
     {u"mnu_Yaklastir", u"&Yakınlaştır", u"Ctrl++; Ctrl+=", Lockable, [](W& w) { w.stepZoom(+1); }},
     {u"mnu_Uzaklastir", u"&Uzaklaştır", u"Ctrl+-", Lockable, [](W& w) { w.stepZoom(-1); }},
