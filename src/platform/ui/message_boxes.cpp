@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -142,8 +143,30 @@ std::optional<QString> MessageBoxes::ask(const Question& question) {
     return dialog.textValue();
 }
 
+namespace {
+
+// "html" of "HTML (*.html)"
+QString endingOf(const QString& kind) {
+    return kind.section(u"(*."_s, 1).section(u')', 0, 0).section(u' ', 0, 0);
+}
+
+}  // namespace
+
 QString MessageBoxes::askSavePath(const QString& title, const QString& suggestion, const QString& filter) {
-    return QFileDialog::getSaveFileName(owner(), title, suggestion, filter);
+    QFileDialog dialog(owner(), title, QFileInfo(suggestion).path(), filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.selectFile(suggestion);
+    // A name without an ending gets that of the kind that is chosen; one that was offered follows it.
+    const auto follow = [&dialog](const QString& kind) {
+        const QString ending = endingOf(kind);
+        dialog.setDefaultSuffix(ending);
+        const QFileInfo name(dialog.selectedFiles().value(0));
+        const bool isOffered = dialog.nameFilters().join(u' ').contains(u"*."_s + name.suffix() + u')');
+        if (!ending.isEmpty() && isOffered) dialog.selectFile(name.completeBaseName() + u'.' + ending);
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+    dialog.setDefaultSuffix(endingOf(dialog.selectedNameFilter()));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 namespace {
