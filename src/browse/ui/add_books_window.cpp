@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMimeData>
+#include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -57,7 +58,7 @@ AddBooksWindow::AddBooksWindow(const QStringList& paths, QString library, QWidge
       close_(named(new QPushButton(u"&Kapat"_s), u"close"_s)) {
     setObjectName(u"addBooks"_s);
     setWindowTitle(u"Kitap Ekle"_s);
-    resize(FirstSize);
+    resize(FirstSize.boundedTo(screen()->availableSize() * 9 / 10));
     files_->setAccessibleName(u"Dosyalar"_s);
     files_->setWordWrap(true);
     files_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

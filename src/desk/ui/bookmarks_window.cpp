@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -100,7 +101,7 @@ BookmarksWindow::BookmarksWindow(BookmarkList list, platform::Dialogs& dialogs, 
     layout->addWidget(count_);
     layout->addWidget(buttons());
     const int letter = fontMetrics().averageCharWidth();
-    resize(letter * 120, letter * 70);
+    resize(QSize(letter * 120, letter * 70).boundedTo(screen()->availableSize() * 9 / 10));
     const int widths[] = {19, 26, 36};  // what is left is the passage's
     for (int column = 0; column < BookmarkModel::Passage; ++column)
         view_->setColumnWidth(column, widths[column] * letter);

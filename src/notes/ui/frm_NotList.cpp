@@ -75,6 +75,7 @@ QLayout* frm_NotList::searchRow() {
     search_->setAccessibleName(u"Notlarda ara"_s);
     search_->setPlaceholderText(u"Notlarda ara"_s);
     search_->setClearButtonEnabled(true);
+    search_->setMinimumWidth(search_->fontMetrics().averageCharWidth() * 20);
     search_->installEventFilter(this);
     wholeWord_->setObjectName(u"noteWholeWord"_s);
     allWords_->setObjectName(u"noteAllWords"_s);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QProxyStyle>
 
 #include "platform/ui/icons.h"
 #include "platform/ui/message_boxes.h"
@@ -11,6 +12,15 @@ namespace lirovan::shell {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// A menu that is higher than the screen scrolls; in columns it would reach over the screen's edge.
+class MenusScroll : public QProxyStyle {
+  public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
 
 void setAccent() {
     const QColor stockAccent(48, 140, 198);
@@ -27,6 +37,7 @@ void dress(QApplication& application) {
     QApplication::setDesktopFileName(u"lirovan"_s);
     QApplication::setWindowIcon(platform::applicationIcon());
     platform::installTranslations(application);
+    QApplication::setStyle(new MenusScroll);
     setAccent();
 }
 
