@@ -29,6 +29,7 @@ class History {
     /// Goes back (-1) or forward (1) to the nearest page that `show` can show; those that it cannot are
     /// forgotten. While it runs, shown() and stands() change nothing. False: there is none.
     bool go(int step, const std::function<bool(const Entry&)>& show);
+    bool isGoing() const { return going_; }
 
   private:
     std::vector<Entry> entries_;

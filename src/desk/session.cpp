@@ -4,7 +4,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
-#include <tuple>
 
 #include "desk/reader_file.h"
 
@@ -17,28 +16,6 @@ using platform::Statement;
 using platform::Step;
 
 namespace {
-
-// Longer ones are pasted texts.
-constexpr qsizetype LongestQuery = 1000;
-
-auto bits(const search::SearchOptions& options) {
-    return std::tuple(options.caseSensitive, options.wholeWord, options.allWords, options.together,
-                      options.soundChanges);
-}
-
-int toInt(const search::SearchOptions& o) {
-    return o.caseSensitive * 1 + o.wholeWord * 2 + o.allWords * 4 + o.together * 8 + o.soundChanges * 16;
-}
-
-search::SearchOptions fromInt(int bits) {
-    search::SearchOptions options;
-    options.caseSensitive = bits & 1;
-    options.wholeWord = bits & 2;
-    options.allWords = bits & 4;
-    options.together = bits & 8;
-    options.soundChanges = bits & 16;
-    return options;
-}
 
 template <class Id>
 QJsonArray idArray(const std::vector<Id>& ids) {
@@ -75,21 +52,10 @@ constexpr QStringView Key = u"oturum";
 
 }  // namespace
 
-bool operator==(const SavedSearch& a, const SavedSearch& b) {
-    return a.query == b.query && bits(a.options) == bits(b.options);
-}
-
-void Session::searched(SavedSearch search) {
-    if (search.query.isEmpty() || search.query.size() > LongestQuery) return;
-    std::erase(searches, search);
-    searches.insert(searches.begin(), std::move(search));
-    if (searches.size() > MostSearches) searches.resize(MostSearches);
-}
-
 QByteArray sessionJson(const Session& session) {
     QJsonArray searches;
-    for (const SavedSearch& search : session.searches)
-        searches.append(QJsonArray{search.query, toInt(search.options)});
+    for (const search::AskedSearch& search : session.searches.all())
+        searches.append(QJsonArray{search.query, search::optionBits(search.options)});
     const QRect& window = session.window;
     QJsonObject object{{u"surdur"_s, session.continues},
                        {u"pencere"_s, QJsonArray{window.x(), window.y(), window.width(), window.height()}},
@@ -119,7 +85,7 @@ Session sessionFromJson(const QByteArray& json) {
     const QJsonArray searches = object[u"aramalar"_s].toArray();
     for (qsizetype i = searches.size(); i-- > 0;) {
         const QJsonArray each = searches[i].toArray();
-        session.searched({each.at(0).toString(), fromInt(each.at(1).toInt())});
+        session.searches.add({each.at(0).toString(), search::optionsOf(each.at(1).toInt())});
     }
     return session;
 }

@@ -10,14 +10,9 @@
 #include "browse/page_identity.h"
 #include "platform/core/page_place.h"
 #include "platform/core/result.h"
-#include "search/runs/search_request.h"
+#include "search/runs/asked_searches.h"
 
 namespace lirovan::desk {
-
-struct SavedSearch {
-    QString query;  ///< as it was typed
-    search::SearchOptions options;
-};
 
 /// The page that was read last: a topic, also where it was shown with its hits.
 struct LastPage {
@@ -36,14 +31,8 @@ struct Session {
     std::vector<data::AuthorId> unfoldedAuthors;
     std::vector<data::BookId> unfoldedBooks;
     std::optional<LastPage> page;
-    std::vector<SavedSearch> searches;  ///< the newest first
-
-    static constexpr std::size_t MostSearches = 20;
-    /// Puts a search in front; the same words with the same options stand there once.
-    void searched(SavedSearch search);
+    search::AskedSearches searches;
 };
-
-bool operator==(const SavedSearch& a, const SavedSearch& b);
 
 QByteArray sessionJson(const Session& session);
 /// Whatever cannot be read is as at the first start.

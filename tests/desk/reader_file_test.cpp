@@ -34,8 +34,8 @@ Session someSession() {
     place.passage = u"yatağını \"bulur\" 😀"_s;
     place.share = 0.5;
     session.page = LastPage{{4002}, {40}, u"Irmak Boyu"_s, u"Ağaçlar"_s, place};
-    session.searched({u"su"_s, {.caseSensitive = true, .together = true}});
-    session.searched({u"dağ ışık"_s, {.soundChanges = true}});
+    session.searches.add({u"su"_s, {.caseSensitive = true, .together = true}});
+    session.searches.add({u"dağ ışık"_s, {.soundChanges = true}});
     return session;
 }
 
@@ -102,20 +102,21 @@ TEST_F(ReaderFileTest, AStartGoesOnWithoutASessionThatCannotBeReadOrIsSlowToCome
     EXPECT_EQ(store.load(100ms), std::nullopt) << "another program writes";
     EXPECT_LT(time.elapsed(), 2000);
     other->close();
-    EXPECT_EQ(sessionFromJson("[1,{\"a\":").searches.size(), 0U);
-    EXPECT_EQ(
-        sessionFromJson(R"({"sekme":77,"pencere":[1],"aramalar":[3,[],["x",1]],"sayfa":{}})").searches.size(),
-        1U);
+    EXPECT_EQ(sessionFromJson("[1,{\"a\":").searches.all().size(), 0U);
+    EXPECT_EQ(sessionFromJson(R"({"sekme":77,"pencere":[1],"aramalar":[3,[],["x",1]],"sayfa":{}})")
+                  .searches.all()
+                  .size(),
+              1U);
 }
 
-TEST_F(ReaderFileTest, KeepsTwentySearchesEachOnce) {
-    Session session;
-    for (int i = 0; i < 30; ++i) session.searched({QString::number(i), {}});
-    session.searched({u"25"_s, {}});
-    session.searched({u"25"_s, {.wholeWord = true}});
-    session.searched({QString(), {}});
-    EXPECT_EQ(session.searches.size(), Session::MostSearches);
-    EXPECT_EQ(session.searches[0].query + session.searches[1].query + session.searches[2].query, u"252529"_s);
+TEST(AskedSearches, AreTwentyEachOnce) {
+    search::AskedSearches asked;
+    for (int i = 0; i < 30; ++i) asked.add({QString::number(i), {}});
+    asked.add({u" 25"_s, {.clearResult = true}});
+    asked.add({u"25"_s, {.wholeWord = true}});
+    asked.add({QString(), {}});
+    ASSERT_EQ(asked.all().size(), search::AskedSearches::Most);
+    EXPECT_EQ(asked.all()[0].query + asked.all()[1].query + asked.all()[2].query, u"252529"_s);
 }
 
 TEST_F(ReaderFileTest, TwoProgramsAddBookmarksToOneFileAndADeletedOneComesBack) {

@@ -36,7 +36,7 @@ class SearchTabTest : public testing::Test {
         library = file.execute(u"COMMIT").open();
         content.page.elements = {u"ggggittt0"_s};  // a page has the buttons that were written to its file
         tab = std::make_unique<SearchTab>(
-            SearchTab::Parts{frame, dialogs, content, library, file.appFolder(), commands, state});
+            SearchTab::Parts{frame, dialogs, content, library, file.appFolder(), commands, state, asked});
         tree = child<QTreeView>("tvw_Kitaplar_Bul");
         tab->show();
     }
@@ -112,6 +112,7 @@ class SearchTabTest : public testing::Test {
     test::FakeContentView content;
     browse::PageCommands commands{frame};
     browse::SearchTabState state;
+    AskedSearches asked;
     std::unique_ptr<SearchTab> tab;
     QTreeView* tree;
     QTimer events;
@@ -472,6 +473,27 @@ TEST_F(SearchTabTest, OffersWordsAndIsNeverInTheWayOfEnter) {
     QTest::keyClick(box, Qt::Key_Return);  // with nothing chosen it searches
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(rows(1).value(1), u"Aranan :\"ilim ir\"");
+}
+
+TEST_F(SearchTabTest, ListsTheLastSearchesWithTheirOptions) {
+    auto* box = child<QLineEdit>("txt_Bul");
+    auto* list = child<SuggestionList>("suggestions");
+    press("chk_TMK");
+    press("chk_HPI");
+    find(u"irfan ilim"_s);
+    press("chk_TMK");
+    press("chk_FindWith");
+    find(u"söz"_s);
+    QTest::keyClick(box, Qt::Key_Down);
+    EXPECT_FALSE(list->isVisible()) << "the box holds a query";
+    box->clear();
+    QTest::keyClick(box, Qt::Key_Down);
+    ASSERT_TRUE(list->isVisible() && list->count() == 2);
+    EXPECT_EQ(list->item(0)->text(), u"söz (tümü birlikte)");
+    QTest::keyClick(box, Qt::Key_Down);
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(text(), u"irfan ilim");
+    EXPECT_TRUE(isOn("chk_TMK") && isOn("chk_HPI") && !isOn("chk_FindWith"));
 }
 
 TEST_F(SearchTabTest, ReadsTheWordsAgainAfterTheyHadToMakeWay) {

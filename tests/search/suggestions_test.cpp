@@ -73,9 +73,9 @@ TEST(Suggestions, CompleteTheWordAtTheCaretOrTheWholeQuery) {
     test::LibraryFile file;
     file.author(1, u"a").book(1, 1, u"b").topic(1, 1, u"k", u"<P>ilim ilim irfan</P>");
     const WordIndex index = indexOf(file.open());
-    AskedQueries asked;
-    for (const QString& query : {u"irfan"_s, u"ilim ve"_s, u" "_s, u"irfan"_s}) asked.add(query);
-    EXPECT_EQ(asked.all(), (QStringList{u"irfan"_s, u"ilim ve"_s}));
+    AskedSearches asked;
+    for (const QString& query : {u"irfan"_s, u"ilim ve"_s, u" "_s, u"irfan"_s}) asked.add({query, {}});
+    asked.add({u"irfan"_s, {.wholeWord = true}});
     const auto offered = [&](const QString& text, qsizetype caret) {
         QStringList all;
         for (const Suggestion& each : suggestionsFor(text, caret, asked, &index))

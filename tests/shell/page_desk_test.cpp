@@ -96,3 +96,28 @@ TEST_F(PageDeskTest, PutsWindowsBesideEachOtherAndBringsATopicIntoSight) {
     EXPECT_EQ(extra(1)->geometry().left(), content().geometry().right() + 1);
     EXPECT_EQ(extra(1)->geometry().right(), area().rect().right());
 }
+
+TEST_F(PageDeskTest, AnExtraWindowHasTheWordsAndTheSourceOfItsPage) {
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    auto* box = find<QLineEdit>(u"txt_Bul"_s);
+    box->setText(u"su"_s);
+    QTest::keyClick(box, Qt::Key_Return);
+    auto& results = *find<QTreeView>(u"tvw_Kitaplar_Bul"_s);
+    results.expandAll();
+    click(results, match(results, Qt::DisplayRole, u"Irmak Boyu"_s, Qt::MatchStartsWith));
+    page().waitUntilComplete();
+    press(u"New"_s);
+    ASSERT_TRUE(extra(1));
+    clickNode(u"C1"_s);  // the shared window shows another topic now
+    area().setActiveSubWindow(extra(1));
+    search::WordsStrip& strip = *extra(1)->words;
+    EXPECT_TRUE(strip.isVisible() && strip.words().size() == 1);
+    choose(u"mnu_KelimeSeridi"_s);
+    EXPECT_FALSE(strip.isVisible());
+    inner(*extra(1)->wb_Icerik).runJavaScript(u"getSelection().selectAllChildren(document.body)"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return extra(1)->wb_Icerik->hasSelection(); }));
+    choose(u"mnu_KaynaklaKopyala"_s);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(u"Irmak Boyu"_s))
+        << QGuiApplication::clipboard()->text().toStdString();
+}

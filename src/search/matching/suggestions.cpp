@@ -1,6 +1,9 @@
 #include "search/matching/suggestions.h"
 
+#include <algorithm>
+
 #include "search/matching/search_query.h"
+#include "search/runs/run_tip.h"
 #include "text/comparison.h"
 
 namespace lirovan::search {
@@ -9,7 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype MostKept = 30;
 constexpr size_t MostQueries = 4, MostWords = 8;
 
 bool beginsWith(QStringView text, QStringView beginning) {
@@ -19,14 +21,7 @@ bool beginsWith(QStringView text, QStringView beginning) {
 
 }  // namespace
 
-void AskedQueries::add(const QString& query) {
-    if (query.trimmed().isEmpty()) return;
-    queries_.removeAll(query);
-    queries_.prepend(query);
-    if (queries_.size() > MostKept) queries_.removeLast();
-}
-
-std::vector<Suggestion> suggestionsFor(const QString& text, qsizetype caret, const AskedQueries& asked,
+std::vector<Suggestion> suggestionsFor(const QString& text, qsizetype caret, const AskedSearches& asked,
                                        const WordIndex* index) {
     std::vector<Suggestion> offered;
     qsizetype begin = caret;
@@ -34,9 +29,12 @@ std::vector<Suggestion> suggestionsFor(const QString& text, qsizetype caret, con
     const QStringView word = QStringView(text).sliced(begin, caret - begin);
     if (word.isEmpty()) return offered;
     if (caret == text.size()) {
-        for (const QString& query : asked.all()) {
+        for (const AskedSearch& each : asked.all()) {
             if (offered.size() == MostQueries) break;
-            if (query != text && beginsWith(query, text))
+            const QString& query = each.query;
+            // With other options it is the same query.
+            const bool isThere = std::ranges::count(offered, query, &Suggestion::query) > 0;
+            if (query != text && beginsWith(query, text) && !isThere)
                 offered.push_back({query, query, query.size(), true});
         }
     }
@@ -47,6 +45,16 @@ std::vector<Suggestion> suggestionsFor(const QString& text, qsizetype caret, con
         if (taken == word) continue;
         offered.push_back({each.shown + u" ("_s + formatCount(each.count) + u')',
                            text.first(begin) + taken + text.sliced(caret), begin + taken.size()});
+    }
+    return offered;
+}
+
+std::vector<Suggestion> lastSearches(const AskedSearches& asked) {
+    std::vector<Suggestion> offered;
+    for (const auto& [query, options] : asked.all()) {
+        const QString names = namesOfOptions(options);
+        offered.push_back(
+            {names.isEmpty() ? query : query + u" ("_s + names + u')', query, query.size(), true, options});
     }
     return offered;
 }

@@ -4,7 +4,9 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -47,6 +49,25 @@ class ResultView : public QTreeView {
     mutable int widest_ = 0;
 };
 
+/// As high as what it holds, and where there is no room for that, lower: it scrolls.
+class OptionsArea : public QScrollArea {
+  public:
+    explicit OptionsArea(QWidget* options) {
+        setWidget(options);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+        // The window's own ground, not that of lists.
+        viewport()->setAutoFillBackground(false);
+        options->setAutoFillBackground(false);
+    }
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override {
+        return {widget()->minimumSizeHint().width(), 4 * fontMetrics().height()};
+    }
+};
+
 }  // namespace
 
 SearchTab::SearchTab(const Parts& parts, QWidget* parent)
@@ -69,11 +90,11 @@ SearchTab::SearchTab(const Parts& parts, QWidget* parent)
       fraStopper(named(new QFrame, u"fraStopper"_s)),
       cmd_Stop(named(new QPushButton(u"Özet Alma İşlemini Durdur"_s), u"cmd_Stop"_s)),
       tvw_Kitaplar_Bul(named<QTreeView>(new ResultView, u"tvw_Kitaplar_Bul"_s)),
-      suggestions_(new SuggestionList(*txt_Bul, parts.library, this)) {
+      suggestions_(new SuggestionList(*txt_Bul, parts.library, parts.asked, this)) {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Label1);
     layout->addLayout(searchRow());
-    layout->addWidget(optionsFrame());
+    layout->addWidget(new OptionsArea(optionsFrame()));
     layout->addWidget(stopFrame());
     layout->addWidget(tvw_Kitaplar_Bul, 1);
     Label1->setBuddy(txt_Bul);
@@ -140,11 +161,13 @@ void SearchTab::setUpTree() {
 void SearchTab::connectButtons() {
     const auto find = [this] {
         suggestions_->close();
-        if (!isRunning()) suggestions_->asked.add(text::trimBlanks(txt_Bul->text()).toString());
         cmd_Bul_Click();
     };
     connect(txt_Bul, &QLineEdit::returnPressed, this, find);
     connect(cmd_Bul, &QPushButton::clicked, this, find);
+    connect(suggestions_, &SuggestionList::optionsTaken, this, &SearchTab::setOptions);
+    txt_Bul->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(txt_Bul, &QLineEdit::customContextMenuRequested, this, &SearchTab::showBoxMenu);
     suggestions_->isSearching = [this] { return isRunning(); };
     connect(cmdDur, &QPushButton::clicked, this, [this] { cmdDur_Click(); });
     connect(cmd_Stop, &QPushButton::clicked, this, [this] { OzetDurdur_ = true; });
@@ -196,6 +219,19 @@ bool SearchTab::eventFilter(QObject* watched, QEvent* event) {
 
 void SearchTab::offer(const QString& query, const SearchOptions& options) {
     txt_Bul->setText(query);
+    setOptions(options);
+}
+
+void SearchTab::showBoxMenu(const QPoint& place) {
+    QMenu* menu = txt_Bul->createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addSeparator();
+    QAction* last = menu->addAction(u"Son Aramalar"_s, suggestions_, &SuggestionList::showLastSearches);
+    last->setEnabled(!parts_.asked.all().empty());
+    menu->popup(txt_Bul->mapToGlobal(place));
+}
+
+void SearchTab::setOptions(const SearchOptions& options) {
     chk_BKD->setChecked(options.caseSensitive);
     chk_TMK->setChecked(options.wholeWord);
     chk_HPI->setChecked(options.allWords);

@@ -44,8 +44,7 @@ class SearchTab : public QWidget, private RunHost {
         platform::AppFolder folder;
         browse::PageCommands& page;
         browse::SearchTabState& state;
-        /// Told of every search that came to its end.
-        std::function<void(const QString& query, const SearchOptions& options)> searched = {};
+        AskedSearches& asked;  ///< gets every search that came to its end
     };
     /// What `parts` refers to outlives the tab.
     explicit SearchTab(const Parts& parts, QWidget* parent = nullptr);
@@ -101,6 +100,8 @@ class SearchTab : public QWidget, private RunHost {
     QWidget* stopFrame();
     void setUpTree();
     void connectButtons();
+    void showBoxMenu(const QPoint& place);
+    void setOptions(const SearchOptions& options);
 
     SearchOptions options() const;
     /// True: cmdDur in place of cmd_Bul, with the focus. False: the reverse.

@@ -122,7 +122,7 @@ bool SearchTab::listele(const QString& query, ListOrder order) {
         const Result<SearchOutcome> result =
             engine_.run({query, options(), order, parts_.frame.selectedBooks(), txt_Bul->text()}, *this);
         closed = result && result->end == SearchOutcome::End::Listed;
-        if (closed && parts_.searched) parts_.searched(query, options());
+        if (closed) parts_.asked.add({query, options()});
         if (closed || !result) {
             followNewestBook();
             showAndLetEventsRun();

@@ -17,10 +17,10 @@ namespace {
 constexpr int PauseMs = 20;
 }  // namespace
 
-SuggestionList::SuggestionList(QLineEdit& box, const data::Library& library, QWidget* parent)
-    : QListWidget(parent), box_(box), library_(library), changes_(library) {
+SuggestionList::SuggestionList(QLineEdit& box, const data::Library& library, const AskedSearches& asked,
+                               QWidget* parent)
+    : QListWidget(parent), box_(box), library_(library), asked_(asked), changes_(library) {
     setObjectName(u"suggestions"_s);
-    setAccessibleName(u"Öneriler"_s);
     setFocusPolicy(Qt::NoFocus);
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -67,14 +67,26 @@ void SuggestionList::offer() {
 }
 
 void SuggestionList::showOffered() {
-    offered_ = suggestionsFor(box_.text(), box_.cursorPosition(), asked, index_.get());
+    setAccessibleName(u"Öneriler"_s);
+    show(suggestionsFor(box_.text(), box_.cursorPosition(), asked_, index_.get()));
+}
+
+void SuggestionList::showLastSearches() {
+    // Words that are still being read do not take its place.
+    wanted_ = false;
+    setAccessibleName(u"Son Aramalar"_s);
+    show(lastSearches(asked_));
+}
+
+void SuggestionList::show(std::vector<Suggestion> offered) {
+    offered_ = std::move(offered);
     clear();
     for (const Suggestion& each : offered_) {
         auto* item = new QListWidgetItem(each.shown, this);
         QFont font = this->font();
         font.setItalic(each.isQuery);
         item->setFont(font);
-        if (each.isQuery) item->setToolTip(u"Daha önce aranan"_s);
+        if (each.isQuery) item->setToolTip(u"Daha önce aranan: "_s + each.shown);
     }
     setCurrentRow(-1);
     setVisible(!offered_.empty());
@@ -95,6 +107,7 @@ void SuggestionList::take(int row) {
     close();
     box_.setText(taken.query);
     box_.setCursorPosition(static_cast<int>(taken.caret));
+    if (taken.options) Q_EMIT optionsTaken(*taken.options);
 }
 
 void SuggestionList::close() {
@@ -102,8 +115,14 @@ void SuggestionList::close() {
     hide();
 }
 
-bool SuggestionList::takeKey(int key) {
+bool SuggestionList::takeKey(const QKeyEvent& pressed) {
+    const int key = pressed.key();
     if (!isVisible()) {
+        if (key == Qt::Key_Down && (box_.text().isEmpty() || pressed.modifiers() & Qt::AltModifier)) {
+            showLastSearches();
+            setCurrentRow(0);
+            return true;
+        }
         // Words that come from now on are too late.
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) wanted_ = false;
         return false;
@@ -133,7 +152,7 @@ bool SuggestionList::takeKey(int key) {
 
 bool SuggestionList::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &box_) {
-        if (event->type() == QEvent::KeyPress && takeKey(static_cast<QKeyEvent*>(event)->key())) return true;
+        if (event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent*>(event))) return true;
         if (event->type() == QEvent::FocusOut) close();
     }
     return QListWidget::eventFilter(watched, event);

@@ -1,5 +1,6 @@
 // The list below the search box. The keys stay in the box: arrows choose, Enter takes what is chosen, Esc
-// closes; with nothing chosen Enter is the box's own.
+// closes; with nothing chosen Enter is the box's own. While one types it offers words and queries; Down in
+// an empty box, and Alt+Down in any, lists the last searches with their options.
 #pragma once
 
 #include <QLineEdit>
@@ -20,10 +21,9 @@ class SuggestionList : public QListWidget {
     Q_OBJECT
 
   public:
-    /// Lies over `parent`, in which the box is; both and `library` outlive it.
-    SuggestionList(QLineEdit& box, const data::Library& library, QWidget* parent);
+    /// Lies over `parent`, in which the box is; what it refers to outlives it.
+    SuggestionList(QLineEdit& box, const data::Library& library, const AskedSearches& asked, QWidget* parent);
 
-    AskedQueries asked;
     /// While true, the library is not read for the words: a search has the machine to itself.
     std::function<bool()> isSearching;
     /// Until something is typed again.
@@ -32,6 +32,10 @@ class SuggestionList : public QListWidget {
     /// it again.
     void stopReading() { work_.stop(); }
     bool hasWords() const { return index_ != nullptr; }
+    void showLastSearches();
+
+  Q_SIGNALS:
+    void optionsTaken(const SearchOptions& options);  ///< with a search that was asked before
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,12 +44,14 @@ class SuggestionList : public QListWidget {
     void readWords();
     void offer();
     void showOffered();
+    void show(std::vector<Suggestion> offered);
     void take(int row);
-    bool takeKey(int key);
+    bool takeKey(const QKeyEvent& key);
     void place();
 
     QLineEdit& box_;
     const data::Library& library_;
+    const AskedSearches& asked_;
     LibraryChanges changes_;
     std::shared_ptr<const WordIndex> index_;
     bool current_ = false;  // the index is that of the library as it was at changes_

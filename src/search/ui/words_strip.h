@@ -20,6 +20,7 @@ class WordsStrip : public QToolBar {
 
     /// No words: the page is not a marked one.
     void setWords(std::vector<RunWord> words);
+    const std::vector<RunWord>& words() const { return words_; }
     /// The reader does not want to see it.
     void setWanted(bool wanted);
 

@@ -149,14 +149,21 @@ void ChildWindows::openInNewWindow() {
     const auto html = content_->wb_Icerik->innerHtml();
     if (html)
         loadExtra({page.location(), copiedPage(*html.value, services_.folder),
-                   copiedCaption(content_->windowTitle(), *html.value), frame_.fontSize()});
+                   copiedCaption(content_->windowTitle(), *html.value), frame_.fontSize(), shown_,
+                   pageWords()});
     else if (html.outcome == platform::Outcome::TimedOut)
         openSameInNewWindow();
 }
 
 void ChildWindows::openSameInNewWindow() {
     const WebView& page = *content_->wb_Icerik;
-    loadExtra({page.location(), {}, copiedCaption(content_->windowTitle(), {}), frame_.fontSize(), &page});
+    loadExtra({page.location(),
+               {},
+               copiedCaption(content_->windowTitle(), {}),
+               frame_.fontSize(),
+               shown_,
+               pageWords(),
+               &page});
 }
 
 void ChildWindows::printPageDirectly() {

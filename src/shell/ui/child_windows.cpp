@@ -115,10 +115,7 @@ void ChildWindows::loadBrowse() {
                              [this] { return help_ && help_->helpShown; }, maximizeMainWindow});
     area_.addSubWindow(browse_);
     searchTab_ = new search::SearchTab({frame_, services_.dialogs, *contentPort_, library_, services_.folder,
-                                        pageCommands_, search_,
-                                        [this](const QString& query, const search::SearchOptions& options) {
-                                            if (searched) searched(query, options);
-                                        }});
+                                        pageCommands_, search_, asked});
     browse_->setSearchTab(searchTab_);
     searchTab_->wordsShown = [this](std::vector<search::RunWord> words) {
         if (words_) words_->setWords(std::move(words));
@@ -286,6 +283,7 @@ void ChildWindows::loadExtra(const CopiedPage& page) {
     auto* window =
         new frm_IcerikN({frame_, services_.dialogs, services_.printing, engine(), services_.folder}, number);
     window->zoomPoints = points_;
+    window->words->setWanted(looks_->wordsShown());
     extra_.add(window);
     area_.addSubWindow(window);
     connect(window, &platform::MdiChild::unloaded, this, [this, number] { extra_.release(number); });

@@ -79,7 +79,7 @@ class ChildWindows : public QObject {
     void stepZoom(int step);
     void restoreZoom();      ///< as it was when the program was closed
     void findOnPage();       ///< the strip under the page of the active content window
-    void copyWithSource();   ///< the selection of the topic that is shown, and a line that leads back to it
+    void copyWithSource();   ///< the selection of the active content window, and a line that leads back
     void placeSideBySide();  ///< the content window and the newest extra window
     void toggleWords();      ///< the strip of the run's words
     /// A link of a note: to a place in a topic, or to a foreign address, which is asked about.
@@ -113,7 +113,7 @@ class ChildWindows : public QObject {
     std::function<void()> toggleContinues;  ///< "Açılışta Kaldığım Yerden Sürdür"
 
     // The session
-    std::function<void(const QString& query, const search::SearchOptions& options)> searched;
+    search::AskedSearches asked;
     void intoSession(desk::Session& session);
     /// What was there comes back, or is offered by a strip.
     void beginWith(const desk::Session& session);
@@ -147,6 +147,7 @@ class ChildWindows : public QObject {
     platform::PageView* shownPage();  ///< null when the content window is not loaded
     void uncoverContent();
     void addWordsStrip();
+    std::vector<search::RunWord> pageWords() const;  ///< of the shared content window
     void addToMenu(platform::WebView& page);
     /// What all pages of content windows have: zoom, menu, links.
     void equip(platform::WebView& page);
@@ -183,7 +184,8 @@ class ChildWindows : public QObject {
     void restore(const desk::Session& session);
     void continueAt(const desk::LastPage& page);
     void offerToContinue(const desk::LastPage& page);
-    qsizetype shownNode();  ///< in the book tree; -1: no topic is shown
+    qsizetype shownNode() { return nodeOf(shown_); }
+    qsizetype nodeOf(const browse::PageIdentity& page);  ///< in the book tree; -1: it is no topic
 
     QMdiArea& area_;
     platform::MainFrame& frame_;
@@ -199,7 +201,6 @@ class ChildWindows : public QObject {
     std::optional<search::HitPositions> hits_;
     desk::History history_;
     browse::PageIdentity shown_;  ///< in the shared content window
-    bool going_ = false;          ///< in the history
     QPointer<QWidget> continueStrip_;
     ExtraWindows<frm_IcerikN> extra_;
     notes::Notebook notebook_;

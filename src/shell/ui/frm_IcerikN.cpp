@@ -32,6 +32,7 @@ frm_IcerikN::frm_IcerikN(Parts parts, int number)
     : MdiChild(u"frm_IcerikN"_s),
       wb_Icerik(new WebView(parts.engine, parts.dialogs)),
       wb_Icerik2(new WebView(parts.engine, parts.dialogs)),
+      words(new search::WordsStrip),
       parts_(std::move(parts)),
       fontSize_(parts_.frame.fontSize()),
       Toolbar1(new QToolBar),
@@ -47,6 +48,7 @@ frm_IcerikN::frm_IcerikN(Parts parts, int number)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(Toolbar1);
+    layout->addWidget(words);
     layout->addWidget(browse::pageSurface(wb_Icerik, wb_Icerik2), 1);
     wb_Icerik->setShown(true);
     wb_Icerik2->setShown(false);
@@ -58,6 +60,10 @@ frm_IcerikN::frm_IcerikN(Parts parts, int number)
     connect(wb_Icerik, &WebView::printRequested, this,
             [this] { printWithDialog(*wb_Icerik, parts_.printing, parts_.dialogs); });
     onActivate = [this] { activated(); };
+    words->chosen = [this](const search::RunWord& word) {
+        const Hold hold(*this);
+        hits_.goToNextOf(word.hits);
+    };
 }
 
 // Of the main toolbar's buttons those that are about a page, each about this window's.
@@ -128,6 +134,8 @@ void frm_IcerikN::fill(const CopiedPage& page) {
         wb_Icerik->waitUntilComplete();
     }
     setWindowTitle(page.caption);
+    identity = page.identity;
+    words->setWords(page.words);
     FontSizeN(page.fontSize);
 }
 

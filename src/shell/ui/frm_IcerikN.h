@@ -5,11 +5,13 @@
 #include <QToolBar>
 #include <memory>
 
+#include "browse/page_identity.h"
 #include "platform/core/main_frame.h"
 #include "platform/core/paths.h"
 #include "platform/ui/mdi_child.h"
 #include "platform/ui/web_view.h"
 #include "search/pages/hit_positions.h"
+#include "search/ui/words_strip.h"
 #include "shell/ui/command_table.h"
 
 namespace lirovan::shell {
@@ -20,6 +22,8 @@ struct CopiedPage {
     QString html;      ///< its markup, made ready by copiedPage()
     QString caption;
     int fontSize;  ///< of the page, in pixels
+    browse::PageIdentity identity;
+    std::vector<search::RunWord> words;  ///< of a marked page
     /// Where it is set: shows this page, not waiting for it, in the place of the markup.
     const platform::WebView* same = nullptr;
 };
@@ -40,7 +44,9 @@ class frm_IcerikN : public platform::MdiChild {
 
     platform::WebView* const wb_Icerik;
     platform::WebView* const wb_Icerik2;
-    int zoomPoints = 10;  ///< its own zoom, in tenths
+    search::WordsStrip* const words;
+    int zoomPoints = 10;            ///< its own zoom, in tenths
+    browse::PageIdentity identity;  ///< of what it shows
 
     /// Shows a page; waits until it is there unless it is the same as another.
     void fill(const CopiedPage& page);

@@ -22,14 +22,16 @@ void ChildWindows::findOnPage() {
 }
 
 void ChildWindows::copyWithSource() {
-    if (!content_ || isBusy()) return;
-    platform::WebView& page = *content_->wb_Icerik;
-    if (!page.isShown() || !shown_.isOfTopic())
+    auto* extra = qobject_cast<frm_IcerikN*>(area_.activeSubWindow());
+    if ((!extra && !content_) || isBusy()) return;
+    platform::WebView& page = extra ? *extra->wb_Icerik : *content_->wb_Icerik;
+    const browse::PageIdentity& shown = extra ? extra->identity : shown_;
+    if (!page.isShown() || !shown.isOfTopic())
         return frame_.showPassingText(u"Kaynağı bilinen bir konu açık değil."_s);
     if (!page.hasSelection()) return frame_.showPassingText(u"Önce kopyalanacak yeri seçin."_s);
-    const platform::MdiChild::Hold hold(*content_);
+    const platform::MdiChild::Hold hold(extra ? static_cast<platform::MdiChild&>(*extra) : *content_);
     // A topic may stand in two books: the one that it was opened from is meant.
-    const qsizetype at = shownNode();
+    const qsizetype at = nodeOf(shown);
     if (at < 0) return frame_.showPassingText(u"Bu konu kitaplıkta yok."_s);
     const std::vector<browse::TreeNode>& nodes = browseWindow().decisions().nodes();
     const browse::TreeNode& node = nodes[static_cast<std::size_t>(at)];
@@ -39,7 +41,7 @@ void ChildWindows::copyWithSource() {
                            nodes[static_cast<std::size_t>(node.parent)].text.trimmed(), node.text.trimmed());
     const auto place = page.place(true);
     page.copyWithSource(source,
-                        browse::topicAddress({shown_.topic, place ? place.value->passage : QString()}));
+                        browse::topicAddress({shown.topic, place ? place.value->passage : QString()}));
     frame_.showPassingText(u"Kopyalandı: "_s + source);
 }
 
@@ -86,6 +88,11 @@ void ChildWindows::addWordsStrip() {
 void ChildWindows::toggleWords() {
     looks_->showWords(!looks_->wordsShown());
     if (words_) words_->setWanted(looks_->wordsShown());
+    for (frm_IcerikN* window : extra_.open()) window->words->setWanted(looks_->wordsShown());
+}
+
+std::vector<search::RunWord> ChildWindows::pageWords() const {
+    return words_ ? words_->words() : std::vector<search::RunWord>();
 }
 
 void ChildWindows::openLink(const QString& address) {

@@ -15,7 +15,7 @@ using browse::PageIdentity;
 void ChildWindows::aboutToShow(const PageIdentity& page) {
     shown_ = page;
     if (continueStrip_ && page.kind != PageIdentity::Kind::StartPage) continueStrip_->deleteLater();
-    if (going_) return;
+    if (history_.isGoing()) return;
     notePlace();
     history_.shown(page);
 }
@@ -26,14 +26,14 @@ void ChildWindows::notePlace() {
     history_.stands(content_->shownPage().place(false).value, hits_->current());
 }
 
-qsizetype ChildWindows::shownNode() {
-    if (!shown_.isOfTopic()) return -1;
-    data::BookId book = shown_.book;
-    if (shown_.kind == PageIdentity::Kind::MarkedPage) {
-        const auto heading = library_.headingWithBook(shown_.topic, shown_.headingRow);
+qsizetype ChildWindows::nodeOf(const PageIdentity& page) {
+    if (!page.isOfTopic()) return -1;
+    data::BookId book = page.book;
+    if (page.kind == PageIdentity::Kind::MarkedPage) {
+        const auto heading = library_.headingWithBook(page.topic, page.headingRow);
         if (heading && *heading) book = (**heading).book;
     }
-    return browse::topicNode(browseWindow().decisions().nodes(), shown_.topic, book);
+    return browse::topicNode(browseWindow().decisions().nodes(), page.topic, book);
 }
 
 // ---- Back and forward ----
@@ -42,10 +42,8 @@ void ChildWindows::goInHistory(int step) {
     if (isBusy()) return;
     frame_.showPassingText({});
     notePlace();
-    going_ = true;
     const bool went =
         history_.go(step, [this](const desk::History::Entry& entry) { return showAgain(entry); });
-    going_ = false;
     if (!went) {
         frame_.showPassingText(step < 0 ? u"Daha önce gösterilen bir sayfa yok."_s
                                         : u"Geri dönülen bir sayfa yok."_s);

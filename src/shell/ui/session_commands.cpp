@@ -70,8 +70,8 @@ void ChildWindows::restore(const desk::Session& session) {
                           std::ranges::count(session.unfoldedBooks, nodes[n].book) > 0;
         if (author || book) window.unfold(qsizetype(n));
     }
-    if (!session.searches.empty())
-        searchTab_->offer(session.searches.front().query, session.searches.front().options);
+    if (const auto& searches = session.searches.all(); !searches.empty())
+        searchTab_->offer(searches.front().query, searches.front().options);
     putInFront(browse::Tab(session.tab));
 }
 

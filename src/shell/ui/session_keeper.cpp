@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
+#include <ranges>
 
 #include "shell/ui/child_windows.h"
 
@@ -45,12 +46,11 @@ void SessionKeeper::lookForSession(std::chrono::milliseconds limit) {
     const std::optional<desk::Session> read = store_.load(limit);
     if (!read) return;
     isRead_ = true;
-    std::vector<desk::SavedSearch> newer = std::exchange(session_.searches, {});
     if (hasBegun_) {
         // It came late: the reader has begun something else meanwhile.
-        session_.searches = read->searches;
         session_.continues = read->continues;
-        for (auto each = newer.rbegin(); each != newer.rend(); ++each) session_.searched(*each);
+        const search::AskedSearches newer = std::exchange(windows_.asked, read->searches);
+        for (const search::AskedSearch& each : newer.all() | std::views::reverse) windows_.asked.add(each);
     } else {
         session_ = *read;
     }
@@ -65,9 +65,7 @@ std::optional<QRect> SessionKeeper::windowPlace() {
 
 void SessionKeeper::begin() {
     hasBegun_ = true;
-    windows_.searched = [this](const QString& query, const search::SearchOptions& options) {
-        session_.searched({query, options});
-    };
+    windows_.asked = session_.searches;
     windows_.beginWith(session_);
     now_.start(KeepInterval);
 }
@@ -77,6 +75,7 @@ void SessionKeeper::keep() {
     lookForSession(0ms);
     if (!isRead_ && !store_.isAnswered()) return;
     windows_.intoSession(session_);
+    session_.searches = windows_.asked;
     session_.maximized = window_.isMaximized() || window_.isFullScreen();
     if (!session_.maximized && !window_.isMinimized()) session_.window = window_.geometry();
     store_.keep(session_);
