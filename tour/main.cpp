@@ -7,7 +7,6 @@
 #include "platform/ui/message_boxes.h"
 #include "platform/ui/start_notices.h"
 #include "platform/ui/system_printing.h"
-#include "shell/ui/KitaplarMDI.h"
 #include "shell/ui/appearance.h"
 #include "tour.h"
 
@@ -27,12 +26,7 @@ int main(int argc, char** argv) {
     platform::MessageBoxes dialogs;
     platform::SystemPrinting printing;
     shell::reg_api registry;
-    shell::KitaplarMDI window({platform::AppFolder(words[1]), dialogs, printing, registry, {}, {}});
-    if (!window.load()) return 1;
-    QTimer::singleShot(0, &window, [&] {
-        const bool complete = tour::Tour(window, words[2]).run();
-        window.close();
-        QApplication::exit(complete ? 0 : 1);
-    });
+    tour::Tour tour({platform::AppFolder(words[1]), dialogs, printing, registry, {}, {}}, words[2]);
+    QTimer::singleShot(0, &tour, [&] { QApplication::exit(tour.run() ? 0 : 1); });
     return QApplication::exec();
 }

@@ -66,18 +66,27 @@ void send(QWidget* widget, QEvent::Type type, const QPointF& place, Qt::MouseBut
 
 }  // namespace
 
-Tour::Tour(shell::KitaplarMDI& window, const QDir& folder) : window_(window), folder_(folder) {}
+Tour::Tour(const shell::Services& services, const QDir& folder) : services_(services), folder_(folder) {}
+
+Tour::~Tour() = default;
 
 bool Tour::run() {
     folder_.mkpath(u"."_s);
+    return start() && picture(u"giris"_s) && readTopic() && stopSearch() && search() && openHit() &&
+           readAtNight() && findOnPage() && bookmarks() && summary() && extraWindow() && notebook() &&
+           study() && addBook() && modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) &&
+           modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s) && comeBack();
+}
+
+bool Tour::start() {
+    window_ = std::make_unique<shell::KitaplarMDI>(services_);
+    if (!window_->load()) return false;
     settle(PageMs);
-    return picture(u"giris"_s) && readTopic() && stopSearch() && search() && openHit() && summary() &&
-           extraWindow() && notebook() && study() && addBook() &&
-           modalWindow(u"mnu_Yardimm"_s, u"yardim"_s) && modalWindow(u"mnu_Hakkında"_s, u"hakkinda"_s);
+    return true;
 }
 
 bool Tour::readTopic() {
-    auto* tree = window_.findChild<QTreeView*>(u"tvw_Kitaplar"_s);
+    auto* tree = window_->findChild<QTreeView*>(u"tvw_Kitaplar"_s);
     if (!tree) return false;
     // The first topic of the last author: the first author's books are the long ones.
     const QModelIndex author = tree->model()->index(tree->model()->rowCount() - 1, 0);
@@ -93,10 +102,10 @@ bool Tour::readTopic() {
 }
 
 bool Tour::stopSearch() {
-    auto* box = press(u"tlbtn_Arama"_s) ? window_.findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
-    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
-    auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
-    auto* stop = window_.findChild<QPushButton*>(u"cmdDur"_s);
+    auto* box = press(u"tlbtn_Arama"_s) ? window_->findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
+    auto* results = window_->findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
+    auto* find = window_->findChild<QPushButton*>(u"cmd_Bul"_s);
+    auto* stop = window_->findChild<QPushButton*>(u"cmdDur"_s);
     if (!box || !results || !find || !stop) return false;
     bool saved = false;
     // Looks in whenever the search lets events run, and holds it among the second author's books.
@@ -118,9 +127,9 @@ bool Tour::stopSearch() {
 }
 
 bool Tour::search() {
-    auto* box = window_.findChild<QLineEdit*>(u"txt_Bul"_s);
-    auto* clear = window_.findChild<QCheckBox*>(u"chk_ClearResult"_s);
-    auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
+    auto* box = window_->findChild<QLineEdit*>(u"txt_Bul"_s);
+    auto* clear = window_->findChild<QCheckBox*>(u"chk_ClearResult"_s);
+    auto* find = window_->findChild<QPushButton*>(u"cmd_Bul"_s);
     if (!box || !clear || !find) return false;
     clear->setChecked(true);
     box->setText(Query);
@@ -138,7 +147,7 @@ bool Tour::openHit() {
 }
 
 bool Tour::openFoundTopic() {
-    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
+    auto* results = window_->findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
     const QModelIndex topic = find(results, QueryTopic);
     results->expand(topic.parent());
     if (!click(results, topic)) return false;
@@ -146,8 +155,44 @@ bool Tour::openFoundTopic() {
     return true;
 }
 
+bool Tour::readAtNight() {
+    if (!choose(u"mnu_Gece"_s)) return false;
+    settle();
+    return picture(u"gece"_s) && choose(u"mnu_Beyaz"_s);
+}
+
+bool Tour::findOnPage() {
+    if (!choose(u"mnu_SayfadaBul"_s)) return false;
+    auto* line = window_->windows().contentWindow().findChild<QLineEdit*>(u"txt_SayfadaBul"_s);
+    if (!line) return false;
+    line->setText(u"kardeş"_s);
+    settle(PageMs);
+    const bool saved = picture(u"sayfada-bul"_s);
+    if (auto* close = line->parentWidget()->findChild<QAbstractButton*>(u"cmd_BulKapat"_s)) close->click();
+    return saved;
+}
+
+bool Tour::bookmarks() {
+    for (const QString& line : {u"Yüzüğün hikâyesi"_s, u"Kuyunun başı: yeniden oku"_s}) {
+        whenModal([&line](QWidget& dialog) {
+            if (auto* input = qobject_cast<QInputDialog*>(&dialog)) input->setTextValue(line);
+        });
+        if (!choose(u"mnu_YerImiEkle"_s)) return false;
+        press(u"Up"_s);
+        settle();
+    }
+    return modalWindow(u"mnu_YerImleri"_s, u"yer-imleri"_s);
+}
+
+// The start after this one offers the page that was read last.
+bool Tour::comeBack() {
+    window_->close();
+    window_->reset();
+    return start() && picture(u"kalinan-yer"_s);
+}
+
 bool Tour::summary() {
-    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
+    auto* results = window_->findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
     // The summary of the author whose topic was opened.
     const QModelIndex author = find(results, QueryTopic).parent().parent();
     if (!click(results, author.isValid() ? author.model()->index(0, 0, author) : author)) return false;
@@ -158,11 +203,13 @@ bool Tour::summary() {
 bool Tour::extraWindow() {
     if (!openFoundTopic() || !press(u"New"_s)) return false;
     settle(PageMs);
-    return picture(u"yeni-pencere"_s);
+    if (!picture(u"yeni-pencere"_s) || !choose(u"mnu_YanYana"_s)) return false;
+    settle(PageMs);
+    return picture(u"yan-yana"_s);
 }
 
 bool Tour::notebook() {
-    window_.windows().closeExtraWindows();
+    window_->windows().closeExtraWindows();
     settle();
     selectPassage();
     if (!picture(u"secim"_s) || !press(u"copy"_s)) return false;
@@ -186,17 +233,17 @@ bool Tour::notebook() {
     });
     if (!choose(u"mnu_ac"_s)) return false;
     settle();
-    window_.windows().closeNotebook();
+    window_->windows().closeNotebook();
     return saved;
 }
 
 // One subject: words with the forms that their endings change, the windows of all hits, words offered while
 // typing.
 bool Tour::study() {
-    auto* box = press(u"tlbtn_Arama"_s) ? window_.findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
-    auto* sounds = window_.findChild<QCheckBox*>(u"chk_Ses"_s);
-    auto* results = window_.findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
-    auto* find = window_.findChild<QPushButton*>(u"cmd_Bul"_s);
+    auto* box = press(u"tlbtn_Arama"_s) ? window_->findChild<QLineEdit*>(u"txt_Bul"_s) : nullptr;
+    auto* sounds = window_->findChild<QCheckBox*>(u"chk_Ses"_s);
+    auto* results = window_->findChild<QTreeView*>(u"tvw_Kitaplar_Bul"_s);
+    auto* find = window_->findChild<QPushButton*>(u"cmd_Bul"_s);
     if (!box || !sounds || !results || !find) return false;
     sounds->setChecked(true);
     box->setText(StudiedQuery);
@@ -209,7 +256,7 @@ bool Tour::study() {
          {std::pair{u"mnu_Dagilim"_s, u"dagilim"_s}, {u"mnu_Baglam"_s, u"baglam-listesi"_s}}) {
         if (!choose(item)) return false;
         settle(PageMs);
-        auto* area = window_.findChild<QMdiArea*>(u"workArea"_s);
+        auto* area = window_->findChild<QMdiArea*>(u"workArea"_s);
         if (!picture(name) || !area || !area->activeSubWindow()) return false;
         area->activeSubWindow()->close();
     }
@@ -220,7 +267,7 @@ bool Tour::study() {
         QApplication::sendEvent(box, &key);
     }
     settle(PageMs);
-    const auto* offered = window_.findChild<QListWidget*>(u"suggestions"_s);
+    const auto* offered = window_->findChild<QListWidget*>(u"suggestions"_s);
     return offered && offered->isVisible() && picture(u"oneriler"_s);
 }
 
@@ -239,7 +286,7 @@ bool Tour::openFirstTopic(QTreeView* tree, const QModelIndex& run) {
 
 // A book of the reader's own, with what such a book holds.
 bool Tour::addBook() {
-    const QString file = QFileInfo(window_.library().path()).dir().filePath(u"Kıyı Defteri.html"_s);
+    const QString file = QFileInfo(window_->library().path()).dir().filePath(u"Kıyı Defteri.html"_s);
     QFile book(file);
     if (!book.open(QIODevice::WriteOnly)) return false;
     book.write(R"(<html lang="tr"><head><meta charset="utf-8"><title>Kıyı Defteri</title><meta name="author"
@@ -261,8 +308,8 @@ content="Selin Ada"></head><body><h1>İskelede Bir Gün</h1><p>Sabahın ilk vapu
         add->click();
         for (int i = 0; !state->text().contains(u"eklendi"_s) && i < Patience; ++i) settle();
     });
-    window_.windows().addBooks({file});
-    auto* tree = press(u"tlbtn_Kitap"_s) ? window_.findChild<QTreeView*>(u"tvw_Kitaplar"_s) : nullptr;
+    window_->windows().addBooks({file});
+    auto* tree = press(u"tlbtn_Kitap"_s) ? window_->findChild<QTreeView*>(u"tvw_Kitaplar"_s) : nullptr;
     if (!saved || !tree) return false;
     const QModelIndex topic = find(tree, u"Gelenler"_s);
     tree->expand(topic.parent().parent());
@@ -285,21 +332,21 @@ bool Tour::modalWindow(const QString& menuItem, const QString& name) {
 // ---- How the steps are carried out ----
 
 bool Tour::picture(const QString& name) {
-    QPixmap shot = window_.screen()->grabWindow(0);
-    if (shot.isNull()) shot = window_.grab();
+    QPixmap shot = window_->screen()->grabWindow(0);
+    if (shot.isNull()) shot = window_->grab();
     const QString number = QString::number(++pictures_).rightJustified(2, u'0');
     return shot.save(folder_.filePath(number + u'-' + name + u".png"_s));
 }
 
 bool Tour::press(const QString& button) {
-    auto* bar = window_.findChild<QWidget*>(u"Toolbar1"_s, Qt::FindDirectChildrenOnly);
+    auto* bar = window_->findChild<QWidget*>(u"Toolbar1"_s, Qt::FindDirectChildrenOnly);
     auto* found = bar ? bar->findChild<QAbstractButton*>(button) : nullptr;
     if (found) found->click();
     return found && found->isEnabled();
 }
 
 bool Tour::choose(const QString& item) {
-    for (QAction* action : window_.findChildren<QAction*>(item)) {
+    for (QAction* action : window_->findChildren<QAction*>(item)) {
         if (!action->isVisible() || !action->isEnabled()) continue;
         action->trigger();
         return true;
@@ -333,7 +380,7 @@ void Tour::whenModal(std::function<void(QWidget&)> answer) {
 }
 
 void Tour::selectPassage() {
-    browse::frm_Icerik& content = window_.windows().contentWindow();
+    browse::frm_Icerik& content = window_->windows().contentWindow();
     content.wb_Icerik->setFocus();
     QWidget* page = QApplication::focusWidget();
     if (!page) return;

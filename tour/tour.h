@@ -5,13 +5,16 @@
 #include <QDir>
 #include <QObject>
 #include <functional>
+#include <memory>
+
+#include "shell/ui/services.h"
 
 class QTreeView;
 class QModelIndex;
 
 namespace lirovan::shell {
 class KitaplarMDI;
-}
+}  // namespace lirovan::shell
 
 namespace lirovan::tour {
 
@@ -19,8 +22,10 @@ class Tour : public QObject {
     Q_OBJECT
 
   public:
-    /// Pictures go into `folder` as "01-giris.png", "02-konu.png" and so on. The tour writes a note.
-    Tour(shell::KitaplarMDI& window, const QDir& folder);
+    /// Pictures go into `folder` as "01-giris.png", "02-konu.png" and so on. The tour writes a note
+    /// and bookmarks, and starts the program twice.
+    Tour(const shell::Services& services, const QDir& folder);
+    ~Tour() override;
 
     /// Walks through all steps, with events running; false when a picture could not be saved or a control
     /// that a step needs is missing.
@@ -32,6 +37,11 @@ class Tour : public QObject {
     bool search();
     bool openHit();
     bool openFoundTopic();
+    bool readAtNight();
+    bool findOnPage();
+    bool bookmarks();
+    bool comeBack();
+    bool start();
     bool summary();
     bool extraWindow();
     bool notebook();
@@ -49,7 +59,8 @@ class Tour : public QObject {
     void whenModal(std::function<void(QWidget&)> answer);
     void selectPassage();
 
-    shell::KitaplarMDI& window_;
+    shell::Services services_;
+    std::unique_ptr<shell::KitaplarMDI> window_;
     QDir folder_;
     int pictures_ = 0;
 };
