@@ -187,7 +187,7 @@ bool Tour::bookmarks() {
 // The start after this one offers the page that was read last.
 bool Tour::comeBack() {
     window_->close();
-    window_->reset();
+    window_.reset();
     return start() && picture(u"kalinan-yer"_s);
 }
 

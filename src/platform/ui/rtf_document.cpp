@@ -125,7 +125,7 @@ class Walker {
                 walkTable(*table);
             else if (it.currentFrame())
                 walk(*it.currentFrame());
-            else if (touches(it.currentBlock()))
+            else if (touches(it.currentBlock()) && !isBesideTable(it))
                 paragraph(it.currentBlock());
         }
     }
@@ -135,6 +135,16 @@ class Walker {
   private:
     bool touches(const QTextBlock& block) const {
         return block.position() <= end_ && block.position() + block.length() > begin_;
+    }
+
+    // The document has an empty block before and behind each table of a cell.
+    static bool isBesideTable(QTextFrame::iterator it) {
+        if (it.currentBlock().length() > 1 || !qobject_cast<const QTextTable*>(it.parentFrame()))
+            return false;
+        QTextFrame::iterator before = it, after = it;
+        --before;
+        ++after;
+        return before.currentFrame() || after.currentFrame();
     }
 
     void paragraph(const QTextBlock& block) {
