@@ -109,15 +109,20 @@ TEST_F(OutputTest, PrintsThePageOrItsSelectionIntoAFileOrOnAPrinter) {
     EXPECT_TRUE(printed({printer, {}}, printer->outputFileName()).contains(u"BAŞLIK"));
 }
 
-TEST_F(OutputTest, PrintsOnWhitePaperInEveryLook) {
+TEST_F(OutputTest, PrintsTheSameInEveryLook) {
+    const QString file = onDisk(u"gece.pdf");
+    select(u"p"_s);
+    const auto papers = [&] {
+        EXPECT_FALSE(printed({nullptr, file}, file).isEmpty());
+        const QColor whole = paper(file);
+        EXPECT_FALSE(printed({nullptr, file, PrintRange::Selection}, file).isEmpty());
+        return std::pair(whole.name(), paper(file).name());
+    };
+    const auto plain = papers();
+    EXPECT_EQ(plain, std::pair(u"#c0c0c0"_s, u"#ffffff"_s)) << "the page's own ground, and none";
     const PageLook night{PageColours::Night};
     engine->style().set(lookStyle(night, {}), QColor(QRgb(coloursOf(night.colours, {}).ground)));
-    const QString file = onDisk(u"gece.pdf");
-    EXPECT_TRUE(printed({nullptr, file}, file).contains(u"BAŞLIK"));
-    EXPECT_EQ(paper(file), QColor(Qt::white));
-    select(u"p"_s);
-    EXPECT_FALSE(printed({nullptr, file, PrintRange::Selection}, file).isEmpty());
-    EXPECT_EQ(paper(file), QColor(Qt::white));
+    EXPECT_EQ(papers(), plain);
 }
 
 TEST_F(OutputTest, PrintsOneAfterTheOtherAndForgetsAPrintingWhenTheViewGoes) {
