@@ -11,6 +11,7 @@
 #include <QTextBrowser>
 #include <QWebEngineScript>
 #include <QWebEngineView>
+#include <cstdio>
 
 #include "shell/ui/frmGiris.h"
 
@@ -297,7 +298,7 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeReadIsReportedAndLeftAlone) {
 
 TEST_F(MainWindowTest, ShowsWhatAnotherProgramAddedWhenTheReaderComesBack) {
     ASSERT_TRUE(start());
-    const auto added = [this] { return match(books(), Qt::DisplayRole, u"Sonradan"_s, Qt::MatchExactly); };
+    const auto added = [this] { return match(books(), Qt::DisplayRole, u"Sonradan "_s, Qt::MatchExactly); };
     const auto other = platform::Database::open(file.path(), platform::OpenMode::ReadWrite);
     ASSERT_TRUE(
         other->execute(u"INSERT INTO tbl_Kitaplar (KitapID, KitapAdi, YazarID, KitapSiraID) "
@@ -398,6 +399,29 @@ TEST_F(MainWindowTest, ClosingWhileASearchRunsStopsItAndThenCloses) {
     EXPECT_TRUE(running);
     EXPECT_TRUE(appears(window.get(), false));
     EXPECT_FALSE(window->library().isOpen());
+}
+
+TEST_F(MainWindowTest, ReadsAnotherLibraryThatTakesThePlaceOfItsOwn) {
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    auto* box = find<QLineEdit>(u"txt_Bul"_s);
+    const auto found = [&](const QString& word, const QString& heading) {
+        box->setText(word);
+        QTest::keyClick(box, Qt::Key_Return);
+        return match(*find<QTreeView>(u"tvw_Kitaplar_Bul"_s), Qt::DisplayRole, heading, Qt::MatchStartsWith);
+    };
+    ASSERT_TRUE(found(u"yatağını"_s, u"Irmak"_s).isValid());
+    LibraryFile other;
+    other.author(1, u"Sabri Işık")
+        .book(1, 1, u"YAZ DEFTERİ")
+        .topic(101, 1, u"TUZ GÖLÜ", u"<P>Tuz ağarır.</P>");
+    ASSERT_EQ(std::rename(QFile::encodeName(other.path()), QFile::encodeName(file.path())), 0);
+    const auto heading = [this] { return match(books(), Qt::DisplayRole, u"Tuz G"_s, Qt::MatchStartsWith); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return heading().isValid(); }));
+    EXPECT_TRUE(found(u"ağarır"_s, u"Tuz G"_s).isValid());
+    press(u"tlbtn_Kitap"_s);
+    click(books(), heading());
+    EXPECT_TRUE(shows(page(), u"Tuz ağarır"_s));
 }
 
 TEST_F(MainWindowTest, CutsCopiesAndPastesBetweenItsWindows) {

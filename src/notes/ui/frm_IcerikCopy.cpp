@@ -53,11 +53,7 @@ void frm_IcerikCopy::makeFindBar() {
 
 void frm_IcerikCopy::watchTheBox() {
     connect(txt_Icerik, &QTextEdit::selectionChanged, this, [this] { editor_.selectionChanged(); });
-    connect(txt_Icerik, &QTextEdit::cursorPositionChanged, this, [this] {
-        editor_.selectionChanged();
-        // The caret is also moved by undo and find, which are no input.
-        if (!txt_Icerik->hasSelection()) editor_.refreshState();
-    });
+    connect(txt_Icerik, &QTextEdit::cursorPositionChanged, this, [this] { editor_.selectionChanged(); });
     connect(txt_Icerik, &NoteBox::inputHandled, this, [this] { editor_.refreshState(); });
     connect(txt_Icerik, &NoteBox::rightButtonDown, this, [this] { editor_.rightButtonDown(); });
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,

@@ -137,10 +137,9 @@ class Walker {
         return block.position() <= end_ && block.position() + block.length() > begin_;
     }
 
-    // The document has an empty block before and behind each table of a cell.
+    // A document has an empty block before and behind a table, where nothing else stands there.
     static bool isBesideTable(QTextFrame::iterator it) {
-        if (it.currentBlock().length() > 1 || !qobject_cast<const QTextTable*>(it.parentFrame()))
-            return false;
+        if (it.currentBlock().length() > 1) return false;
         QTextFrame::iterator before = it, after = it;
         --before;
         ++after;

@@ -61,6 +61,7 @@ void TopicOutline::refresh() {
     if (!changes_.any()) return;
     topics_.clear();
     bookTitles_.clear();
+    headings_.reset();  // of the file that was there, where another has taken its place
 }
 
 Result<TopicOutline::Rows> TopicOutline::topics(const QString& statement,
