@@ -247,7 +247,7 @@ TEST_F(WebViewTest, AsksForThePassageWhoseHeadingIsClicked) {
         u"<font face=Verdana size =2><font color='#000080'><b%1>>>>>>Kitap >>>>>Konu</b></font></font><br>"_s;
     show(heading.arg(u" style='position:absolute;top:400px'"_s) + u"<p><b>kalın</b> söz<hr>"_s +
          heading.arg(u" id=l style='display:block;height:300px;background:#eee'"_s));
-    inPage(u"l.click()"_s);  // nobody clicked
+    inPage(u"l.click()"_s);    // nobody clicked
     const auto follow = [&] {  // until the page is painted the engine drops clicks
         QTest::mouseClick(input(), Qt::LeftButton, {}, {100, 200});
         return wanted.count() > 0;
