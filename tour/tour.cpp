@@ -227,7 +227,7 @@ bool Tour::notebook() {
     whenModal([this, &saved](QWidget& dialog) {
         saved = picture(u"not-listesi"_s);
         auto* box = dialog.findChild<QLineEdit*>(u"noteSearch"_s);
-        if (box) box->setText(u"kuyu"_s);
+        if (box) box->setText(u"yüzük"_s);
         settle();
         saved = saved && box && picture(u"notlarda-arama"_s);
     });
