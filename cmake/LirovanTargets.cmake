@@ -19,6 +19,10 @@ target_compile_options(lirovan_options INTERFACE
 target_compile_definitions(lirovan_options INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
+# Tests are compiled once and run once: what they test is optimised, they themselves hardly.
+add_library(lirovan_test_options INTERFACE)
+target_compile_options(lirovan_test_options INTERFACE $<$<CONFIG:Release>:-O1>)
+
 # The headers that most sources read, precompiled once for each kind of target: reading them is most of what a source
 # costs. Every source still includes what it uses; the presets `core` and `fuzz` are built without.
 function(lirovan_precompile kind header)
@@ -44,9 +48,9 @@ if(LIROVAN_PCH)
     lirovan_precompile(ui ui.h Qt6::Widgets)
   endif()
   if(LIROVAN_TESTS)
-    lirovan_precompile(core_test core_test.h Qt6::Core GTest::gtest)
+    lirovan_precompile(core_test core_test.h lirovan_test_options Qt6::Core GTest::gtest)
     if(LIROVAN_UI)
-      lirovan_precompile(ui_test ui_test.h Qt6::Widgets GTest::gtest)
+      lirovan_precompile(ui_test ui_test.h lirovan_test_options Qt6::Widgets GTest::gtest)
     endif()
   endif()
 endif()
@@ -77,7 +81,7 @@ function(lirovan_test name)
   cmake_parse_arguments(ARG "MOC;MAIN" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  target_link_libraries(${name} PRIVATE lirovan_options ${ARG_LINKS} lirovan_test_places GTest::gtest)
+  target_link_libraries(${name} PRIVATE lirovan_options lirovan_test_options ${ARG_LINKS} lirovan_test_places GTest::gtest)
   lirovan_use_precompiled(${name} "_test" ${ARG_LINKS})
   if(NOT ARG_MAIN)
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
