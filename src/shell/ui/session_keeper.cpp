@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
-#include <ranges>
+#include <algorithm>
 
 #include "shell/ui/child_windows.h"
 
@@ -50,7 +50,8 @@ void SessionKeeper::lookForSession(std::chrono::milliseconds limit) {
         // It came late: the reader has begun something else meanwhile.
         session_.continues = read->continues;
         const search::AskedSearches newer = std::exchange(windows_.asked, read->searches);
-        for (const search::AskedSearch& each : newer.all() | std::views::reverse) windows_.asked.add(each);
+        const std::vector<search::AskedSearch>& all = newer.all();
+        std::for_each(all.rbegin(), all.rend(), [&](const auto& each) { windows_.asked.add(each); });
     } else {
         session_ = *read;
     }
