@@ -376,6 +376,30 @@ TEST_F(MainWindowTest, SearchesColoursTheHitsAndCarriesThemIntoAnExtraWindow) {
     EXPECT_FALSE(find<QAction>(u"mnu_Arama"_s)->isChecked());
 }
 
+TEST_F(MainWindowTest, OpensTheTopicOfASummarysPassage) {
+    for (int topic = 901; topic <= 902; ++topic)
+        file.topic(topic, 1, u"Kuyu %1"_s.arg(topic), u"<P>bir kuyu %1</P>"_s.arg(topic), 1);
+    ASSERT_TRUE(start());
+    press(u"tlbtn_Arama"_s);
+    auto* box = find<QLineEdit>(u"txt_Bul"_s);
+    QTest::keyClicks(box, u"kuyu"_s);
+    QTest::keyClick(box, Qt::Key_Return);
+    auto& results = *find<QTreeView>(u"tvw_Kitaplar_Bul"_s);
+    results.expandAll();
+    const auto summary = [&] {
+        click(results, match(results, Qt::DisplayRole, u"Özet"_s, Qt::MatchExactly));
+        EXPECT_TRUE(shows(page(), u"kuyu"_s));
+    };
+    summary();
+    Q_EMIT page().passageWanted(1);
+    EXPECT_TRUE(content().windowTitle().contains(u"Kuyu 902"_s));
+    EXPECT_TRUE(shows(page(), u"902"_s));
+    EXPECT_EQ(results.currentIndex().data().toString().left(8), u"Kuyu 902");
+    summary();
+    Q_EMIT page().passageWanted(2);  // there is none
+    EXPECT_TRUE(content().windowTitle().endsWith(u"ÖZET"_s)) << content().windowTitle().toStdString();
+}
+
 TEST_F(MainWindowTest, ClosingWhileASearchRunsStopsItAndThenCloses) {
     for (int topic = 901; topic <= 950; ++topic)
         file.topic(topic, 1, u"Kuyu %1"_s.arg(topic), u"<P>bir kuyu, iki kuyu</P>"_s.repeated(2000), 1);

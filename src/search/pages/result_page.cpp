@@ -105,15 +105,18 @@ Result<QString> summaryPage(const Library& library, const SearchRun* run, int gr
 }
 
 std::optional<data::TopicId> topicOfPassage(const Library& library, const SearchRun& run, int group,
-                                            int passage) {
+                                            int passage, const std::function<bool()>& passageDone) {
     const auto topics = recordedTopics(run.IsabetKaydi, group);
     if (!topics) return std::nullopt;
     int before = 0;
+    bool goesOn = true;
+    const auto onPassage = [&] { return goesOn = passageDone(); };
     for (const RecordedTopic& recorded : *topics) {
         const auto topic = summaryTopic(library, recorded.topic);
         if (!topic || !*topic) continue;
         QString page;
-        before += appendPassages(page, **topic, recorded.positions, phraseLength(run), [] { return true; });
+        before += appendPassages(page, **topic, recorded.positions, phraseLength(run), onPassage);
+        if (!goesOn) break;
         if (passage < before) return recorded.topic;
     }
     return std::nullopt;

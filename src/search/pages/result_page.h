@@ -40,8 +40,8 @@ platform::Result<QString> summaryPage(const data::Library& library, const Search
                                       const std::function<bool()>& passageDone);
 
 /// The topic that the heading number `passage` (from 0) of that summary stands for; nothing where there is
-/// none.
+/// none. The summary is gone through up to there: `passageDone` is called as above.
 std::optional<data::TopicId> topicOfPassage(const data::Library& library, const SearchRun& run, int group,
-                                            int passage);
+                                            int passage, const std::function<bool()>& passageDone);
 
 }  // namespace lirovan::search

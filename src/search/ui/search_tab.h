@@ -85,7 +85,7 @@ class SearchTab : public QWidget, private RunHost {
     /// Opens a node as a click on it does, and brings it into view.
     void open(ResultNode& node);
     /// The node of the topic that a summary's passage is from; null where the run has gone from the tree.
-    const ResultNode* topicOfPassage(const browse::PageIdentity& summary, int passage) const;
+    const ResultNode* topicOfPassage(const browse::PageIdentity& summary, int passage);
     /// The run that the tree's current node belongs to, else the newest; null without any.
     platform::Result<std::shared_ptr<const RunHits>> currentRun();
     /// Number of the author in it that is the current node, or whose summary is; else -1.

@@ -350,11 +350,20 @@ void SearchTab::OzetAl(int group, const SearchRun* run) {
     endSummary();
 }
 
-const ResultNode* SearchTab::topicOfPassage(const browse::PageIdentity& summary, int passage) const {
+const ResultNode* SearchTab::topicOfPassage(const browse::PageIdentity& summary, int passage) {
+    if (isRunning()) return nullptr;
+    const Busy busy(*this);
+    OzetDurdur_ = false;
     ResultNode* node = nodeOf(tree_, summary);
     const SearchRun* run = engine_.stores().find(summary.run);
-    const auto topic = node && run ? search::topicOfPassage(parts_.library, *run, summary.group, passage)
-                                   : std::optional<data::TopicId>();
+    // A summary of tens of megabytes takes seconds.
+    const auto goOn = [this] {
+        letEventsRun();
+        return !OzetDurdur_;
+    };
+    const auto topic = node && run
+                           ? search::topicOfPassage(parts_.library, *run, summary.group, passage, goOn)
+                           : std::optional<data::TopicId>();
     if (!topic) return nullptr;
     do node = neighbourTopic(*node, 1);
     while (node && node->tagNumber() != topic->value);
